@@ -1,0 +1,137 @@
+#include "platform/cell.h"
+
+#include "platform/cell_array.h"
+#include "platform/runtime.h"
+
+#include <QHash>
+
+#include <atomic>
+#include <mutex>
+#include <stdexcept>
+#include <unordered_set>
+
+namespace vesk {
+
+// A nested array is shared between copies of a cell and copied on the first write, so that a cell
+// behaves as a value, as arrays in variants did.
+struct Cell::ArrayBox {
+    std::atomic<int> refs{1};
+    CellArray value;
+};
+
+const QString* internText(const QString& text) {
+    static std::mutex guard;
+    struct Hash {
+        std::size_t operator()(const QString& s) const noexcept { return qHash(s); }
+    };
+    // Node-based, so that the address of a text never moves; never freed.
+    static auto* pool = new std::unordered_set<QString, Hash>();
+    std::lock_guard lock(guard);
+    return &*pool->insert(text).first;
+}
+
+Cell::Cell(const QString& text) : kind_(Kind::Text), text_(internText(text)) {}
+
+Cell::Cell(const CellArray& array) : kind_(Kind::Array), arr_(new ArrayBox) { arr_->value = array; }
+
+Cell::Cell(CellArray&& array) : kind_(Kind::Array), arr_(new ArrayBox) { arr_->value = std::move(array); }
+
+Cell::Cell(const Cell& other) noexcept : kind_(other.kind_), num_(other.num_) {
+    // Copying num_ copies the whole union; the array pointer then needs one more reference.
+    retain();
+}
+
+Cell::Cell(Cell&& other) noexcept : kind_(other.kind_), num_(other.num_) {
+    other.kind_ = Kind::Empty;
+    other.num_ = 0.0;
+}
+
+Cell& Cell::operator=(const Cell& other) noexcept {
+    if (this != &other) {
+        other.retain();
+        release();
+        kind_ = other.kind_;
+        num_ = other.num_;
+    }
+    return *this;
+}
+
+Cell& Cell::operator=(Cell&& other) noexcept {
+    if (this != &other) {
+        release();
+        kind_ = other.kind_;
+        num_ = other.num_;
+        other.kind_ = Kind::Empty;
+        other.num_ = 0.0;
+    }
+    return *this;
+}
+
+Cell::~Cell() { release(); }
+
+void Cell::retain() const noexcept {
+    if (kind_ == Kind::Array)
+        arr_->refs.fetch_add(1, std::memory_order_relaxed);
+}
+
+void Cell::release() noexcept {
+    if (kind_ == Kind::Array && arr_->refs.fetch_sub(1, std::memory_order_acq_rel) == 1)
+        delete arr_;
+}
+
+double Cell::toDouble() const {
+    switch (kind_) {
+    case Kind::Number:
+        return num_;
+    case Kind::Text:
+        return Val(*text_);
+    default:
+        return 0.0;
+    }
+}
+
+QString Cell::toString() const {
+    switch (kind_) {
+    case Kind::Number:
+        return numberToText(num_);
+    case Kind::Text:
+        return *text_;
+    default:
+        return QString();
+    }
+}
+
+const CellArray& Cell::array() const {
+    if (kind_ != Kind::Array)
+        throw std::logic_error("cell holds no array");
+    return arr_->value;
+}
+
+CellArray& Cell::array() {
+    if (kind_ != Kind::Array)
+        throw std::logic_error("cell holds no array");
+    if (arr_->refs.load(std::memory_order_acquire) > 1) {
+        auto* copy = new ArrayBox;
+        copy->value = arr_->value;
+        release();
+        arr_ = copy;
+    }
+    return arr_->value;
+}
+
+bool Cell::operator==(const Cell& other) const {
+    if (kind_ != other.kind_)
+        return false;
+    switch (kind_) {
+    case Kind::Number:
+        return num_ == other.num_;
+    case Kind::Text:
+        return text_ == other.text_; // interned: equal texts share one pointer
+    case Kind::Array:
+        return arr_ == other.arr_ || arr_->value == other.arr_->value;
+    default:
+        return true;
+    }
+}
+
+} // namespace vesk

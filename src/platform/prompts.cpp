@@ -1,0 +1,123 @@
+#include "platform/prompts.h"
+
+#include <cstdio>
+
+namespace vesk {
+
+namespace {
+
+class HeadlessPrompts : public PromptService {
+public:
+    Answer ask(const QString& text, Buttons buttons, Icon, const QString& title) override {
+        std::fprintf(stderr, "%s%s%s\n", qPrintable(title), title.isEmpty() ? "" : ": ", qPrintable(text));
+        return defaultAnswer(buttons);
+    }
+    std::optional<QString> openFileName(const QString&, const QString&, const QString&) override {
+        return std::nullopt;
+    }
+    std::optional<QString> saveFileName(const QString&, const QString&, const QString&) override {
+        return std::nullopt;
+    }
+    std::optional<QString> folderName(const QString&, const QString&) override { return std::nullopt; }
+    std::optional<QString> inputBox(const QString&, const QString&, const QString&) override {
+        return std::nullopt;
+    }
+};
+
+HeadlessPrompts headless;
+PromptService* installed = nullptr;
+
+} // namespace
+
+PromptService& prompts() { return installed ? *installed : headless; }
+
+void setPromptService(PromptService* service) { installed = service; }
+
+Answer defaultAnswer(Buttons buttons) {
+    switch (buttons) {
+    case Buttons::YesNo:
+    case Buttons::YesNoCancel:
+        return Answer::Yes;
+    case Buttons::RetryCancel:
+        return Answer::Retry;
+    case Buttons::AbortRetryIgnore:
+        return Answer::Abort;
+    default:
+        return Answer::Ok;
+    }
+}
+
+QStringList ScriptedPrompts::messages() const {
+    QStringList out;
+    for (const auto& r : shown_)
+        if (r.kind == PromptRecord::Kind::Message)
+            out << r.text;
+    return out;
+}
+
+void ScriptedPrompts::clear() {
+    shown_.clear();
+    answers_.clear();
+    files_.clear();
+    inputs_.clear();
+    unanswered_ = 0;
+}
+
+Answer ScriptedPrompts::ask(const QString& text, Buttons buttons, Icon icon, const QString& title) {
+    shown_.push_back({PromptRecord::Kind::Message, text, title, buttons, icon, QString()});
+    if (buttons == Buttons::Ok)
+        return Answer::Ok; // nothing to choose: no script needed
+    if (answers_.empty()) {
+        ++unanswered_;
+        return defaultAnswer(buttons);
+    }
+    const Answer a = answers_.front();
+    answers_.pop_front();
+    return a;
+}
+
+std::optional<QString> ScriptedPrompts::nextFile(PromptRecord::Kind kind, const QString& title,
+                                                 const QString& filter) {
+    shown_.push_back({kind, title, title, Buttons::OkCancel, Icon::None, filter});
+    if (files_.empty()) {
+        ++unanswered_;
+        return std::nullopt;
+    }
+    auto f = files_.front();
+    files_.pop_front();
+    return f;
+}
+
+std::optional<QString> ScriptedPrompts::openFileName(const QString& title, const QString& filter,
+                                                     const QString&) {
+    return nextFile(PromptRecord::Kind::OpenFile, title, filter);
+}
+
+std::optional<QString> ScriptedPrompts::saveFileName(const QString& title, const QString& filter,
+                                                     const QString&) {
+    return nextFile(PromptRecord::Kind::SaveFile, title, filter);
+}
+
+std::optional<QString> ScriptedPrompts::folderName(const QString& title, const QString&) {
+    return nextFile(PromptRecord::Kind::Folder, title, QString());
+}
+
+std::optional<QString> ScriptedPrompts::inputBox(const QString& prompt, const QString& title,
+                                                 const QString& defaultText) {
+    shown_.push_back({PromptRecord::Kind::Input, prompt, title, Buttons::OkCancel, Icon::None, defaultText});
+    if (inputs_.empty()) {
+        ++unanswered_;
+        return std::nullopt;
+    }
+    auto t = inputs_.front();
+    inputs_.pop_front();
+    return t;
+}
+
+ScopedPromptService::ScopedPromptService(PromptService* service) : previous_(installed) {
+    setPromptService(service);
+}
+
+ScopedPromptService::~ScopedPromptService() { setPromptService(previous_); }
+
+} // namespace vesk

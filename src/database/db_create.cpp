@@ -234,6 +234,8 @@ bool removeStudyFile(const QString& path, QString* error) {
 
 bool createStudyFile(const QString& path, QString* error) {
     InitDBStruArr();
+    // The old engine took a locale argument with every new database; a SQLite file keeps its text in
+    // UTF-8 whatever the locale, so there is nothing to pass.
     const auto db = DbConnection::create(path, error);
     // A new file has nothing to lose: no disk sync after each table.
     return db && db->exec(QStringLiteral("PRAGMA synchronous = OFF")) && buildStudyTables(*db, error);

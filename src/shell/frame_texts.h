@@ -47,5 +47,14 @@ inline constexpr char kPreferencesNotBuilt[] =
 inline constexpr char kStudySetupNotBuilt[] = "Study Setup is not built into this version of VESK yet.";
 inline constexpr char kHelpMissing[] =
     "The help file veskhelp.hlp is not present in the program folder:";
+inline constexpr char kHelpNotOpened[] = "No program on this system opens the help file:";
+
+// The about box.
+inline constexpr char kAboutTitle[] = "About VESK";
+inline constexpr char kAboutText[] =
+    "A package for national and regional burden-of-disease studies: years of life lost, years lived "
+    "with disability, disability-adjusted life years and disability-adjusted life expectancy; and a "
+    "demographer's workbench of life tables, interpolation, open age intervals and population "
+    "pyramids.";
 
 } // namespace vesk::frame_texts

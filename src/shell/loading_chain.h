@@ -1,7 +1,6 @@
 #pragma once
 // The main frame's logic without its widgets: the loading chain that runs in Timer1's tick, and the
-// commands File -> New, Open, Close, the toolbar's Close Database, Exit, closing the frame and
-// Study -> Setup.
+// commands File -> New, Open, Close, the toolbar's Close Database, Exit and Study -> Setup.
 //
 // The frame comes up with most of its menu dead and arms Timer1; the tick reads the settings, checks
 // the database's structure, loads the study context, offers the errors collected and disarms the
@@ -62,8 +61,6 @@ public:
     void closeDatabaseButton(); // the toolbar's "Close Database"
     void mnu_exit_Click();
     void mnu_SSetup_Click();
-    // The frame's unload: empties the result arrays; the frame closes its forms and ends.
-    void Form_Unload();
 
     bool DBStruOK() const { return DBStruOK_; }
     bool SettingsOK() const { return SettingsOK_; }

@@ -204,7 +204,9 @@ const QHash<QString, int>& indexByName() {
 
 } // namespace
 
-const std::vector<MenuItemDef>& menuTree() { return kTree; }
+const std::vector<MenuItemDef>& menuTree() {
+    return kTree;
+}
 
 const MenuItemDef* findMenuItem(const QString& name) {
     const auto it = indexByName().constFind(name);
@@ -243,9 +245,13 @@ QStringList menuAncestors(const QString& name) {
     return out;
 }
 
-const std::vector<ToolbarButtonDef>& toolbarButtons() { return kToolbar; }
+const std::vector<ToolbarButtonDef>& toolbarButtons() {
+    return kToolbar;
+}
 
-QString toolbarButtonName(int index) { return QStringLiteral("Toolbar1_Button%1").arg(index); }
+QString toolbarButtonName(int index) {
+    return QStringLiteral("Toolbar1_Button%1").arg(index);
+}
 
 QStringList allSwitchableItems() {
     QStringList out = allMenuItems();

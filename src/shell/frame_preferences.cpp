@@ -16,9 +16,13 @@ PlainPreferences plain;
 PreferencesForm* installed = nullptr;
 } // namespace
 
-PreferencesForm& preferencesForm() { return installed ? *installed : plain; }
+PreferencesForm& preferencesForm() {
+    return installed ? *installed : plain;
+}
 
-void setPreferencesForm(PreferencesForm* form) { installed = form; }
+void setPreferencesForm(PreferencesForm* form) {
+    installed = form;
+}
 
 void PlainPreferences::Ok_Click() {
     PreferencesControls& p = preferences();

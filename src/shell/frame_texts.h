@@ -45,8 +45,7 @@ inline constexpr char kNotBuiltTitle[] = "VESK";
 inline constexpr char kPreferencesNotBuilt[] =
     "The Preferences form is not built into this version of VESK yet.";
 inline constexpr char kStudySetupNotBuilt[] = "Study Setup is not built into this version of VESK yet.";
-inline constexpr char kHelpMissing[] =
-    "The help file veskhelp.hlp is not present in the program folder:";
+inline constexpr char kHelpMissing[] = "The help file veskhelp.hlp is not present in the program folder:";
 inline constexpr char kHelpNotOpened[] = "No program on this system opens the help file:";
 
 // The about box.

@@ -15,7 +15,6 @@
 #include <QDir>
 #include <QFile>
 #include <QFileInfo>
-
 #include <exception>
 
 namespace vesk {
@@ -29,16 +28,24 @@ FrameHost* currentHost = nullptr;
 // The bar's range for the chain: one step per stage, Value 1 to 7.
 constexpr int kChainSteps = 7;
 
-QString text(const char* s) { return QString::fromUtf8(s); }
+QString text(const char* s) {
+    return QString::fromUtf8(s);
+}
 
 // Folder and file joined as the settings name them.
-QString joinPath(const QString& folder, const QString& file) { return folder + QDir::separator() + file; }
+QString joinPath(const QString& folder, const QString& file) {
+    return folder + QDir::separator() + file;
+}
 
 } // namespace
 
-FrameHost* frameHost() { return currentHost; }
+FrameHost* frameHost() {
+    return currentHost;
+}
 
-void setFrameHost(FrameHost* host) { currentHost = host; }
+void setFrameHost(FrameHost* host) {
+    currentHost = host;
+}
 
 void enableTimer1() {
     if (currentHost)

@@ -57,7 +57,7 @@ public:
 
     void mnu_New_Click();
     void mnu_Open_Click();
-    void Cls_Click();          // File -> Close
+    void Cls_Click();           // File -> Close
     void closeDatabaseButton(); // the toolbar's "Close Database"
     void mnu_exit_Click();
     void mnu_SSetup_Click();
@@ -72,9 +72,9 @@ private:
     void runChain();
     bool readFirstLine(); // step 2
     bool applySettingsResult(int outcome, bool settingsOK);
-    void loadStudy();     // step 8
-    void offerErrors();   // step 8.8
-    void endTick();       // steps 9 and 10
+    void loadStudy();                     // step 8
+    void offerErrors();                   // step 8.8
+    void endTick();                       // steps 9 and 10
     void chainError(const FrameError& e); // step 11
     void commandError(const QString& description);
     void closeDatabase(bool fromToolbar);

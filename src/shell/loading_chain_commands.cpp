@@ -15,7 +15,6 @@
 #include <QDir>
 #include <QFile>
 #include <QFileInfo>
-
 #include <exception>
 
 namespace vesk {
@@ -24,7 +23,9 @@ namespace t = frame_texts;
 
 namespace {
 
-QString text(const char* s) { return QString::fromUtf8(s); }
+QString text(const char* s) {
+    return QString::fromUtf8(s);
+}
 
 // The file name as File -> Open stores it: in lower case where the file system does not tell the
 // cases apart, as it is where it does (a lower-cased name would name no file there).
@@ -77,8 +78,8 @@ void LoadingChain::mnu_New_Click() {
 
 void LoadingChain::mnu_Open_Click() {
     try {
-        const auto chosen = prompts().openFileName(text(t::kOpenTitle), text(t::kOpenFilter),
-                                                   preferences().txtwklocation);
+        const auto chosen =
+            prompts().openFileName(text(t::kOpenTitle), text(t::kOpenFilter), preferences().txtwklocation);
         if (!chosen || chosen->trimmed().isEmpty())
             return; // Cancel ends the command
         const QString path = *chosen;
@@ -124,11 +125,17 @@ void LoadingChain::closeDatabase(bool fromToolbar) {
     }
 }
 
-void LoadingChain::Cls_Click() { closeDatabase(false); }
+void LoadingChain::Cls_Click() {
+    closeDatabase(false);
+}
 
-void LoadingChain::closeDatabaseButton() { closeDatabase(true); }
+void LoadingChain::closeDatabaseButton() {
+    closeDatabase(true);
+}
 
-void LoadingChain::mnu_exit_Click() { host_.endProgram(); }
+void LoadingChain::mnu_exit_Click() {
+    host_.endProgram();
+}
 
 void LoadingChain::mnu_SSetup_Click() {
     try {

@@ -20,8 +20,8 @@ const QString tb5 = toolbarButtonName(5);
 
 // The items a database that is wrong, or closed, leaves dead.
 const QStringList kDeadWithoutDatabase = {
-    QStringLiteral("mnu_study"), QStringLiteral("mnu_res"),   QStringLiteral("mnu_Reports"),
-    QStringLiteral("Mnu_import"), QStringLiteral("mnu_exp"),  QStringLiteral("Mnu_Purge"),
+    QStringLiteral("mnu_study"),  QStringLiteral("mnu_res"),     QStringLiteral("mnu_Reports"),
+    QStringLiteral("Mnu_import"), QStringLiteral("mnu_exp"),     QStringLiteral("Mnu_Purge"),
     QStringLiteral("Cls"),        QStringLiteral("mnu_cgroups"), QStringLiteral("mnu_Compute"),
 };
 
@@ -65,35 +65,78 @@ std::vector<MenuStep> off(const QStringList& names) {
     return out;
 }
 
-QString s(const char* text) { return QString::fromLatin1(text); }
+QString s(const char* text) {
+    return QString::fromLatin1(text);
+}
 
 const std::vector<MenuStep>& literal(MenuChange change) {
-    static const std::vector<MenuStep> frameLoad =
-        off({s("mnu_Reports"), s("mnu_res"), s("mnu_Compute")});
-    static const std::vector<MenuStep> chainBad = std::vector<MenuStep>{
-        {s("mnu_study"), true},  {s("mnu_res"), false},   {s("mnu_Reports"), false}, {s("mnu_tools"), true},
-        {s("mnu_Help"), true},   {s("Mnu_import"), false}, {s("mnu_exp"), false},    {s("Mnu_Purge"), false},
-        {s("Cls"), false},       {tb3, false},             {tb4, false},             {s("mnu_cgroups"), false},
-        {s("mnu_Compute"), false}, {s("mnu_study"), false},
+    static const std::vector<MenuStep> frameLoad = off({s("mnu_Reports"), s("mnu_res"), s("mnu_Compute")});
+    static const std::vector<MenuStep> chainBad{
+        {s("mnu_study"), true},
+        {s("mnu_res"), false},
+        {s("mnu_Reports"), false},
+        {s("mnu_tools"), true},
+        {s("mnu_Help"), true},
+        {s("Mnu_import"), false},
+        {s("mnu_exp"), false},
+        {s("Mnu_Purge"), false},
+        {s("Cls"), false},
+        {tb3, false},
+        {tb4, false},
+        {s("mnu_cgroups"), false},
+        {s("mnu_Compute"), false},
+        {s("mnu_study"), false},
     };
-    static const std::vector<MenuStep> ready = std::vector<MenuStep>{
-        {s("mnu_study"), true}, {s("mnu_res"), true},    {s("mnu_Reports"), true}, {s("mnu_tools"), true},
-        {s("mnu_Help"), true},  {s("mnu_setup"), true},  {tb1, true},              {s("Mnu_import"), true},
-        {s("mnu_exp"), true},   {s("Mnu_Purge"), true},  {s("Cls"), true},         {tb3, true},
-        {tb4, true},            {s("mnu_cgroups"), true}, {s("mnu_Compute"), true},
+    static const std::vector<MenuStep> ready{
+        {s("mnu_study"), true},
+        {s("mnu_res"), true},
+        {s("mnu_Reports"), true},
+        {s("mnu_tools"), true},
+        {s("mnu_Help"), true},
+        {s("mnu_setup"), true},
+        {tb1, true},
+        {s("Mnu_import"), true},
+        {s("mnu_exp"), true},
+        {s("Mnu_Purge"), true},
+        {s("Cls"), true},
+        {tb3, true},
+        {tb4, true},
+        {s("mnu_cgroups"), true},
+        {s("mnu_Compute"), true},
     };
-    static const std::vector<MenuStep> openFailed = std::vector<MenuStep>{
-        {s("mnu_res"), false},   {s("mnu_Reports"), false}, {tb1, false},           {s("Mnu_import"), false},
-        {s("mnu_exp"), false},   {s("Mnu_Purge"), false},   {s("Cls"), false},      {tb3, false},
-        {tb4, false},            {s("mnu_cgroups"), false}, {s("mnu_Compute"), false}, {s("mnu_tools"), true},
+    static const std::vector<MenuStep> openFailed{
+        {s("mnu_res"), false},
+        {s("mnu_Reports"), false},
+        {tb1, false},
+        {s("Mnu_import"), false},
+        {s("mnu_exp"), false},
+        {s("Mnu_Purge"), false},
+        {s("Cls"), false},
+        {tb3, false},
+        {tb4, false},
+        {s("mnu_cgroups"), false},
+        {s("mnu_Compute"), false},
+        {s("mnu_tools"), true},
         {s("mnu_Help"), true},
     };
-    static const std::vector<MenuStep> openFailedAfter = std::vector<MenuStep>{
-        {s("mnu_study"), true}, {s("mnu_res"), false}, {s("mnu_Reports"), false}, {s("mnu_Compute"), false},
+    static const std::vector<MenuStep> openFailedAfter{
+        {s("mnu_study"), true},
+        {s("mnu_res"), false},
+        {s("mnu_Reports"), false},
+        {s("mnu_Compute"), false},
     };
     static const std::vector<MenuStep> fileClose = off({
-        s("mnu_res"), s("mnu_Reports"), s("Mnu_import"), s("mnu_exp"), s("Mnu_Purge"), s("mnu_study"),
-        s("Cls"), tb3, tb4, s("mnu_cgroups"), s("mnu_Compute"),
+        s("mnu_res"),
+        s("mnu_Reports"),
+        s("Mnu_import"),
+        s("mnu_exp"),
+        s("Mnu_Purge"),
+        s("mnu_study"),
+        s("Cls"),
+        tb3,
+        tb4,
+        s("mnu_cgroups"),
+        s("mnu_Compute"),
     });
     static const std::vector<MenuStep> toolbarClose = [] {
         auto v = fileClose;
@@ -102,8 +145,19 @@ const std::vector<MenuStep>& literal(MenuChange change) {
         return v;
     }();
     static const std::vector<MenuStep> trapini = off({
-        s("mnu_study"), s("mnu_res"), s("mnu_Reports"), s("mnu_tools"), s("mnu_Help"), s("mnu_setup"),
-        s("Mnu_import"), s("mnu_exp"), s("Mnu_Purge"), s("Cls"), s("mnu_cgroups"), s("mnu_Compute"), tb3,
+        s("mnu_study"),
+        s("mnu_res"),
+        s("mnu_Reports"),
+        s("mnu_tools"),
+        s("mnu_Help"),
+        s("mnu_setup"),
+        s("Mnu_import"),
+        s("mnu_exp"),
+        s("Mnu_Purge"),
+        s("Cls"),
+        s("mnu_cgroups"),
+        s("mnu_Compute"),
+        tb3,
     });
     static const std::vector<MenuStep> noStudy = off(kNoStudy);
 
@@ -140,9 +194,13 @@ QString RecordingMenus::menuCaption(const QString& name) const {
     return item ? QString::fromLatin1(item->caption) : QString();
 }
 
-MenuSwitch& menus() { return installed ? *installed : fallback; }
+MenuSwitch& menus() {
+    return installed ? *installed : fallback;
+}
 
-void setMenuSwitch(MenuSwitch* menuSwitch) { installed = menuSwitch; }
+void setMenuSwitch(MenuSwitch* menuSwitch) {
+    installed = menuSwitch;
+}
 
 const MenuStateRule& menuStateRule(MenuState state) {
     for (const auto& rule : kRules)
@@ -174,7 +232,9 @@ std::optional<MenuState> menuStateOf(MenuChange change) {
     return std::nullopt;
 }
 
-const std::vector<MenuStep>& menuSteps(MenuChange change) { return literal(change); }
+const std::vector<MenuStep>& menuSteps(MenuChange change) {
+    return literal(change);
+}
 
 void applyMenuState(MenuState state) {
     const MenuStateRule& rule = menuStateRule(state);
@@ -203,7 +263,9 @@ void applyMenuChange(MenuChange change) {
         menus().setMenuEnabled(step.name, step.enabled);
 }
 
-const QStringList& noStudyItems() { return kNoStudy; }
+const QStringList& noStudyItems() {
+    return kNoStudy;
+}
 
 void disableMenus(const QStringList& names) {
     for (const auto& name : names)

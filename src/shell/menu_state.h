@@ -15,7 +15,6 @@
 #include <QHash>
 #include <QString>
 #include <QStringList>
-
 #include <optional>
 #include <vector>
 

@@ -2,7 +2,6 @@
 // Close, the toolbar's Close Database, Exit, Study -> Setup, Help and About; and the menu tree.
 
 #include "frame_fixture.h"
-
 #include "shell/forms/menu_commands.h"
 #include "shell/frame_menu_tree.h"
 #include "shell/frame_texts.h"
@@ -27,7 +26,9 @@ using namespace vesk::test;
 
 namespace {
 
-QString text(const char* s) { return QString::fromUtf8(s); }
+QString text(const char* s) {
+    return QString::fromUtf8(s);
+}
 
 QByteArray fileBytes(const QString& path) {
     QFile f(path);
@@ -102,13 +103,16 @@ void FrameCommandsTest::menuTreeAsTheTableSays() {
     }
     // A few captions letter for letter, the old spellings kept.
     QCOMPARE(frame.item(QStringLiteral("mnu_Open"))->text(), QStringLiteral("&Open.."));
-    QCOMPARE(frame.item(QStringLiteral("mnu_sens"))->text(), QStringLiteral("DALYs -  &Sensitivity Analysis"));
+    QCOMPARE(frame.item(QStringLiteral("mnu_sens"))->text(),
+             QStringLiteral("DALYs -  &Sensitivity Analysis"));
     QCOMPARE(frame.item(QStringLiteral("mnu_exp_epi"))->text(), QStringLiteral("&Epideilogical Estimates"));
-    QCOMPARE(frame.item(QStringLiteral("mnu_impbpu"))->text(), QStringLiteral("&Basic Populatuion Units (BPU)"));
+    QCOMPARE(frame.item(QStringLiteral("mnu_impbpu"))->text(),
+             QStringLiteral("&Basic Populatuion Units (BPU)"));
     QCOMPARE(frame.item(QStringLiteral("mnu_Ppg1SmTbls"))->text(), QStringLiteral("&Summary Details"));
     QCOMPARE(frame.item(QStringLiteral("mnu_BpPYldPAgCa"))->text(),
              QStringLiteral("Percentage Distribution of PYL&Ds among specific causes"));
-    QCOMPARE(frame.item(QStringLiteral("mnu_idalyYldAgSxCu"))->text(), QStringLiteral("IYL&D by Age,Sex and Cause"));
+    QCOMPARE(frame.item(QStringLiteral("mnu_idalyYldAgSxCu"))->text(),
+             QStringLiteral("IYL&D by Age,Sex and Cause"));
     QCOMPARE(frame.item(QStringLiteral("mnu_Reports"))->text(), QStringLiteral("&View"));
     const QStringList top = {"&File", "&Study", "&View", "&Compute", "&Results", "&Tools", "&Help"};
     QStringList shown;
@@ -213,8 +217,8 @@ void FrameCommandsTest::openFailedSaysSo() {
     QCOMPARE(shown.at(0).filter, QStringLiteral("VESK Database (*.vdb)"));
     QCOMPARE(shown.at(1).text, text(frame_texts::kOpenNotVesk));
     FRMMAINMENU& frame = ready.frame();
-    for (const char* off : {"mnu_res", "mnu_Reports", "Mnu_import", "mnu_exp", "Mnu_Purge", "Cls", "mnu_cgroups",
-                            "mnu_Compute"})
+    for (const char* off : {"mnu_res", "mnu_Reports", "Mnu_import", "mnu_exp", "Mnu_Purge", "Cls",
+                            "mnu_cgroups", "mnu_Compute"})
         QVERIFY2(!frame.isMenuEnabled(QString::fromLatin1(off)), off);
     for (int button : {1, 3, 4})
         QVERIFY(!frame.isMenuEnabled(toolbarButtonName(button)));

@@ -9,9 +9,9 @@
 #include <QDir>
 #include <QFile>
 #include <QFileInfo>
+#include <QRegularExpression>
 #include <QSet>
 #include <QTest>
-#include <QRegularExpression>
 #include <QTimer>
 
 namespace vesk::test {
@@ -106,10 +106,11 @@ bool FakeStudyBackend::InitCOB() {
 void FakeStudyBackend::InitCobcd() {
     calls << QStringLiteral("InitCobcd");
     for (int i = 0; i < cobcdErrors; ++i)
-        ErrorStore(0,
-                   QStringLiteral("The Sqla is checked in _DctBdm for cobcd A0%1  but not defined in _MapBdmSqla")
-                       .arg(i + 1),
-                   QStringLiteral("InitCobcd "));
+        ErrorStore(
+            0,
+            QStringLiteral("The Sqla is checked in _DctBdm for cobcd A0%1  but not defined in _MapBdmSqla")
+                .arg(i + 1),
+            QStringLiteral("InitCobcd "));
 }
 
 bool FakeStudyBackend::CheckDatpop() {
@@ -185,11 +186,13 @@ QString stateMismatch(const FRMMAINMENU& frame, MenuState state) {
                 continue;
             const bool expected = on || reach.contains(name);
             if (frame.isMenuEnabled(name) != expected)
-                wrong << name + (expected ? QStringLiteral(" should be enabled") : QStringLiteral(" should be disabled"));
+                wrong << name + (expected ? QStringLiteral(" should be enabled")
+                                          : QStringLiteral(" should be disabled"));
         }
     }
     return wrong.isEmpty() ? QString()
-                           : QStringLiteral("%1: %2").arg(QString::fromLatin1(rule.title), wrong.join(QStringLiteral(", ")));
+                           : QStringLiteral("%1: %2").arg(QString::fromLatin1(rule.title),
+                                                          wrong.join(QStringLiteral(", ")));
 }
 
 } // namespace vesk::test

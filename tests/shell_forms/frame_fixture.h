@@ -10,7 +10,6 @@
 
 #include <QStringList>
 #include <QTemporaryDir>
-
 #include <functional>
 #include <memory>
 

@@ -2,7 +2,6 @@
 // there (docs/screenshots); otherwise they go to a temporary folder and only their making is tested.
 
 #include "frame_fixture.h"
-
 #include "platform/progress.h"
 #include "shell/frame_texts.h"
 

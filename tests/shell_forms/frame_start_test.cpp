@@ -2,7 +2,6 @@
 // tick, on every road the chain can take.
 
 #include "frame_fixture.h"
-
 #include "shell/error_store.h"
 #include "shell/forms/menu_commands.h"
 #include "shell/frame_menu_tree.h"
@@ -23,7 +22,9 @@ using namespace vesk::test;
 
 namespace {
 
-QString text(const char* s) { return QString::fromUtf8(s); }
+QString text(const char* s) {
+    return QString::fromUtf8(s);
+}
 
 QList<int> values(const QSignalSpy& spy) {
     QList<int> out;
@@ -182,10 +183,10 @@ void FrameStartTest::startReady() {
     QVERIFY(program.waitForFrame());
     QVERIFY(program.waitForChain());
     QCOMPARE(program.prompts.messages(), QStringList());
-    QCOMPARE(backend.calls,
-             (QStringList{QStringLiteral("ChkDBStru ") + db, "InitTblNames", "InitDAP", "InitBDS", "InitYear",
-                          "InitPAGScheme", "InitAgeGrps", "InitCOB", "InitCobcd", "InitBPULst _DctBPU",
-                          "InitPAGLst _DctPAG1", "InitDmgphyPrmtrs", "CheckDatpop", "buildPopulationArrays"}));
+    QCOMPARE(backend.calls, (QStringList{QStringLiteral("ChkDBStru ") + db, "InitTblNames", "InitDAP",
+                                         "InitBDS", "InitYear", "InitPAGScheme", "InitAgeGrps", "InitCOB",
+                                         "InitCobcd", "InitBPULst _DctBPU", "InitPAGLst _DctPAG1",
+                                         "InitDmgphyPrmtrs", "CheckDatpop", "buildPopulationArrays"}));
     QVERIFY2(stateMismatch(program.frame(), MenuState::Ready).isEmpty(),
              qPrintable(stateMismatch(program.frame(), MenuState::Ready)));
     QCOMPARE(values(bar), (QList<int>{1, 2, 3, 4, 5, 6, 7}));
@@ -218,7 +219,8 @@ void FrameStartTest::databaseWithoutStudy() {
     RunningProgram program(folder);
     QVERIFY(program.waitForFrame());
     QVERIFY(program.waitForChain());
-    QCOMPARE(program.prompts.messages(), QStringList{QStringLiteral("No entry in the Dictionary of Studies")});
+    QCOMPARE(program.prompts.messages(),
+             QStringList{QStringLiteral("No entry in the Dictionary of Studies")});
     QCOMPARE(setupOpened, QList<bool>{true});
     QVERIFY(!backend.calls.contains(QStringLiteral("InitYear")));
     QVERIFY2(stateMismatch(program.frame(), MenuState::NoStudy).isEmpty(),

@@ -33,7 +33,8 @@ frmAbout::frmAbout(QWidget* parent) : QDialog(parent) {
     big.setBold(true);
     product->setFont(big);
 
-    auto* version = new QLabel(QStringLiteral("Version %1").arg(QCoreApplication::applicationVersion()), this);
+    auto* version =
+        new QLabel(QStringLiteral("Version %1").arg(QCoreApplication::applicationVersion()), this);
     version->setObjectName(QStringLiteral("lblVersion"));
     auto* about = new QLabel(QString::fromUtf8(t::kAboutText), this);
     about->setObjectName(QStringLiteral("lblDescription"));

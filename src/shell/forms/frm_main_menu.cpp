@@ -1,14 +1,14 @@
 #include "shell/forms/frm_main_menu.h"
 
+#include "platform/cell_array.h"
 #include "platform/prompts.h"
 #include "shell/error_store.h"
 #include "shell/forms/frm_about.h"
 #include "shell/forms/menu_commands.h"
+#include "shell/forms/shell_resources.h"
 #include "shell/frame_menu_tree.h"
 #include "shell/frame_preferences.h"
-#include "shell/forms/shell_resources.h"
 #include "shell/frame_texts.h"
-#include "platform/cell_array.h"
 
 #include <QAction>
 #include <QApplication>
@@ -17,15 +17,16 @@
 #include <QDir>
 #include <QFileInfo>
 #include <QLabel>
+#include <QLinearGradient>
 #include <QMdiArea>
 #include <QMenu>
 #include <QMenuBar>
 #include <QProgressBar>
 #include <QStatusBar>
+#include <QStyle>
 #include <QTimer>
 #include <QToolBar>
 #include <QUrl>
-
 #include <exception>
 
 namespace vesk {
@@ -34,7 +35,9 @@ namespace t = frame_texts;
 
 namespace {
 
-QString text(const char* s) { return QString::fromUtf8(s); }
+QString text(const char* s) {
+    return QString::fromUtf8(s);
+}
 
 // The commands the frame carries itself.
 const QStringList kOwnCommands = {
@@ -50,7 +53,9 @@ const char kNotBuiltTip[] = "Not built into this version of VESK yet.";
 
 } // namespace
 
-void FrameProgress::setRange(int minimum, int maximum) { bar_->setRange(minimum, maximum); }
+void FrameProgress::setRange(int minimum, int maximum) {
+    bar_->setRange(minimum, maximum);
+}
 
 void FrameProgress::setValue(int value) {
     bar_->setValue(value);
@@ -63,7 +68,9 @@ void FrameProgress::setText(const QString& text) {
     label_->repaint();
 }
 
-void FrameProgress::setVisible(bool visible) { bar_->setVisible(visible); }
+void FrameProgress::setVisible(bool visible) {
+    bar_->setVisible(visible);
+}
 
 FRMMAINMENU::FRMMAINMENU(QWidget* parent) : QMainWindow(parent), chain_(*this) {
     initShellResources();
@@ -74,6 +81,11 @@ FRMMAINMENU::FRMMAINMENU(QWidget* parent) : QMainWindow(parent), chain_(*this) {
 
     mdiArea_ = new QMdiArea(this);
     mdiArea_->setObjectName(QStringLiteral("MDIArea"));
+    QLinearGradient backdrop(0, 0, 0, 1);
+    backdrop.setCoordinateMode(QGradient::ObjectBoundingMode);
+    backdrop.setColorAt(0, QColor(0xe6, 0xec, 0xee));
+    backdrop.setColorAt(1, QColor(0xa9, 0xbc, 0xc1));
+    mdiArea_->setBackground(backdrop);
     setCentralWidget(mdiArea_);
 
     buildMenus();
@@ -129,9 +141,15 @@ void FRMMAINMENU::buildToolbar() {
     Toolbar1 = addToolBar(QStringLiteral("Toolbar1"));
     Toolbar1->setObjectName(QStringLiteral("Toolbar1"));
     Toolbar1->setMovable(false);
-    Toolbar1->setToolButtonStyle(Qt::ToolButtonTextOnly);
+    Toolbar1->setToolButtonStyle(Qt::ToolButtonTextUnderIcon);
+    Toolbar1->setIconSize(QSize(24, 24));
+    // ImageList1: the pictures of the five buttons, from the style of the platform.
+    const QStyle::StandardPixmap pictures[] = {QStyle::SP_FileDialogDetailedView, QStyle::SP_DialogOpenButton,
+                                               QStyle::SP_FileDialogListView, QStyle::SP_DialogCloseButton,
+                                               QStyle::SP_BrowserStop};
     for (const ToolbarButtonDef& button : toolbarButtons()) {
-        QAction* action = Toolbar1->addAction(QString::fromLatin1(button.key));
+        QAction* action = Toolbar1->addAction(style()->standardIcon(pictures[button.index - 1]),
+                                              QString::fromLatin1(button.key));
         action->setData(QString::fromLatin1(button.key)); // the button's key
         const QString name = toolbarButtonName(button.index);
         action->setObjectName(name);
@@ -193,7 +211,9 @@ void FRMMAINMENU::runCommand(const QString& name) {
     }
 }
 
-QAction* FRMMAINMENU::item(const QString& name) const { return items_.value(name); }
+QAction* FRMMAINMENU::item(const QString& name) const {
+    return items_.value(name);
+}
 
 bool FRMMAINMENU::isBuilt(const QString& name) const {
     if (name == toolbarButtonName(3))
@@ -235,7 +255,9 @@ void FRMMAINMENU::setTimerEnabled(bool enabled) {
         Timer1->stop();
 }
 
-bool FRMMAINMENU::isTimerEnabled() const { return Timer1->isActive(); }
+bool FRMMAINMENU::isTimerEnabled() const {
+    return Timer1->isActive();
+}
 
 void FRMMAINMENU::showErrorViewer() {
     if (const MenuCommand& viewer = errorViewerOpener()) {
@@ -288,7 +310,9 @@ void FRMMAINMENU::setMenuEnabled(const QString& name, bool enabled) {
     refresh(name);
 }
 
-bool FRMMAINMENU::isMenuEnabled(const QString& name) const { return logical_.value(name, true); }
+bool FRMMAINMENU::isMenuEnabled(const QString& name) const {
+    return logical_.value(name, true);
+}
 
 void FRMMAINMENU::setMenuCaption(const QString& name, const QString& caption) {
     if (QAction* action = items_.value(name))
@@ -303,8 +327,8 @@ QString FRMMAINMENU::menuCaption(const QString& name) const {
 void FRMMAINMENU::mnu_veskh_Click() {
     const QString help = QDir(chain_.programFolder()).filePath(QStringLiteral("veskhelp.hlp"));
     if (!QFileInfo(help).isFile()) {
-        prompts().ask(text(t::kHelpMissing) + QLatin1Char('\n') + QDir::toNativeSeparators(help),
-                      Buttons::Ok, Icon::Warning, text(t::kNotBuiltTitle));
+        prompts().ask(text(t::kHelpMissing) + QLatin1Char('\n') + QDir::toNativeSeparators(help), Buttons::Ok,
+                      Icon::Warning, text(t::kNotBuiltTitle));
         return;
     }
     if (!QDesktopServices::openUrl(QUrl::fromLocalFile(help)))

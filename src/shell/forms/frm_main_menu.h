@@ -12,7 +12,6 @@
 
 #include <QHash>
 #include <QMainWindow>
-
 #include <functional>
 
 class QAction;

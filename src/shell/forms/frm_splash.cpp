@@ -22,6 +22,7 @@ frmSplash::frmSplash(std::function<void()> showMain, QWidget* parent)
     initShellResources();
     setObjectName(QStringLiteral("frmSplash"));
     setWindowTitle(QString::fromUtf8(frame_texts::kProductName));
+    setAttribute(Qt::WA_StyledBackground);
     setStyleSheet(QStringLiteral("#frmSplash { background: #f4f1e8; border: 2px solid #0f3d44; }"));
 
     auto* logo = new QLabel(this);

@@ -4,7 +4,6 @@
 // then, so the first play is silent.
 
 #include <QWidget>
-
 #include <functional>
 
 class QTimer;

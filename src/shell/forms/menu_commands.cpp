@@ -27,15 +27,25 @@ void registerMenuCommand(const QString& itemName, MenuCommand command) {
     registry().insert(itemName, std::move(command));
 }
 
-MenuCommand menuCommand(const QString& itemName) { return registry().value(itemName); }
+MenuCommand menuCommand(const QString& itemName) {
+    return registry().value(itemName);
+}
 
-void setStudySetupOpener(StudySetupOpener opener) { studySetup() = std::move(opener); }
+void setStudySetupOpener(StudySetupOpener opener) {
+    studySetup() = std::move(opener);
+}
 
-const StudySetupOpener& studySetupOpener() { return studySetup(); }
+const StudySetupOpener& studySetupOpener() {
+    return studySetup();
+}
 
-void setErrorViewerOpener(MenuCommand opener) { errorViewer() = std::move(opener); }
+void setErrorViewerOpener(MenuCommand opener) {
+    errorViewer() = std::move(opener);
+}
 
-const MenuCommand& errorViewerOpener() { return errorViewer(); }
+const MenuCommand& errorViewerOpener() {
+    return errorViewer();
+}
 
 void clearMenuCommands() {
     registry().clear();

@@ -9,7 +9,6 @@
 // chain). Their owners register openers for them.
 
 #include <QString>
-
 #include <functional>
 
 namespace vesk {

@@ -3,7 +3,9 @@
 #include <QtGlobal>
 
 // Q_INIT_RESOURCE may not stand inside a namespace.
-static void initShellQrc() { Q_INIT_RESOURCE(shell); }
+static void initShellQrc() {
+    Q_INIT_RESOURCE(shell);
+}
 
 namespace vesk {
 

@@ -1,0 +1,130 @@
+// vesk-cli yll, iyld and pyld, run as a user would run them.
+
+#include "burden/kernel.h"
+#include "kernel_fixture.h"
+#include "platform/csv.h"
+
+#include <QDir>
+#include <QFile>
+#include <QProcess>
+#include <QTemporaryDir>
+
+#include <cmath>
+
+using namespace vesk;
+
+namespace {
+
+struct CliRun {
+    int exitCode = -1;
+    QString out, err;
+};
+
+CliRun runCli(const QStringList& args, const QString& input = {}, const QString& workDir = {}) {
+    QProcess p;
+    if (!workDir.isEmpty())
+        p.setWorkingDirectory(workDir);
+    p.start(QStringLiteral(VESK_BIN_DIR "/vesk-cli"), args);
+    if (!p.waitForStarted())
+        return {};
+    p.write(input.toUtf8());
+    p.closeWriteChannel();
+    p.waitForFinished(30000);
+    return {p.exitCode(), QString::fromUtf8(p.readAllStandardOutput()), QString::fromUtf8(p.readAllStandardError())};
+}
+
+QString writeFile(const QTemporaryDir& dir, const QString& name, const QString& text) {
+    const QString path = dir.filePath(name);
+    QFile f(path);
+    f.open(QIODevice::WriteOnly);
+    f.write(text.toUtf8());
+    return path;
+}
+
+class KernelCli : public vesk::test::KernelTest {
+protected:
+    QTemporaryDir dir;
+};
+
+} // namespace
+
+TEST_F(KernelCli, YllOfEachRowFromAFile) {
+    const QString path = writeFile(dir, "deaths.csv",
+                                   "label,A,l,R,k,beta,C\r\n"
+                                   "F00,0,82.5,0.03,1,0.04,0.1658\r\n"
+                                   "M30,30,50.5,0,0,,\r\n"
+                                   "F45,45.5,38.25,0.03,0,,\r\n");
+    const CliRun r = runCli({"yll", path});
+    EXPECT_EQ(r.exitCode, 0) << r.err.toStdString();
+    EXPECT_TRUE(r.err.isEmpty()) << r.err.toStdString();
+    const auto t = parseCsv(r.out);
+    ASSERT_TRUE(t);
+    EXPECT_EQ(t->header, (QStringList{"label", "A", "l", "R", "k", "beta", "C", "yll"}));
+    ASSERT_EQ(t->rows.size(), 3);
+    EXPECT_EQ(t->rows[1].mid(0, 7), (QStringList{"M30", "30", "50.5", "0", "0", "", ""}));
+    EXPECT_EQ(t->rows[0][7], csvNumber(FnYLLF(0, 82.5f, 0.03f, 1, Cell(0.04), Cell(0.1658))));
+    EXPECT_NEAR(t->rows[0][7].toDouble(), 33.13, 0.005);
+    EXPECT_EQ(t->rows[1][7], "50.5");
+    EXPECT_EQ(t->rows[2][7], csvNumber(FnYLLF(45.5f, 38.25f, 0.03f, 0, Cell(""), Cell(""))));
+}
+
+TEST_F(KernelCli, IyldAndPyldFromStandardInput) {
+    const CliRun i = runCli({"iyld"}, "a,L,D,r,K,Beta,C,N\n30,10,0.2,0,0,,,3\n30,0,0.2,0.03,0.5,0.04,0.1658,3\n");
+    EXPECT_EQ(i.exitCode, 0) << i.err.toStdString();
+    const auto ti = parseCsv(i.out);
+    ASSERT_TRUE(ti);
+    ASSERT_EQ(ti->rows.size(), 2);
+    EXPECT_EQ(ti->header.last(), "iyld");
+    EXPECT_EQ(ti->rows[0].last(), csvNumber(0.2f * 10.0f * 3.0f));
+    EXPECT_EQ(ti->rows[1].last(), csvNumber(FnlYLD(30, 0, 0.2f, 0.03f, 0.5f, Cell(0.04), Cell(0.1658), 3)));
+    EXPECT_NEAR(ti->rows[1].last().toDouble(), 10.0, 1e-5);
+
+    const CliRun p = runCli({"pyld", "-"}, "a,D,K,Beta,C,N\n45,0.35,1,0.04,0.1658,12\n45,0.35,0.5,0.04,0.1658,12\n");
+    EXPECT_EQ(p.exitCode, 0) << p.err.toStdString();
+    const auto tp = parseCsv(p.out);
+    ASSERT_TRUE(tp);
+    ASSERT_EQ(tp->rows.size(), 2);
+    EXPECT_EQ(tp->rows[0].last(), csvNumber(FnPYLD(45, 0.35f, 1, Cell(0.04), Cell(0.1658), 12)));
+    EXPECT_EQ(tp->rows[1].last(), "0");
+}
+
+TEST_F(KernelCli, StoredErrorsGoToStandardErrorRowByRow) {
+    QTemporaryDir work;
+    const CliRun r = runCli({"yll"}, "a,L,r,K,Beta,C\n30,50,0.03,1,0.04,0.1658\n30,50,1,0,0.04,0\n30,50,0,1,0,0.1658\n",
+                         work.path());
+    EXPECT_EQ(r.exitCode, 1);
+    EXPECT_EQ(r.err,
+              "row 2: error -10: Invalid parameter value, r must be >=0 and <1 (FnYLLF)\n"
+              "row 2: error -14: Invalid parameter value, C should be <= 0  (FnYLLF)\n"
+              "row 3: error 11: Division by zero (FnYLLF)\n");
+    const auto t = parseCsv(r.out);
+    ASSERT_TRUE(t);
+    ASSERT_EQ(t->rows.size(), 3); // every row is written
+    EXPECT_EQ(t->rows[1].last(), csvNumber(1 - std::exp(-50.0)));
+    EXPECT_EQ(t->rows[2].last(), "0");
+    // The tool leaves no log file where it was run.
+    EXPECT_TRUE(QDir(work.path()).entryList(QDir::Files).isEmpty());
+}
+
+TEST_F(KernelCli, AMissingColumnIsAClearError) {
+    const CliRun r = runCli({"iyld"}, "a,L,D,r,K,Beta,N\n30,10,0.2,0,0,,3\n");
+    EXPECT_EQ(r.exitCode, 2);
+    EXPECT_TRUE(r.out.isEmpty());
+    EXPECT_TRUE(r.err.contains("no column 'C'")) << r.err.toStdString();
+}
+
+TEST_F(KernelCli, AFieldThatIsNoNumberIsAClearError) {
+    const CliRun r = runCli({"pyld"}, "a,D,K,Beta,C,N\n45,0.35,1,0.04,0.1658,12\n45,heavy,1,0.04,0.1658,12\n");
+    EXPECT_EQ(r.exitCode, 2);
+    EXPECT_TRUE(r.out.isEmpty());
+    EXPECT_TRUE(r.err.contains("row 2, column 'D': 'heavy' is not a number")) << r.err.toStdString();
+}
+
+TEST_F(KernelCli, HelpNamesTheColumns) {
+    const CliRun r = runCli({"iyld", "--help"});
+    EXPECT_EQ(r.exitCode, 0);
+    EXPECT_TRUE(r.out.contains("a, L, D, r, K, Beta,")) << r.out.toStdString();
+    const CliRun all = runCli({"--help"});
+    EXPECT_TRUE(all.out.contains("yll")) << all.out.toStdString();
+    EXPECT_TRUE(all.out.contains("pyld"));
+}

@@ -20,8 +20,12 @@ struct Fault {
     const char* words;
 };
 
-[[noreturn]] void fail(int number, const char* words) { throw Fault{number, words}; }
-[[noreturn]] void overflow() { fail(kErrOverflow, kOverflow); }
+[[noreturn]] void fail(int number, const char* words) {
+    throw Fault{number, words};
+}
+[[noreturn]] void overflow() {
+    fail(kErrOverflow, kOverflow);
+}
 
 // The error handler of a kernel function: every failure goes to the error store under the
 // function's name, and the run resumes with the next statement.
@@ -131,8 +135,12 @@ float single(double v) {
     return f;
 }
 
-double ex(double x) { return finite(std::exp(x)); }
-double sq(double x) { return finite(x * x); }
+double ex(double x) {
+    return finite(std::exp(x));
+}
+double sq(double x) {
+    return finite(x * x);
+}
 
 double quot(double numerator, double denominator) {
     if (denominator == 0.0) {

@@ -12,7 +12,8 @@
 // rate per year, K the age-weighting modulation (0 = none, 1 = full), C*x*exp(-Beta*x) the age
 // weight. With r > 0 and K = 1 it integrates to
 //
-//   D*K*C*exp(r*a)/(r+Beta)^2 * [ exp(-(r+Beta)*(a+L))*(-(r+Beta)*(a+L)-1) - exp(-(r+Beta)*a)*(-(r+Beta)*a-1) ]
+//   D*K*C*exp(r*a)/(r+Beta)^2 * [ exp(-(r+Beta)*(a+L))*(-(r+Beta)*(a+L)-1)
+//                                 - exp(-(r+Beta)*a)*(-(r+Beta)*a-1) ]
 //
 // and with K = 0 to D*(1-exp(-r*L))/r. Where K lies strictly between 0 and 1 the functions below
 // keep the program's own forms of the unweighted share, which are not the integral (see each one).

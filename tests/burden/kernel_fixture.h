@@ -5,9 +5,7 @@
 #include "shell/settings.h"
 
 #include <QTemporaryDir>
-
 #include <gtest/gtest.h>
-
 #include <tuple>
 #include <vector>
 

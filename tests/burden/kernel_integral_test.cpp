@@ -52,7 +52,9 @@ double weightedIntegral(const Params& p) {
 // The whole burden integral of one case, times N.
 double burdenIntegral(const Params& p) {
     const double r = p.r, K = p.K, b = p.beta, c = p.c, a = p.a, D = p.D;
-    const auto f = [&](double x) { return D * (K * c * x * std::exp(-b * x) + (1 - K)) * std::exp(-r * (x - a)); };
+    const auto f = [&](double x) {
+        return D * (K * c * x * std::exp(-b * x) + (1 - K)) * std::exp(-r * (x - a));
+    };
     return simpson(f, a, double(p.a) + double(p.L)) * p.N;
 }
 
@@ -81,11 +83,14 @@ constexpr double kSingleUlp = 1.0 / (1 << 23);
 double tolerance(const Params& p, double expected, double relative, bool roundedExponentials) {
     const double r = p.r, K = p.K, b = p.beta, c = p.c, a = p.a, D = p.D;
     const double top = double(p.a) + double(p.L);
-    const double endError = std::abs(double(p.a + p.L) - top) * std::abs(D * (K * c * top * std::exp(-b * top) + (1 - K)) * std::exp(-r * (top - a))) * p.N;
+    const double endError =
+        std::abs(double(p.a + p.L) - top) *
+        std::abs(D * (K * c * top * std::exp(-b * top) + (1 - K)) * std::exp(-r * (top - a))) * p.N;
     double cancellation = 0;
     if (roundedExponentials && K != 0 && r != 0) {
         const double rb = r + b;
-        const double terms = std::exp(-rb * top) * std::abs(-rb * top - 1) + std::exp(-rb * a) * std::abs(-rb * a - 1);
+        const double terms =
+            std::exp(-rb * top) * std::abs(-rb * top - 1) + std::exp(-rb * a) * std::abs(-rb * a - 1);
         cancellation = D * K * c * std::exp(r * a) / (rb * rb) * terms * kSingleUlp * p.N;
     }
     return relative * std::abs(expected) + endError + cancellation;
@@ -153,7 +158,8 @@ TEST_F(KernelIntegral, PrevalenceYldWithFullWeightsIsItsStatedBracket) {
     for (const Case& k : kCases) {
         const Params& p = k.p;
         const double b = p.beta, a = p.a;
-        const double expected = p.D * p.c * std::exp(-b * a) / (b * b) * (-b * a - 1) * (std::exp(-b) - 1) * p.N;
+        const double expected =
+            p.D * p.c * std::exp(-b * a) / (b * b) * (-b * a - 1) * (std::exp(-b) - 1) * p.N;
         const float v = FnPYLD(p.a, p.D, 1, Cell(p.beta), Cell(p.c), p.N);
         EXPECT_NEAR(v, expected, 4e-6 * std::abs(expected)) << k.what;
         Params year = p;

@@ -70,7 +70,8 @@ TEST_F(Kernel, IyldUndiscountedUnweightedShareIsNotMultipliedByTheWeight) {
     EXPECT_FLOAT_EQ(FnlYLD(30, 10, 0, 0, 0.5f, kBeta, kC, 3), 0.5f * 10 * 3);
     // With D = 0.2 the weighted part is multiplied by D, the unweighted one is not.
     const double b = 0.04, c = 0.1658, a = 30, L = 10;
-    const double weighted = 0.5 * c * std::exp(-b * a) / (b * b) * (std::exp(-b * L) * (-b * (a + L) - 1) - (-b * a - 1));
+    const double weighted =
+        0.5 * c * std::exp(-b * a) / (b * b) * (std::exp(-b * L) * (-b * (a + L) - 1) - (-b * a - 1));
     EXPECT_NEAR(FnlYLD(30, 10, 0.2f, 0, 0.5f, kBeta, kC, 3), (weighted * 0.2 + 5) * 3, 1e-4);
     EXPECT_EQ(errorStoreCount(), 0);
 }
@@ -85,7 +86,8 @@ TEST_F(Kernel, IyldWithZeroBetaAndZeroCIsAnOverflow) {
     // 0/0 is the runtime's overflow; C = 0 is reported by the check first.
     const float v = FnlYLD(30, 10, 0.2f, 0, 1, Cell(0.0), Cell(0.0), 3);
     EXPECT_EQ(v, 0.0f);
-    EXPECT_EQ(storedErrors(), (std::vector<StoredError>{err(-4, kBetaRange, kIYLD), err(6, "Overflow", kIYLD)}));
+    EXPECT_EQ(storedErrors(),
+              (std::vector<StoredError>{err(-4, kBetaRange, kIYLD), err(6, "Overflow", kIYLD)}));
 }
 
 TEST_F(Kernel, IyldOverflowOfASingleIsStoredAndLeavesZero) {
@@ -211,8 +213,9 @@ TEST_F(Kernel, ZeroCIsReportedByIncidenceAndLossButNotByPrevalence) {
     FnlYLD(30, 10, 0.2f, 0.03f, 1, kBeta, Cell(0.0), 3);
     FnPYLD(30, 0.2f, 1, kBeta, Cell(0.0), 3);
     FnYLLF(30, 10, 0.03f, 1, kBeta, Cell(0.0));
-    EXPECT_EQ(storedErrors(), (std::vector<StoredError>{err(-4, kBetaRange, kIYLD),
-                                                        err(-14, "Invalid parameter value, C should be <= 0 ", kYLL)}));
+    EXPECT_EQ(storedErrors(),
+              (std::vector<StoredError>{err(-4, kBetaRange, kIYLD),
+                                        err(-14, "Invalid parameter value, C should be <= 0 ", kYLL)}));
 }
 
 TEST_F(Kernel, EveryCheckFailsInOrderWithItsNumberAndWords) {
@@ -243,7 +246,8 @@ TEST_F(Kernel, RangeLimitsOfTheChecks) {
     EXPECT_EQ(errorStoreCount(), 0);
     FnlYLD(30, 10, 0.2f, 0, 0, Cell(-0.001), Cell(1.0), 3);
     FnYLLF(30, 10, 0, 0, Cell(1.0), Cell(1.0));
-    EXPECT_EQ(storedErrors(), (std::vector<StoredError>{err(-3, kBetaRange, kIYLD), err(-13, kBetaRange, kYLL)}));
+    EXPECT_EQ(storedErrors(),
+              (std::vector<StoredError>{err(-3, kBetaRange, kIYLD), err(-13, kBetaRange, kYLL)}));
 }
 
 TEST_F(Kernel, EmptyBetaSkipsTheBetaAndCChecks) {
@@ -261,8 +265,9 @@ TEST_F(Kernel, NullBetaSkipsTheRangeTestButNotTheCCheck) {
     FnlYLD(30, 10, 0.2f, 0, 0, Cell::null(), Cell(0.0), 3);
     FnPYLD(30, 0.2f, 0, Cell::null(), Cell(-1.0), 3);
     FnYLLF(30, 10, 0, 0, Cell::null(), Cell(0.0));
-    EXPECT_EQ(storedErrors(), (std::vector<StoredError>{err(-4, kBetaRange, kIYLD), err(-7, kBetaRange, kPYLD),
-                                                        err(-14, kCRangeYLL, kYLL)}));
+    EXPECT_EQ(storedErrors(),
+              (std::vector<StoredError>{err(-4, kBetaRange, kIYLD), err(-7, kBetaRange, kPYLD),
+                                        err(-14, kCRangeYLL, kYLL)}));
     clearErrorStore();
     // A Null C fails no comparison.
     FnYLLF(30, 10, 0, 0, kBeta, Cell::null());
@@ -279,13 +284,15 @@ TEST_F(Kernel, NumericTextsAreCheckedAsNumbers) {
     FnlYLD(30, 10, 0.2f, 0, 0, Cell(" 0.04 "), Cell("0.1658"), 3);
     EXPECT_EQ(errorStoreCount(), 0);
     FnlYLD(30, 10, 0.2f, 0, 0, Cell("1.5"), Cell("0"), 3);
-    EXPECT_EQ(storedErrors(), (std::vector<StoredError>{err(-3, kBetaRange, kIYLD), err(-4, kBetaRange, kIYLD)}));
+    EXPECT_EQ(storedErrors(),
+              (std::vector<StoredError>{err(-3, kBetaRange, kIYLD), err(-4, kBetaRange, kIYLD)}));
 }
 
 TEST_F(Kernel, ATextThatIsNoNumberIsATypeMismatchAndFailsItsCheck) {
     // The failed comparison is stored, and the run resumes with the check's own raise.
     FnYLLF(30, 10, 0, 0, Cell("abc"), kC);
-    EXPECT_EQ(storedErrors(), (std::vector<StoredError>{err(13, "Type mismatch", kYLL), err(-13, kBetaRange, kYLL)}));
+    EXPECT_EQ(storedErrors(),
+              (std::vector<StoredError>{err(13, "Type mismatch", kYLL), err(-13, kBetaRange, kYLL)}));
 }
 
 TEST_F(Kernel, EmptyBetaOfACustomRowWithWeightsRunsIntoTheFormula) {

@@ -10,8 +10,12 @@ using namespace vesk;
 
 namespace {
 
-double female(int age) { return 82.5 - 0.79 * age; }
-double male(int age) { return 80.0 - 0.77 * age; }
+double female(int age) {
+    return 82.5 - 0.79 * age;
+}
+double male(int age) {
+    return 80.0 - 0.77 * age;
+}
 
 // Ages first..last in single years; cells as text, as the settings file keeps them, or as numbers.
 CellArray singleYearTable(int first, int last, bool asText = true, int columns = 3) {
@@ -35,7 +39,8 @@ TEST_F(LifeExpAt, InterpolatesLinearlyBetweenSingleYears) {
         EXPECT_FLOAT_EQ(FnLifeExpAt(t, 30.25f, "F"), float(female(30) + 0.25 * (female(31) - female(30))));
         EXPECT_FLOAT_EQ(FnLifeExpAt(t, 30.25f, "M"), float(male(30) + 0.25 * (male(31) - male(30))));
         EXPECT_FLOAT_EQ(FnLifeExpAt(t, 0, "F"), 82.5f);
-        EXPECT_FLOAT_EQ(FnLifeExpAt(t, 99.99f, "M"), float(male(99) + (99.99f - 99) * (male(100) - male(99))));
+        EXPECT_FLOAT_EQ(FnLifeExpAt(t, 99.99f, "M"),
+                        float(male(99) + (99.99f - 99) * (male(100) - male(99))));
     }
 }
 

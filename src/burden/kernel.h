@@ -53,8 +53,12 @@
 
 namespace vesk {
 
-// FnlYLD: incidence-based years lived with disability of N cases of onset at age a lasting L years
-// with disability weight D. Units: years of healthy life. Returns a single float.
+// FnlYLD = N * integral from a to a+L of D*[K*C*x*exp(-Beta*x) + (1-K)]*exp(-r*(x-a)) dx, in the
+// closed forms below (Murray CJL, Quantifying the burden of disease: the technical basis for
+// disability-adjusted life years, Bull WHO 1994;72(3):429-445), except for the unweighted share when
+// K lies strictly between 0 and 1. The incidence-based years lived with disability of N cases of
+// onset at age a lasting L years with disability weight D. Units: years of healthy life; a and L in
+// years. Returns a single float.
 //
 // Exactly one branch applies, the test of r first:
 //   1. r = 0, K = 0:  D*L*N.
@@ -75,8 +79,12 @@ namespace vesk {
 // Edge behaviour: N = 0 gives 0 in every branch; K = 1 passes the checks.
 float FnlYLD(float a, float L, float D, float r, float K, const Cell& Beta, const Cell& C, float N);
 
-// FnPYLD: prevalence-based years lived with disability of N prevalent cases aged a with disability
-// weight D, over one year. Units: years of healthy life. Returns a single float. No discounting.
+// FnPYLD = D*N*[K*C*exp(-Beta*a)/Beta^2*(-Beta*a-1)*(exp(-Beta)-1) + (1-K)] for K = 0 or 1: the
+// age-weighted year of Murray CJL, Quantifying the burden of disease: the technical basis for
+// disability-adjusted life years, Bull WHO 1994;72(3):429-445, in the program's own bracket (see 2).
+// The prevalence-based years lived with disability of N prevalent cases aged a (years) with
+// disability weight D, over one year. Units: years of healthy life. Returns a single float. No
+// discounting.
 //   1. K = 0: D*N.
 //   2. K = 1: D*( K*C*exp(-Beta*a)/Beta^2 * ( exp(-Beta)*(-Beta*a-1) - (-Beta*a-1) ) + (1-K) )*N.
 //      Both brackets carry -Beta*a-1: the one-year duration enters only through exp(-Beta); this is
@@ -87,8 +95,11 @@ float FnlYLD(float a, float L, float D, float r, float K, const Cell& Beta, cons
 //   -6 Beta < 0 or Beta >= 1, -7 C < 0 (both "...Beta must be >=0 and <1"). C = 0 passes here.
 float FnPYLD(float a, float D, float K, const Cell& Beta, const Cell& C, float N);
 
-// FnYLLF: years of life lost by ONE death at age a whose standard life expectancy there is L.
-// Units: years. Returns a double (deaths are multiplied in by the caller).
+// FnYLLF = integral from a to a+L of [K*C*x*exp(-Beta*x) + (1-K)]*exp(-r*(x-a)) dx, in closed form
+// (Murray CJL, Quantifying the burden of disease: the technical basis for disability-adjusted life
+// years, Bull WHO 1994;72(3):429-445): the years of life lost by ONE death at age a (years) whose
+// standard life expectancy there is L (years). Units: years. Returns a double (deaths are multiplied
+// in by the caller).
 //   1. r = 0, K = 0: L.
 //   2. r = 0, K > 0: K*C*exp(-Beta*a)/Beta^2 * ( exp(-Beta*L)*(-Beta*(L+a)-1) - (-Beta*a-1) ) + (1-K)*L.
 //      One statement: with Beta = 0 the division fails and the result is 0.
@@ -104,9 +115,11 @@ float FnPYLD(float a, float D, float K, const Cell& Beta, const Cell& C, float N
 // Example: r = 0.03, K = 1, Beta = 0.04, C = 0.1658, a = 0, L = 82.5 gives 33.13 years.
 double FnYLLF(float a, float L, float r, float K, const Cell& Beta, const Cell& C);
 
-// FnLifeExpAt: standard life expectancy at the fractional age a (years), read from a standard life
-// table MtxLTS of rows (age, female e(x), male e(x)), one row per single year of age. Returns a
-// single float.
+// FnLifeExpAt = e(x) + (a-x)*(e(x+1)-e(x)), x = Int(a): linear interpolation of the standard life
+// expectancy (Murray CJL, Bull WHO 1994;72(3):429-445, where the standard is Coale-Demeny West
+// levels 26 and 25) at the fractional age a (years), read from a standard life table MtxLTS of rows
+// (age, female e(x), male e(x)), one row per single year of age. Units: years. Returns a single
+// float.
 //   Column: "F" 1, "M" 2, "P" 3; any other letter (compared exactly) reads column 0, the age.
 //   If Int(a) (towards minus infinity) equals the age of the LAST row, that row's value is returned
 //   and the fraction ignored (85.7 on a table ending at 85 gives e(85)). Otherwise the first row i

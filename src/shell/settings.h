@@ -7,7 +7,6 @@
 #include "platform/cell_array.h"
 
 #include <QString>
-
 #include <array>
 
 namespace vesk {
@@ -21,14 +20,14 @@ inline constexpr std::array<const char*, kColumnWidthCount> kColumnWidthKeys = {
     "VWC3", "VDC3", "RDC3", "RSC3", "SICC3", "SIEC3", "VPC3", "SSCC3"};
 // What the settings file's reader and writer put in place of an empty (or, writing, zero) width.
 inline constexpr std::array<qint32, kColumnWidthCount> kColumnWidthDefaults = {
-    900,  900,  900,  900,  900,  1000, 450, 700,  //
-    4000, 4000, 4000, 4000, 4000, 1550, 450, 4500, //
+    900,  900,  900,  900,  900,  1000, 450,  700,  //
+    4000, 4000, 4000, 4000, 4000, 1550, 450,  4500, //
     4000, 900,  900,  900,  900,  1550, 1200, 700};
 // What the start-up chain loads when neither VWC1 nor VDC1 holds a value. The third columns differ
 // from the file's defaults; they hold only until the first save.
 inline constexpr std::array<qint32, kColumnWidthCount> kChainColumnWidthDefaults = {
-    900,  900,  900,  900,  900,  1000, 450, 700,  //
-    4000, 4000, 4000, 4000, 4000, 1550, 450, 4500, //
+    900,  900,  900,  900,  900,  1000, 450,  700,  //
+    4000, 4000, 4000, 4000, 4000, 1550, 450,  4500, //
     800,  800,  800,  800,  800,  1550, 1200, 700};
 
 // The index in ColWdth of a width key ("VWC1", "sscc3"...), -1 for an unknown key.
@@ -134,8 +133,8 @@ struct PreferencesControls {
     QString txtTempArea;
     QString txtImpLoc;
     QString txtSampPct;
-    bool loaded = false;  // the form has been loaded
-    bool changed = false; // something on the form was changed
+    bool loaded = false;     // the form has been loaded
+    bool changed = false;    // something on the form was changed
     CellArray userLifeTable; // the user defined standard life table, when one is loaded
     bool userLifeTableLoaded = false;
 };

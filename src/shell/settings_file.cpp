@@ -35,7 +35,9 @@ QString settingsFilePath(const QString& appPath) {
     return appPath + stp::pathSeparator() + QLatin1String(kSettingsFileName);
 }
 
-QString settingsFilePath() { return settingsFilePath(settings().AppPath); }
+QString settingsFilePath() {
+    return settingsFilePath(settings().AppPath);
+}
 
 bool trapini() {
     return prompts().ask(QString::fromUtf8(t::kTrapini), Buttons::YesNo, Icon::Warning,
@@ -45,8 +47,8 @@ bool trapini() {
 SettingsResult InitVESKFilePath(const QString& programFolder, VeskSettings& s, PreferencesControls& p) {
     SettingsResult result;
     try {
-        s.AppPath = appPathFor(programFolder.isEmpty() ? QCoreApplication::applicationDirPath()
-                                                       : programFolder);
+        s.AppPath =
+            appPathFor(programFolder.isEmpty() ? QCoreApplication::applicationDirPath() : programFolder);
         s.SampPct = 100;
         p.txtSampPct = QStringLiteral("100");
         if (QFileInfo(settingsFilePath(s.AppPath)).isFile())

@@ -13,7 +13,9 @@ using stp::heading;
 
 namespace {
 
-QString fileOrDefault(const QString& file) { return file.isEmpty() ? settingsFilePath() : file; }
+QString fileOrDefault(const QString& file) {
+    return file.isEmpty() ? settingsFilePath() : file;
+}
 
 // Index of the first line at or after `from` whose heading is `name`, or -1.
 qsizetype findHeading(const QStringList& lines, const QString& name, qsizetype from = 0) {
@@ -117,10 +119,20 @@ bool FnReadPanel(int panel, CellArray& table, const QString& file) {
     return true;
 }
 
-bool FnReadPanel0(CellArray& table, const QString& file) { return FnReadPanel(0, table, file); }
-bool FnReadPanel1(CellArray& table, const QString& file) { return FnReadPanel(1, table, file); }
-bool FnReadPanel2(CellArray& table, const QString& file) { return FnReadPanel(2, table, file); }
-bool FnReadPanel3(CellArray& table, const QString& file) { return FnReadPanel(3, table, file); }
-bool FnReadPanel4(CellArray& table, const QString& file) { return FnReadPanel(4, table, file); }
+bool FnReadPanel0(CellArray& table, const QString& file) {
+    return FnReadPanel(0, table, file);
+}
+bool FnReadPanel1(CellArray& table, const QString& file) {
+    return FnReadPanel(1, table, file);
+}
+bool FnReadPanel2(CellArray& table, const QString& file) {
+    return FnReadPanel(2, table, file);
+}
+bool FnReadPanel3(CellArray& table, const QString& file) {
+    return FnReadPanel(3, table, file);
+}
+bool FnReadPanel4(CellArray& table, const QString& file) {
+    return FnReadPanel(4, table, file);
+}
 
 } // namespace vesk

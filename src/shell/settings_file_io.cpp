@@ -5,7 +5,6 @@
 #include <QDir>
 #include <QFile>
 #include <QFileInfo>
-
 #include <cmath>
 #include <limits>
 
@@ -41,9 +40,13 @@ RuntimeError openErrorFor(const QString& path, bool forWriting) {
     return {75, QStringLiteral("Path/File access error")};
 }
 
-RuntimeError inputPastEnd() { return {62, QStringLiteral("Input past end of file")}; }
+RuntimeError inputPastEnd() {
+    return {62, QStringLiteral("Input past end of file")};
+}
 
-RuntimeError overflow() { return {6, QStringLiteral("Overflow")}; }
+RuntimeError overflow() {
+    return {6, QStringLiteral("Overflow")};
+}
 
 QString Trim(const QString& text) {
     qsizetype b = 0, e = text.size();
@@ -54,7 +57,9 @@ QString Trim(const QString& text) {
     return text.mid(b, e - b);
 }
 
-QString heading(const QString& line) { return Trim(line).toUpper(); }
+QString heading(const QString& line) {
+    return Trim(line).toUpper();
+}
 
 QString pathSeparator() {
 #ifdef Q_OS_WIN
@@ -72,9 +77,13 @@ QString upperWhereCaseBlind(const QString& path) {
 #endif
 }
 
-qint16 toInt16(const QString& text) { return toInteger<qint16>(text); }
+qint16 toInt16(const QString& text) {
+    return toInteger<qint16>(text);
+}
 
-qint32 toInt32(const QString& text) { return toInteger<qint32>(text); }
+qint32 toInt32(const QString& text) {
+    return toInteger<qint32>(text);
+}
 
 bool readLines(const QString& path, QStringList& lines) {
     lines.clear();

@@ -94,6 +94,8 @@ inline constexpr char kLtsWho[] = "[Standard Life Table-WHO]";
 inline constexpr char kLtsUser[] = "[User Defined Life Table]";
 
 // Column of the value after a literal: the one right after it.
-inline int valueColumn(const char* literal) { return static_cast<int>(qstrlen(literal)) + 1; }
+inline int valueColumn(const char* literal) {
+    return static_cast<int>(qstrlen(literal)) + 1;
+}
 
 } // namespace vesk::stp

@@ -169,11 +169,11 @@ Cell numberOr(const QString& text, int fallback) {
 
 void readOpenInterval(Reader& r) {
     r.line = r.in.next();
-    r.s.ChoiceFiveYrs = numberOr(Mid(r.line, stp::valueColumn(stp::kChoiceFiveYrsKey)),
-                                 settings_defaults::ChoiceFiveYrs);
+    r.s.ChoiceFiveYrs =
+        numberOr(Mid(r.line, stp::valueColumn(stp::kChoiceFiveYrsKey)), settings_defaults::ChoiceFiveYrs);
     r.line = r.in.next();
-    r.s.UpperAgeIntvl = numberOr(Mid(r.line, stp::valueColumn(stp::kUpperAgeIntvlKey)),
-                                 settings_defaults::UpperAgeIntvl);
+    r.s.UpperAgeIntvl =
+        numberOr(Mid(r.line, stp::valueColumn(stp::kUpperAgeIntvlKey)), settings_defaults::UpperAgeIntvl);
     // Normally "[LIFE TABLE]", which falls to the next comparison of this pass.
     r.line = r.in.next();
     if (r.line.isEmpty())

@@ -22,7 +22,9 @@ namespace {
 class StpWriter {
 public:
     void line(const QString& text) { out_ += text + QStringLiteral("\r\n"); }
-    void line(const char* literal, const QString& value = QString()) { line(QString::fromUtf8(literal) + value); }
+    void line(const char* literal, const QString& value = QString()) {
+        line(QString::fromUtf8(literal) + value);
+    }
     const QString& text() const { return out_; }
 
 private:
@@ -189,11 +191,14 @@ void saveWhole(const QString& path, const QString& text) {
     if (target.exists() && !target.isWritable())
         throw stp::openErrorFor(path, true);
     QSaveFile file(path);
-    if (!file.open(QIODevice::WriteOnly))
+    if (!file.open(QIODevice::WriteOnly | QIODevice::Unbuffered))
         throw stp::openErrorFor(path, true);
-    file.write(text.toUtf8());
+    const QByteArray bytes = text.toUtf8();
+    const bool written = file.write(bytes) == bytes.size();
+    if (!written)
+        file.cancelWriting();
     if (!file.commit()) {
-        if (file.error() == QFileDevice::WriteError)
+        if (!written || file.error() == QFileDevice::WriteError)
             throw stp::RuntimeError{61, QStringLiteral("Disk full")};
         throw stp::openErrorFor(path, true);
     }
@@ -207,7 +212,7 @@ bool pathsMissing(const PreferencesControls& p) {
 } // namespace
 
 WriteResult Write_To_Vesk_Stp(VeskSettings& s, PreferencesControls& p) {
-    loadBlocks(s, settingsFilePath(s.AppPath));
+    loadBlocks(s, settingsFilePath(cutDriveRoot(s.AppPath)));
     s.SampPct = p.txtSampPct.isEmpty() ? 100 : Val(p.txtSampPct);
     p.cmbVESKADW = QStringLiteral("DatADW");
     p.cmbVESKCSMP = QStringLiteral("DatCSM");

@@ -28,7 +28,8 @@ inline constexpr char kPleaseCheckPath[] = "Please check Path";
 inline constexpr char kWriterPathsEmpty[] =
     "Please fill in the VESK Database Path along with the Database Object Or also the Temp Or "
     "Statistical Output Directories or the vesk.stp file will not be generated or updated";
-inline constexpr char kMachineMissing[] = "Machine Specified does not exist on the network,check machine name";
+inline constexpr char kMachineMissing[] =
+    "Machine Specified does not exist on the network,check machine name";
 
 // Missing settings file.
 inline constexpr char kTrapini[] =

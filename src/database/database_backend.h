@@ -1,7 +1,7 @@
 #pragma once
 // The study database behind the frame's loading chain and its File commands: the structure check,
 // File -> New and the loaders of the study context. The desktop program installs one with
-// setStudyBackend() and gives the context its hooks (menu items, Study Setup, the preferences' OK).
+// setStudyBackend().
 
 #include "shell/study_backend.h"
 

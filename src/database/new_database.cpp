@@ -5,6 +5,7 @@
 #include "database/db_texts.h"
 #include "database/study_context.h"
 #include "platform/prompts.h"
+#include "shell/frame_preferences.h"
 #include "shell/settings.h"
 
 #include <QFileInfo>
@@ -53,8 +54,7 @@ DatabaseLocation handOverToSettings(const QString& path) {
         settings().DBFullPath = loc.share;
     preferences().txtwklocation = loc.folder;
     preferences().txtVESKObj = loc.fileTitle;
-    if (const auto& ok = studyContext().hooks.preferencesOk)
-        ok();
+    preferencesForm().Ok_Click();
     return loc;
 }
 

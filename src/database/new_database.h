@@ -16,7 +16,7 @@ namespace vesk {
 void CreateNewDatabase();
 
 // Hands a study file to the settings: its folder into txtwklocation, its file title into
-// txtVESKObj, and the preferences form's OK pressed (StudyHooks::preferencesOk). A file on a
+// txtVESKObj, and the preferences form's OK pressed (preferencesForm().Ok_Click()). A file on a
 // mapped drive goes under its network path, and the share is kept in DBFullPath.
 DatabaseLocation handOverToSettings(const QString& path);
 

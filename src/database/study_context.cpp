@@ -3,6 +3,8 @@
 #include "database/db_paths.h"
 #include "database/db_texts.h"
 #include "platform/prompts.h"
+#include "shell/loading_chain.h"
+#include "shell/menu_state.h"
 #include "shell/settings.h"
 
 #include <QFileInfo>
@@ -10,10 +12,6 @@
 namespace vesk {
 
 namespace {
-
-// The six items that need a usable current study.
-const std::initializer_list<const char*> kStudyMenus = {"mnu_BPUES", "mnu_studyInp", "mnu_Daly",
-                                                        "mns_lsr",   "mnu_Compute",  "mnu_res"};
 
 QString sameFile(const QString& path) {
     const QFileInfo info(path);
@@ -30,13 +28,6 @@ struct BDSRow {
 StudyContext& studyContext() {
     static StudyContext context;
     return context;
-}
-
-void StudyContext::disableMenus(std::initializer_list<const char*> names) {
-    if (!hooks.setMenuEnabled)
-        return;
-    for (const char* n : names)
-        hooks.setMenuEnabled(QString::fromLatin1(n), false);
 }
 
 void StudyContext::show(const QString& text) {
@@ -85,7 +76,7 @@ bool StudyContext::InitBDS() {
         if (!CurPAGSch.isEmpty())
             return true;
         show(dbtext::NoPAGScheme);
-        disableMenus(kStudyMenus);
+        disableMenus(noStudyItems());
         return false;
     }
     if (rows.size() > 1) {
@@ -103,13 +94,13 @@ bool StudyContext::InitBDS() {
     }
     if (!any->next()) {
         show(dbtext::NoStudyEntry);
-        if (hooks.openStudySetupForFirstStudy)
-            hooks.openStudySetupForFirstStudy();
+        if (FrameHost* frame = frameHost())
+            frame->showStudySetup(true); // with its tabs for a first study
     } else {
         show(dbtext::NoneCurrent1 + QStringLiteral("\r\n") + dbtext::NoneCurrent2 + QStringLiteral("\r\n") +
              dbtext::NoneCurrent3);
     }
-    disableMenus(kStudyMenus);
+    disableMenus(noStudyItems());
     return false;
 }
 

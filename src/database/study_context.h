@@ -5,27 +5,17 @@
 // array member that holds no array (an Empty cell) means "not loaded", and readers test it first.
 //
 // The paths and preferences (AppPath, DBFullPath, StatOutPath, NLdCauses ...) stay in the settings
-// (shell/settings.h); the loaders read the database path from the preferences' texts.
+// (shell/settings.h); the loaders read the database path from the preferences' texts, switch menu
+// items through menus() and open Study Setup through the frame (frameHost()).
 
 #include "database/db_connection.h"
 #include "platform/cell_array.h"
 
 #include <QString>
 #include <array>
-#include <functional>
 #include <memory>
 
 namespace vesk {
-
-// What the loaders need from the windows around them. Every member may be left empty.
-struct StudyHooks {
-    // Enable or disable a menu item by its name ("mnu_Daly", "mns_lsr" ...).
-    std::function<void(const QString& menuName, bool enabled)> setMenuEnabled;
-    // Open Study Setup with its tabs for a first study (a database without any study).
-    std::function<void()> openStudySetupForFirstStudy;
-    // Press the preferences form's OK: write the settings file and re-arm the loading chain.
-    std::function<void()> preferencesOk;
-};
 
 class StudyContext {
 public:
@@ -61,8 +51,6 @@ public:
     // A new database was just made (set True by File -> New before CreateNewDatabase).
     bool NewDBDone = false;
 
-    StudyHooks hooks;
-
     // Loaders.
     bool InitBDS();
     void InitYear();
@@ -86,7 +74,6 @@ public:
     std::shared_ptr<DbConnection> ensureStudyDB(QString* error);
 
 private:
-    void disableMenus(std::initializer_list<const char*> names);
     void show(const QString& text);
     // The column of _DctBDM that carries the current study, as the file spells it; empty if none.
     QString studyColumn();

@@ -6,6 +6,7 @@
 #include "database/study_context.h"
 #include "platform/prompts.h"
 #include "shell/error_store.h"
+#include "shell/menu_state.h"
 
 namespace vesk {
 
@@ -96,7 +97,7 @@ bool StudyContext::InitCOB() {
             return true;
     }
     show(dbtext::NoBDMRecords);
-    disableMenus({"mnu_BPUES", "mnu_studyInp", "mnu_Daly", "mns_lsr", "mnu_Compute", "mnu_res"});
+    disableMenus(noStudyItems());
     return false;
 }
 
@@ -153,7 +154,8 @@ void StudyContext::InitBPULst(const QString& tableName) {
         show(engineDescription(e));
     if (units.isEmpty()) {
         show(dbtext::NoBPUs + CurBDSId);
-        disableMenus({"mnu_studyInp", "mnu_Daly", "mns_lsr", "mnu_Compute", "mnu_res"});
+        disableMenus({QStringLiteral("mnu_studyInp"), QStringLiteral("mnu_Daly"), QStringLiteral("mns_lsr"),
+                      QStringLiteral("mnu_Compute"), QStringLiteral("mnu_res")});
         return;
     }
     VctrBPULst = vector(units);
@@ -177,7 +179,7 @@ void StudyContext::InitPAGLst(const QString& tableName) {
         show(engineDescription(e));
     if (aggregates.isEmpty()) {
         show(dbtext::NoPAGs + CurBDSId);
-        disableMenus({"mnu_studyInp", "mns_lsr"});
+        disableMenus({QStringLiteral("mnu_studyInp"), QStringLiteral("mns_lsr")});
         return;
     }
     VctrPAGLst = vector(aggregates);

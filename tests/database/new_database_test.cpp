@@ -6,6 +6,7 @@
 #include "database/new_database.h"
 #include "database/study_context.h"
 #include "db_test_support.h"
+#include "shell/frame_preferences.h"
 #include "shell/settings.h"
 
 #include <QFile>
@@ -15,16 +16,30 @@ using vesk::test::DbTest;
 
 namespace {
 
+// The preferences form, as far as File -> New presses its OK.
+class PressedPreferences : public PreferencesForm {
+public:
+    void Ok_Click() override {
+        ++pressed;
+        pressedWith = preferences().txtwklocation + " | " + preferences().txtVESKObj;
+    }
+    void showModal() override {}
+    void hide() override {}
+    int pressed = 0;
+    QString pressedWith;
+};
+
 class NewDatabaseTest : public DbTest {
 protected:
     void SetUp() override {
         DbTest::SetUp();
         preferences().txtwklocation = "/old/place";
         preferences().txtVESKObj = "old.vdb";
-        studyContext().hooks.preferencesOk = [this] {
-            ++okPressed;
-            pressedWith = preferences().txtwklocation + " | " + preferences().txtVESKObj;
-        };
+        setPreferencesForm(&form_);
+    }
+    void TearDown() override {
+        setPreferencesForm(nullptr);
+        DbTest::TearDown();
     }
     bool fileNew() { return backend.CreateNewDatabase(); }
     void writeFile(const QString& name, const QByteArray& bytes) {
@@ -34,8 +49,9 @@ protected:
     }
 
     DatabaseStudyBackend backend;
-    int okPressed = 0;
-    QString pressedWith;
+    PressedPreferences form_;
+    int& okPressed = form_.pressed;
+    QString& pressedWith = form_.pressedWith;
 };
 
 TEST_F(NewDatabaseTest, CancelLeavesSettingsAndTheOpenDatabaseAlone) {

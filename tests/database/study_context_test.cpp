@@ -4,6 +4,8 @@
 #include "database/study_context.h"
 #include "db_test_support.h"
 #include "shell/error_store.h"
+#include "shell/loading_chain.h"
+#include "shell/menu_state.h"
 #include "shell/settings.h"
 
 #include <QFile>
@@ -15,6 +17,28 @@ namespace {
 
 const QStringList kSixMenus = {"mnu_BPUES", "mnu_studyInp", "mnu_Daly", "mns_lsr", "mnu_Compute", "mnu_res"};
 
+// The menu items switched off, in their order.
+class OrderedMenus : public RecordingMenus {
+public:
+    void setMenuEnabled(const QString& name, bool enabled) override {
+        if (!enabled)
+            disabled << name;
+        RecordingMenus::setMenuEnabled(name, enabled);
+    }
+    QStringList disabled;
+};
+
+// The frame, as far as the loaders reach it: Study Setup.
+class SetupFrame : public FrameHost {
+public:
+    void setTimerEnabled(bool) override {}
+    bool isTimerEnabled() const override { return false; }
+    void showErrorViewer() override {}
+    void showStudySetup(bool newDatabase) override { opened << newDatabase; }
+    void endProgram() override {}
+    QList<bool> opened;
+};
+
 class StudyContextTest : public DbTest {
 protected:
     void SetUp() override {
@@ -23,13 +47,12 @@ protected:
         db = openDb(file);
         preferences().txtwklocation = dir.path();
         preferences().txtVESKObj = "study.vdb";
-        ctx().hooks.setMenuEnabled = [this](const QString& name, bool enabled) {
-            if (!enabled)
-                disabled << name;
-        };
-        ctx().hooks.openStudySetupForFirstStudy = [this] { ++setupOpened; };
+        setMenuSwitch(&menus_);
+        setFrameHost(&frame_);
     }
     void TearDown() override {
+        setMenuSwitch(nullptr);
+        setFrameHost(nullptr);
         db.reset();
         DbTest::TearDown();
     }
@@ -60,8 +83,10 @@ protected:
 
     QString file;
     std::shared_ptr<DbConnection> db;
-    QStringList disabled;
-    int setupOpened = 0;
+    OrderedMenus menus_;
+    SetupFrame frame_;
+    QStringList& disabled = menus_.disabled;
+    QList<bool>& setupOpened = frame_.opened;
 };
 
 TEST_F(StudyContextTest, InitBDSOpensTheDatabaseLazilyAndReadsTheCurrentStudy) {
@@ -88,7 +113,7 @@ TEST_F(StudyContextTest, AMarkOfMinusOneCountsAsTrue) {
 TEST_F(StudyContextTest, ADatabaseWithoutStudiesOpensStudySetup) {
     EXPECT_FALSE(ctx().InitBDS());
     EXPECT_EQ(prompts.messages(), QStringList({"No entry in the Dictionary of Studies"}));
-    EXPECT_EQ(setupOpened, 1);
+    EXPECT_EQ(setupOpened, QList<bool>({true})); // with the tabs for a first study
     EXPECT_EQ(disabled, kSixMenus);
 }
 
@@ -99,7 +124,7 @@ TEST_F(StudyContextTest, StudiesButNoneCurrent) {
               QStringList({"At least one Study has been defined in the currently open database.\r\n"
                            "But none has been marked as current.\r\n"
                            "Select a study from the Study - Setup menu."}));
-    EXPECT_EQ(setupOpened, 0);
+    EXPECT_TRUE(setupOpened.isEmpty());
     EXPECT_EQ(disabled, kSixMenus);
     EXPECT_TRUE(ctx().CurBDSId.isEmpty());
 }

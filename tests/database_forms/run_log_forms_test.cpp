@@ -6,9 +6,13 @@
 #include "platform/prompts.h"
 #include "shell/error_store.h"
 #include "shell/forms/frm_grid_test.h"
+#include "shell/forms/frm_main_menu.h"
 #include "shell/forms/frm_shw_cnt_mem.h"
+#include "shell/forms/menu_commands.h"
 #include "shell/settings.h"
 
+#include <QMdiArea>
+#include <QMdiSubWindow>
 #include <QTableView>
 #include <QTemporaryDir>
 #include <QtTest>
@@ -112,6 +116,31 @@ private slots:
         std::unique_ptr<FrmShwCntMem> form(FrmShwCntMem::open());
         QVERIFY(form);
         QVERIFY(prompts.shown().isEmpty());
+    }
+
+    void theFrameOpensBothViewersInsideItOneAtATime() {
+        clearMenuCommands();
+        registerRunLogViewers();
+        QVERIFY(errorViewerOpener());
+        QVERIFY(menuCommand("mnu_ShCntMem"));
+        FRMMAINMENU frame;
+        auto titles = [&] {
+            QStringList out;
+            for (QMdiSubWindow* w : frame.mdiArea()->subWindowList())
+                out << w->widget()->objectName();
+            return out;
+        };
+        ErrorStore(5, "Invalid procedure call", "InitCobcd ");
+        errorViewerOpener()(frame);
+        errorViewerOpener()(frame);
+        QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
+        QCOMPARE(titles(), QStringList({"frmgridtest"}));
+        menuCommand("mnu_ShCntMem")(frame);
+        QCOMPARE(prompts.messages(), QStringList({"No results in memory "}));
+        studyContext().MtxDAP = Cell(CellArray{1, 5});
+        menuCommand("mnu_ShCntMem")(frame);
+        QCOMPARE(titles(), QStringList({"frmgridtest", "FrmShwCntMem"}));
+        clearMenuCommands();
     }
 
     void anEmptySoundPathDoesNothingAndSaysNothing() {

@@ -5,6 +5,12 @@
 #include "platform/cell_array.h"
 #include "platform/prompts.h"
 #include "shell/forms/frm_grid_test.h"
+#include "shell/forms/frm_main_menu.h"
+#include "shell/forms/menu_commands.h"
+
+#include <QMdiArea>
+#include <QMdiSubWindow>
+#include <QPointer>
 
 namespace vesk {
 
@@ -32,6 +38,16 @@ QString parameterSet(const Cell& mtxDAP, int i) {
     for (int j = 0; j < m.size(1); ++j)
         values << m(i, j).toString();
     return u'[' + values.join(u',') + u']';
+}
+
+// Shows `form` inside the frame, in place of the one `slot` held before: a form is single.
+void showInFrame(FRMMAINMENU& frame, QWidget* form, QPointer<QMdiSubWindow>& slot) {
+    if (slot)
+        slot->close();
+    form->setAttribute(Qt::WA_DeleteOnClose);
+    slot = frame.mdiArea()->addSubWindow(form);
+    slot->setAttribute(Qt::WA_DeleteOnClose);
+    slot->show();
 }
 
 bool hasContent(const StudyContext& c) {
@@ -72,6 +88,15 @@ QVariant ContentInMemoryModel::headerData(int section, Qt::Orientation orientati
 FrmShwCntMem::FrmShwCntMem(QWidget* parent)
     : QWidget(parent), model_(new ContentInMemoryModel(studyContext(), this)) {
     setupGridForm(this, QStringLiteral("FrmShwCntMem"), QStringLiteral("Content in memory"), model_);
+}
+
+void registerRunLogViewers() {
+    static QPointer<QMdiSubWindow> errors, content;
+    setErrorViewerOpener([](FRMMAINMENU& frame) { showInFrame(frame, new frmgridtest, errors); });
+    registerMenuCommand(QStringLiteral("mnu_ShCntMem"), [](FRMMAINMENU& frame) {
+        if (FrmShwCntMem* form = FrmShwCntMem::open())
+            showInFrame(frame, form, content);
+    });
 }
 
 FrmShwCntMem* FrmShwCntMem::open(QWidget* parent) {

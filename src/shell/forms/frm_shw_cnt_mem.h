@@ -40,4 +40,9 @@ private:
     ContentInMemoryModel* model_;
 };
 
+// Makes the two viewers reachable from the frame: frmgridtest as the error viewer of the loading
+// chain, FrmShwCntMem as the command of mnu_ShCntMem. Each opens inside the frame, one at a time.
+// Call once before the frame is built.
+void registerRunLogViewers();
+
 } // namespace vesk

@@ -46,6 +46,9 @@ void CreateNewDatabase() {
         return;
     }
     handOverToSettings(path);
+    // The new file is the current one from now on: Study Setup, which follows, works on it.
+    QString ignored;
+    ctx.ensureStudyDB(&ignored);
 }
 
 DatabaseLocation handOverToSettings(const QString& path) {

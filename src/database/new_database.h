@@ -12,7 +12,8 @@ namespace vesk {
 // Runs File -> New's dialogue through the prompt service. studyContext().NewDBDone comes in True;
 // Cancel and a refused replacement set it False. A failure of the creation shows "Error from New
 // Database Creation:" with the engine's description and leaves the file as far as it was built and
-// the settings as they were; NewDBDone then stays as it came in.
+// the settings as they were; NewDBDone then stays as it came in. After a hand-over StudyDB is open
+// on the new file.
 void CreateNewDatabase();
 
 // Hands a study file to the settings: its folder into txtwklocation, its file title into

@@ -83,6 +83,8 @@ TEST_F(NewDatabaseTest, ANewFileIsBuiltAndHandedToTheSettings) {
     EXPECT_TRUE(prompts.messages().isEmpty());
     EXPECT_EQ(okPressed, 1);
     EXPECT_EQ(pressedWith, dir.path() + " | fresh.vdb");
+    ASSERT_TRUE(studyContext().StudyDB);
+    EXPECT_EQ(studyContext().StudyDB->path(), path("fresh.vdb"));
     prompts.clear();
     EXPECT_TRUE(ChkDBStru(path("fresh.vdb")));
 }

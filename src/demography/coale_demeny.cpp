@@ -5,7 +5,6 @@
 #include <QCoreApplication>
 #include <QDir>
 #include <QFile>
-
 #include <algorithm>
 #include <cmath>
 #include <limits>
@@ -15,7 +14,8 @@ namespace vesk {
 namespace {
 
 constexpr std::array<const char*, 4> kFamilyNames{"West", "North", "East", "South"};
-constexpr int kRegressedAges[kCdRegressed] = {0, 1, 5, 10, 15, 20, 25, 30, 35, 40, 45, 50, 55, 60, 65, 70, 75};
+constexpr int kRegressedAges[kCdRegressed] = {0,  1,  5,  10, 15, 20, 25, 30, 35,
+                                              40, 45, 50, 55, 60, 65, 70, 75};
 
 // Years of the trapezoid grid of the tail, and the grid's step.
 constexpr double kTailStep = 0.2;
@@ -118,7 +118,9 @@ bool loadRegression(const QString& folder, CoaleDemenyData& d, QString* error) {
         const int* at = std::find(kRegressedAges, kRegressedAges + kCdRegressed, static_cast<int>(age));
         if (at == kRegressedAges + kCdRegressed || age != std::floor(age)) {
             *error = QStringLiteral("%1, line %2: age %3 is not one of 0, 1, 5, ..., 75")
-                         .arg(f.name).arg(row + 2).arg(age);
+                         .arg(f.name)
+                         .arg(row + 2)
+                         .arg(age);
             return false;
         }
         const int i = static_cast<int>(at - kRegressedAges);
@@ -143,7 +145,8 @@ bool loadLevels(const QString& folder, CoaleDemenyData& d, QString* error) {
         if (!c || !number(f, row, 2, level, error) || !number(f, row, 3, e10, error))
             return false;
         if (level < 1 || level > kCdLevels || level != std::floor(level)) {
-            *error = QStringLiteral("%1, line %2: level %3 is not 1 to 25").arg(f.name).arg(row + 2).arg(level);
+            *error =
+                QStringLiteral("%1, line %2: level %3 is not 1 to 25").arg(f.name).arg(row + 2).arg(level);
             return false;
         }
         const int i = static_cast<int>(level) - 1;
@@ -171,7 +174,10 @@ bool loadSeparationFactors(const QString& folder, CoaleDemenyData& d, QString* e
                 return false;
         int which = q == QLatin1String("1a0") ? 0 : q == QLatin1String("4a1") ? 1 : -1;
         if (which < 0) {
-            *error = QStringLiteral("%1, line %2: quantity '%3' is neither 1a0 nor 4a1").arg(f.name).arg(row + 2).arg(q);
+            *error = QStringLiteral("%1, line %2: quantity '%3' is neither 1a0 nor 4a1")
+                         .arg(f.name)
+                         .arg(row + 2)
+                         .arg(q);
             return false;
         }
         if (!mark(seen, key(d, c) * 2 + which, f, row, error))
@@ -322,8 +328,12 @@ std::optional<CdSex> cdSexFromName(const QString& name) {
     return std::nullopt;
 }
 
-QString cdFamilyName(CdFamily f) { return QLatin1String(kFamilyNames[static_cast<int>(f)]); }
+QString cdFamilyName(CdFamily f) {
+    return QLatin1String(kFamilyNames[static_cast<int>(f)]);
+}
 
-QString cdSexLetter(CdSex s) { return s == CdSex::Female ? QStringLiteral("F") : QStringLiteral("M"); }
+QString cdSexLetter(CdSex s) {
+    return s == CdSex::Female ? QStringLiteral("F") : QStringLiteral("M");
+}
 
 } // namespace vesk

@@ -30,7 +30,6 @@
 // cd_a0_4a1_rules.csv. Units: ages and expectancies in years, lx with radix 1.
 
 #include <QString>
-
 #include <array>
 #include <optional>
 
@@ -39,14 +38,14 @@ namespace vesk {
 enum class CdFamily { West, North, East, South };
 enum class CdSex { Female, Male };
 
-inline constexpr int kCdAgeGroups = 21;  // 0, 1, 5, ..., 95+
-inline constexpr int kCdRegressed = 17;  // 0 to 75: the groups with a regression
+inline constexpr int kCdAgeGroups = 21; // 0, 1, 5, ..., 95+
+inline constexpr int kCdRegressed = 17; // 0 to 75: the groups with a regression
 inline constexpr int kCdLevels = 25;
 
 // The published generation rule of one family and sex.
 struct CdSexCoefficients {
     std::array<double, kCdRegressed> linA{}, linB{}, logA{}, logB{};
-    std::array<double, kCdLevels> e10{};  // level 1 to 25
+    std::array<double, kCdLevels> e10{};             // level 1 to 25
     double a0Intercept = 0, a0Slope = 0, a0High = 0; // 1a0 = intercept + slope·q0, or high
     double a1Intercept = 0, a1Slope = 0, a1High = 0; // 4a1 likewise
 };

@@ -18,6 +18,8 @@ bool DoChk(const CellArray& table) {
     return true;
 }
 
-bool DoChk(const Cell& table) { return table.isArray() && DoChk(table.array()); }
+bool DoChk(const Cell& table) {
+    return table.isArray() && DoChk(table.array());
+}
 
 } // namespace vesk

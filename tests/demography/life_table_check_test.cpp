@@ -21,7 +21,9 @@ CellArray table(int first = 0, int last = 100) {
 
 } // namespace
 
-TEST(DoChk, ASingleYearTableTo100Passes) { EXPECT_TRUE(DoChk(table())); }
+TEST(DoChk, ASingleYearTableTo100Passes) {
+    EXPECT_TRUE(DoChk(table()));
+}
 
 TEST(DoChk, LastAgeMustBe100) {
     EXPECT_FALSE(DoChk(table(0, 99)));

@@ -20,7 +20,9 @@ const QString kUsage = QStringLiteral(
     "  --level   1 to 25 (level 1: female e0 20 years; level 25: female e0 80 years)\n"
     "  --data    folder of the coefficient files (default: refdata beside the program)\n");
 
-QString number(double v) { return std::isnan(v) ? QString() : csvNumber(v); }
+QString number(double v) {
+    return std::isnan(v) ? QString() : csvNumber(v);
+}
 
 QString tableCsv(const CdLifeTable& t) {
     QString text = csvLine({"age", "n", "nqx", "lx", "ndx", "nLx", "nmx", "nax", "Tx", "ex"}) + u'\n';
@@ -44,9 +46,11 @@ int run(const QStringList& arguments) {
     const auto level = takeOption(args, QStringLiteral("--level"));
     const auto folder = takeOption(args, QStringLiteral("--data"));
     if (!args.isEmpty())
-        return fail(QStringLiteral("unexpected argument '%1'; see `vesk-cli cdmlt --help`").arg(args.first()));
+        return fail(
+            QStringLiteral("unexpected argument '%1'; see `vesk-cli cdmlt --help`").arg(args.first()));
     if (!family || !sex || !level)
-        return fail(QStringLiteral("--family, --sex and --level are all required; see `vesk-cli cdmlt --help`"));
+        return fail(
+            QStringLiteral("--family, --sex and --level are all required; see `vesk-cli cdmlt --help`"));
     const auto f = cdFamilyFromName(family->trimmed());
     if (!f)
         return fail(QStringLiteral("unknown family '%1': use West, North, East or South").arg(*family));
@@ -66,9 +70,9 @@ int run(const QStringList& arguments) {
     return 0;
 }
 
-const Registrar registrar({QStringLiteral("cdmlt"),
-                           QStringLiteral("Coale-Demeny regional model life table (West, North, East, South)"),
-                           kUsage, run});
+const Registrar registrar(
+    {QStringLiteral("cdmlt"),
+     QStringLiteral("Coale-Demeny regional model life table (West, North, East, South)"), kUsage, run});
 
 } // namespace
 

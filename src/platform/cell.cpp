@@ -149,11 +149,13 @@ bool Cell::operator==(const Cell& other) const {
 }
 
 namespace {
-const QDate kDayZero(1899, 12, 30);
+// 30 December 1899 as a Julian day number: a constant, so that serials work during static
+// initialisation too.
+constexpr qint64 kDayZeroJulian = 2415019;
 constexpr double kMsPerDay = 86400000.0;
 } // namespace
 
-double dateSerial(const QDate& day) { return static_cast<double>(kDayZero.daysTo(day)); }
+double dateSerial(const QDate& day) { return static_cast<double>(day.toJulianDay() - kDayZeroJulian); }
 
 double dateSerial(const QDateTime& when) {
     const double days = dateSerial(when.date());
@@ -166,7 +168,7 @@ QDateTime serialToDateTime(double serial) {
     const double whole = serial < 0 ? std::ceil(serial) : std::floor(serial);
     const double frac = std::fabs(serial - whole);
     qint64 ms = std::llround(frac * kMsPerDay);
-    QDate day = kDayZero.addDays(static_cast<qint64>(whole));
+    QDate day = QDate::fromJulianDay(kDayZeroJulian + static_cast<qint64>(whole));
     if (ms >= static_cast<qint64>(kMsPerDay)) { // rounding reached the next midnight
         ms = 0;
         day = day.addDays(serial < 0 ? -1 : 1);

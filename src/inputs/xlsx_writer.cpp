@@ -247,6 +247,21 @@ bool addSheetsToWorkbook(ZipArchive& zip, const QString& workbookPart, const QLi
         nextSheetId = std::max(nextSheetId, it.next().captured(1).toInt() + 1);
     const QString sheetPrefix = prefixOf(wb, QStringLiteral("sheets"));
     const QString kRelNs = QStringLiteral("http://schemas.openxmlformats.org/officeDocument/2006/relationships");
+    // The relationships' prefix declared on the workbook element; "r" declared there when it has
+    // none (some writers declare it on each sheet element instead).
+    const auto root = QRegularExpression(QStringLiteral("<(\\w+:)?workbook\\b[^>]*>")).match(wb);
+    if (!root.hasMatch()) {
+        *error = QStringLiteral("the workbook part has no workbook element");
+        return false;
+    }
+    QString rel = QRegularExpression(QStringLiteral("xmlns:(\\w+)=\"%1\"").arg(QRegularExpression::escape(kRelNs)))
+                      .match(root.captured(0))
+                      .captured(1);
+    if (rel.isEmpty()) {
+        rel = QStringLiteral("r");
+        wb.insert(root.capturedEnd() - (root.captured(0).endsWith(QLatin1String("/>")) ? 2 : 1),
+                  QStringLiteral(" xmlns:r=\"%1\"").arg(kRelNs));
+    }
     for (const auto& t : tables) {
         int k = 1;
         while (zip.find(folder + QStringLiteral("worksheets/sheet%1.xml").arg(k)))
@@ -263,11 +278,10 @@ bool addSheetsToWorkbook(ZipArchive& zip, const QString& workbookPart, const QLi
                           QStringLiteral("<Override PartName=\"/%1%2\" ContentType=\"application/"
                                          "vnd.openxmlformats-officedocument.spreadsheetml.worksheet+xml\"/>")
                               .arg(folder, target));
-        const QString sheetElement =
-            QStringLiteral("<%1sheet xmlns:vr=\"%2\" name=\"%3\" sheetId=\"%4\" vr:id=\"%5\"/>")
-                .arg(sheetPrefix, kRelNs, t.def.name.toHtmlEscaped())
-                .arg(nextSheetId++)
-                .arg(rid);
+        const QString sheetElement = QStringLiteral("<%1sheet name=\"%2\" sheetId=\"%3\" %4:id=\"%5\"/>")
+                                         .arg(sheetPrefix, t.def.name.toHtmlEscaped())
+                                         .arg(nextSheetId++)
+                                         .arg(rel, rid);
         if (!insertBeforeClose(wb, QStringLiteral("sheets"), sheetElement)) {
             *error = QStringLiteral("the workbook part has no list of sheets");
             return false;

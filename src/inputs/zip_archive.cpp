@@ -1,5 +1,6 @@
 #include "inputs/zip_archive.h"
 
+#include <QDateTime>
 #include <QFile>
 
 #include <minizip/unzip.h>
@@ -52,8 +53,15 @@ bool ZipArchive::write(const QString& path, QString* error) const {
         return false;
     }
     bool ok = true;
+    const QDateTime now = QDateTime::currentDateTime();
     for (const auto& e : entries_) {
         zip_fileinfo zi{};
+        zi.tmz_date.tm_year = static_cast<uInt>(now.date().year());
+        zi.tmz_date.tm_mon = static_cast<uInt>(now.date().month() - 1);
+        zi.tmz_date.tm_mday = static_cast<uInt>(now.date().day());
+        zi.tmz_date.tm_hour = static_cast<uInt>(now.time().hour());
+        zi.tmz_date.tm_min = static_cast<uInt>(now.time().minute());
+        zi.tmz_date.tm_sec = static_cast<uInt>(now.time().second());
         const QByteArray name = e.name.toUtf8();
         ok = zipOpenNewFileInZip64(zf, name.constData(), &zi, nullptr, 0, nullptr, 0, nullptr, Z_DEFLATED,
                                    Z_DEFAULT_COMPRESSION, 0) == ZIP_OK &&

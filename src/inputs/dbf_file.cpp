@@ -5,10 +5,8 @@
 #include <QDir>
 #include <QFile>
 #include <QFileInfo>
-
-#include <shapefil.h>
-
 #include <cmath>
+#include <shapefil.h>
 
 namespace vesk {
 
@@ -178,11 +176,13 @@ bool DbfDriver::hasTable(const QString& name) {
 
 bool DbfDriver::createTable(const TableDef& def) {
     if (def.name.isEmpty() || def.name.contains(u'/') || def.name.contains(u'\\')) {
-        setForeignError(engine_error::kInvalidName, QStringLiteral("'%1' is not a valid name.").arg(def.name));
+        setForeignError(engine_error::kInvalidName,
+                        QStringLiteral("'%1' is not a valid name.").arg(def.name));
         return false;
     }
     if (hasTable(def.name)) {
-        setForeignError(engine_error::kTableExists, QStringLiteral("Table '%1' already exists.").arg(def.name));
+        setForeignError(engine_error::kTableExists,
+                        QStringLiteral("Table '%1' already exists.").arg(def.name));
         return false;
     }
     if (def.fields.isEmpty() || def.fields.size() > 255) {
@@ -199,8 +199,9 @@ bool DbfDriver::appendRows(const QString& table, const CellArray& rows) {
         if (candidate.def.name.compare(table, Qt::CaseInsensitive) == 0)
             b = &candidate;
     if (!b) {
-        setForeignError(engine_error::kNotWritable,
-                        QStringLiteral("Cannot update '%1'; the table was not made in this session.").arg(table));
+        setForeignError(
+            engine_error::kNotWritable,
+            QStringLiteral("Cannot update '%1'; the table was not made in this session.").arg(table));
         return false;
     }
     if (!rowsFitFields(rows, static_cast<int>(b->def.fields.size())))
@@ -242,8 +243,8 @@ bool DbfDriver::writeTable(const Building& t) {
     bool ok = true;
     for (int j = 0; j < t.def.fields.size() && ok; ++j) {
         layouts << layoutOf(t.def.fields[j], t.rows, j, page);
-        ok = DBFAddNativeFieldType(h, encodeText(names[j], page).constData(), layouts[j].type, layouts[j].width,
-                                   layouts[j].decimals) >= 0;
+        ok = DBFAddNativeFieldType(h, encodeText(names[j], page).constData(), layouts[j].type,
+                                   layouts[j].width, layouts[j].decimals) >= 0;
     }
     for (int i = 0; i < t.rows.size() && ok; ++i) {
         for (int j = 0; j < layouts.size(); ++j) {
@@ -265,7 +266,8 @@ bool DbfDriver::writeTable(const Building& t) {
     DBFClose(h);
     if (!ok) {
         QFile::remove(path);
-        setForeignError(engine_error::kCannotOpen, QStringLiteral("Cannot write the fields of '%1'.").arg(path));
+        setForeignError(engine_error::kCannotOpen,
+                        QStringLiteral("Cannot write the fields of '%1'.").arg(path));
     }
     return ok;
 }

@@ -50,10 +50,11 @@ bool rowsFitFields(const CellArray& rows, int fieldCount) {
         return false;
     }
     if (rows.rank() == 2 && rows.size(1) > fieldCount) {
-        setForeignError(engine_error::kItemNotFound,
-                        QStringLiteral("Item not found in this collection: the table has %1 fields, the rows %2.")
-                            .arg(fieldCount)
-                            .arg(rows.size(1)));
+        setForeignError(
+            engine_error::kItemNotFound,
+            QStringLiteral("Item not found in this collection: the table has %1 fields, the rows %2.")
+                .arg(fieldCount)
+                .arg(rows.size(1)));
         return false;
     }
     return true;

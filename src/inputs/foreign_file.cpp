@@ -33,7 +33,9 @@ CellArray asOneField(const CellArray& array) {
     return out;
 }
 
-QString trimmedText(const Cell& v) { return v.toString().trimmed(); }
+QString trimmedText(const Cell& v) {
+    return v.toString().trimmed();
+}
 
 // Values as they go to the file: trimmed for an existing database table, and in "_DctBDM" the
 // first three columns as text and "Yes" / "No" of the fourth as True / False.
@@ -79,14 +81,16 @@ bool writeThroughDriver(ForeignDriver& driver, const QString& table, const QStri
 
 QString wk1CreateText(const QString& tableName, int columns) {
     if (columns <= 0)
-        return tableName.isEmpty() ? QStringLiteral("Create table ArrFileData (ArrData char(255)")
-                                   : QStringLiteral("Create table ") + tableName + QStringLiteral(" (ArrData char(255))");
+        return tableName.isEmpty()
+                   ? QStringLiteral("Create table ArrFileData (ArrData char(255)")
+                   : QStringLiteral("Create table ") + tableName + QStringLiteral(" (ArrData char(255))");
     QString fields;
     for (int j = 0; j < columns; ++j)
         fields += QStringLiteral("Field%1 char(255),").arg(j);
     fields.chop(1);
-    return tableName.isEmpty() ? QStringLiteral("Create table ArrFileData (") + fields
-                               : QStringLiteral("Create table ") + tableName + QStringLiteral(" (") + fields + u')';
+    return tableName.isEmpty()
+               ? QStringLiteral("Create table ArrFileData (") + fields
+               : QStringLiteral("Create table ") + tableName + QStringLiteral(" (") + fields + u')';
 }
 
 QString dbfCreateText(const QString& baseName, int columns) {
@@ -133,7 +137,8 @@ bool FnWriteArr(const CellArray& array, int mode, const QString& fileType, const
             ok = writeThroughDriver(*driver, table, wk1CreateText(tableName, columns), rows);
         }
     } else if (!driver) {
-        setForeignError(engine_error::kInvalidPath, QStringLiteral("'%1' names no kind of file that can be written.").arg(path));
+        setForeignError(engine_error::kInvalidPath,
+                        QStringLiteral("'%1' names no kind of file that can be written.").arg(path));
     }
     if (!ok) {
         prompts().ask(lastForeignError().description, Buttons::Ok, Icon::Critical);
@@ -159,7 +164,8 @@ bool FnWriteArrFile(const CellArray& array, const QString& path, const QString& 
     }
     auto driver = makeForeignDriver(kind);
     if (!driver) {
-        setForeignError(engine_error::kInvalidPath, QStringLiteral("'%1' names no kind of file that can be written.").arg(path));
+        setForeignError(engine_error::kInvalidPath,
+                        QStringLiteral("'%1' names no kind of file that can be written.").arg(path));
         return false;
     }
     if (!driver->open(path, true))

@@ -60,7 +60,9 @@ Rank classify(const Cell& c) {
     return Rank::Double;
 }
 
-bool numeric(Rank r) { return r == Rank::Integer || r == Rank::Long || r == Rank::Single || r == Rank::Double; }
+bool numeric(Rank r) {
+    return r == Rank::Integer || r == Rank::Long || r == Rank::Single || r == Rank::Double;
+}
 
 Rank widen(Rank a, Rank b) {
     if (a == Rank::None || a == b)
@@ -106,8 +108,8 @@ void FnColTypes(const CellArray& array, CellArray& types) {
         Rank rank = Rank::None;
         int length = 0;
         for (int i = 0; i < rows; ++i) {
-            const Cell& c = flat ? array.at({array.lbound(0) + i})
-                                 : array.at({array.lbound(0) + i, array.lbound(1) + j});
+            const Cell& c =
+                flat ? array.at({array.lbound(0) + i}) : array.at({array.lbound(0) + i, array.lbound(1) + j});
             rank = widen(rank, classify(c));
             if (!c.isEmpty() && !c.isNull())
                 length = std::max(length, static_cast<int>(c.toString().size()));
@@ -133,7 +135,8 @@ QString FnCreateTableSql(const QString& tableName, const QStringList& fieldNames
             fields += type + u',';
     }
     fields.chop(1);
-    return QStringLiteral("create table ") + tableName + QStringLiteral(" ( ") + fields + QStringLiteral(" ) ");
+    return QStringLiteral("create table ") + tableName + QStringLiteral(" ( ") + fields +
+           QStringLiteral(" ) ");
 }
 
 FieldType fieldTypeOf(const QString& typeName) {
@@ -271,10 +274,16 @@ ForeignError& errorSlot() {
 }
 } // namespace
 
-const ForeignError& lastForeignError() { return errorSlot(); }
+const ForeignError& lastForeignError() {
+    return errorSlot();
+}
 
-void setForeignError(int number, const QString& description) { errorSlot() = {number, description}; }
+void setForeignError(int number, const QString& description) {
+    errorSlot() = {number, description};
+}
 
-void clearForeignError() { errorSlot() = {}; }
+void clearForeignError() {
+    errorSlot() = {};
+}
 
 } // namespace vesk

@@ -8,7 +8,6 @@
 #include <QList>
 #include <QString>
 #include <QStringList>
-
 #include <optional>
 
 namespace vesk {
@@ -82,16 +81,16 @@ void clearForeignError();
 
 // Engine error numbers that the drivers reuse.
 namespace engine_error {
-constexpr int kTableExists = 3010;     // "Table '...' already exists."
-constexpr int kCannotOpen = 3051;      // the file cannot be opened or written
-constexpr int kNoSuchTable = 3078;     // the file holds no table (named range) of that name
-constexpr int kSyntaxInCreate = 3290;  // syntax error in CREATE TABLE statement
-constexpr int kItemNotFound = 3265;    // a field position beyond the table's fields
-constexpr int kInvalidPath = 3044;     // not a valid path
-constexpr int kNotWritable = 3027;     // cannot update; database or object is read-only
-constexpr int kFieldTooSmall = 3163;   // the field is too small for the data
-constexpr int kInvalidName = 3125;     // not a valid name for a table or field
-constexpr int kTooLarge = 3183;        // the file has no room for the data
+constexpr int kTableExists = 3010;    // "Table '...' already exists."
+constexpr int kCannotOpen = 3051;     // the file cannot be opened or written
+constexpr int kNoSuchTable = 3078;    // the file holds no table (named range) of that name
+constexpr int kSyntaxInCreate = 3290; // syntax error in CREATE TABLE statement
+constexpr int kItemNotFound = 3265;   // a field position beyond the table's fields
+constexpr int kInvalidPath = 3044;    // not a valid path
+constexpr int kNotWritable = 3027;    // cannot update; database or object is read-only
+constexpr int kFieldTooSmall = 3163;  // the field is too small for the data
+constexpr int kInvalidName = 3125;    // not a valid name for a table or field
+constexpr int kTooLarge = 3183;       // the file has no room for the data
 } // namespace engine_error
 
 } // namespace vesk

@@ -8,7 +8,9 @@
 namespace vesk {
 
 namespace {
-QString cellText(const Cell& c) { return c.isNull() ? QString() : c.toString(); }
+QString cellText(const Cell& c) {
+    return c.isNull() ? QString() : c.toString();
+}
 } // namespace
 
 void FnArrToGrid(const CellArray& values, GridModel& grid, const QStringList* headers) {
@@ -28,8 +30,9 @@ void FnArrToGrid(const CellArray& values, GridModel& grid, const QStringList* he
         for (int row = fixedRows; row < grid.rows(); ++row) {
             if (fixedCols > 0)
                 grid.setTextMatrix(row, fixedCols - 1, QString::number(row));
-            grid.setTextMatrix(row, col,
-                               cellText(values(values.lbound(0) + row - fixedRows, values.lbound(1) + col - fixedCols)));
+            grid.setTextMatrix(
+                row, col,
+                cellText(values(values.lbound(0) + row - fixedRows, values.lbound(1) + col - fixedCols)));
         }
     }
     grid.setRedraw(true);

@@ -1,12 +1,12 @@
 #include "inputs/grid_model.h"
 
 #include <QStringList>
-
 #include <algorithm>
 
 namespace vesk {
 
-GridModel::GridModel(QObject* parent) : QAbstractTableModel(parent), texts_(static_cast<std::size_t>(rows_ * cols_)) {}
+GridModel::GridModel(QObject* parent)
+    : QAbstractTableModel(parent), texts_(static_cast<std::size_t>(rows_ * cols_)) {}
 
 void GridModel::resize(int rows, int cols) {
     rows = std::max(rows, 0);
@@ -14,7 +14,8 @@ void GridModel::resize(int rows, int cols) {
     std::vector<QString> texts(static_cast<std::size_t>(rows) * static_cast<std::size_t>(cols));
     for (int r = 0; r < std::min(rows, rows_); ++r)
         for (int c = 0; c < std::min(cols, cols_); ++c)
-            texts[static_cast<std::size_t>(r * cols + c)] = std::move(texts_[static_cast<std::size_t>(r * cols_ + c)]);
+            texts[static_cast<std::size_t>(r * cols + c)] =
+                std::move(texts_[static_cast<std::size_t>(r * cols_ + c)]);
     texts_ = std::move(texts);
     rows_ = rows;
     cols_ = cols;

@@ -9,7 +9,6 @@
 
 #include <QAbstractTableModel>
 #include <QString>
-
 #include <vector>
 
 namespace vesk {

@@ -5,7 +5,6 @@
 #include <QSqlError>
 #include <QSqlQuery>
 #include <QSqlRecord>
-
 #include <atomic>
 #include <cmath>
 
@@ -20,7 +19,9 @@ SqliteTableDriver::SqliteTableDriver() {
     connection_ = QStringLiteral("vesk-foreign-%1").arg(++serial);
 }
 
-SqliteTableDriver::~SqliteTableDriver() { close(); }
+SqliteTableDriver::~SqliteTableDriver() {
+    close();
+}
 
 bool SqliteTableDriver::open(const QString& path, bool forWriting) {
     close();
@@ -39,8 +40,9 @@ bool SqliteTableDriver::open(const QString& path, bool forWriting) {
                     q.exec(QStringLiteral("SELECT count(*) FROM sqlite_master"));
         }
         if (!open_)
-            setForeignError(engine_error::kCannotOpen,
-                            QStringLiteral("Cannot open the database '%1': %2.").arg(path, db.lastError().text()));
+            setForeignError(
+                engine_error::kCannotOpen,
+                QStringLiteral("Cannot open the database '%1': %2.").arg(path, db.lastError().text()));
     }
     if (!open_)
         QSqlDatabase::removeDatabase(connection_);
@@ -59,12 +61,15 @@ bool SqliteTableDriver::close() {
 
 QString SqliteTableDriver::actualName(const QString& name) {
     QSqlQuery q(QSqlDatabase::database(connection_, false));
-    q.prepare(QStringLiteral("SELECT name FROM sqlite_master WHERE type IN ('table','view') AND lower(name)=lower(?)"));
+    q.prepare(QStringLiteral(
+        "SELECT name FROM sqlite_master WHERE type IN ('table','view') AND lower(name)=lower(?)"));
     q.addBindValue(name);
     return q.exec() && q.next() ? q.value(0).toString() : QString();
 }
 
-bool SqliteTableDriver::hasTable(const QString& name) { return open_ && !actualName(name).isEmpty(); }
+bool SqliteTableDriver::hasTable(const QString& name) {
+    return open_ && !actualName(name).isEmpty();
+}
 
 QString SqliteTableDriver::sqliteDdl(const TableDef& def) {
     QStringList fields;
@@ -95,12 +100,14 @@ QString SqliteTableDriver::sqliteDdl(const TableDef& def) {
         }
         fields << quoteIdentifier(f.name) + u' ' + type;
     }
-    return QStringLiteral("CREATE TABLE %1 (%2)").arg(quoteIdentifier(def.name), fields.join(QStringLiteral(", ")));
+    return QStringLiteral("CREATE TABLE %1 (%2)")
+        .arg(quoteIdentifier(def.name), fields.join(QStringLiteral(", ")));
 }
 
 bool SqliteTableDriver::createTable(const TableDef& def) {
     if (hasTable(def.name)) {
-        setForeignError(engine_error::kTableExists, QStringLiteral("Table '%1' already exists.").arg(def.name));
+        setForeignError(engine_error::kTableExists,
+                        QStringLiteral("Table '%1' already exists.").arg(def.name));
         return false;
     }
     QSqlQuery q(QSqlDatabase::database(connection_, false));
@@ -188,7 +195,8 @@ Cell readValue(const QVariant& v, FieldType type) {
 bool SqliteTableDriver::appendRows(const QString& table, const CellArray& rows) {
     const QString name = actualName(table);
     if (name.isEmpty()) {
-        setForeignError(engine_error::kNoSuchTable, QStringLiteral("The table '%1' does not exist.").arg(table));
+        setForeignError(engine_error::kNoSuchTable,
+                        QStringLiteral("The table '%1' does not exist.").arg(table));
         return false;
     }
     const QList<Column> cols = columns(name);

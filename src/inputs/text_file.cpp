@@ -15,7 +15,8 @@ bool writeTextTable(const QString& path, const CellArray& array, QString* error)
     for (int i = 0; i < rows; ++i) {
         QStringList fields;
         for (int j = 0; j < cols; ++j)
-            fields << (flat ? array.at({array.lbound(0) + i}) : array.at({array.lbound(0) + i, array.lbound(1) + j}))
+            fields << (flat ? array.at({array.lbound(0) + i})
+                            : array.at({array.lbound(0) + i, array.lbound(1) + j}))
                           .toString();
         out += fields.join(u';').toUtf8() + "\r\n";
     }

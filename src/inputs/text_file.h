@@ -7,7 +7,6 @@
 #include "platform/cell_array.h"
 
 #include <QString>
-
 #include <optional>
 
 namespace vesk {

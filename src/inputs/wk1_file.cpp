@@ -6,7 +6,6 @@
 #include <QFile>
 #include <QSaveFile>
 #include <QtEndian>
-
 #include <cmath>
 #include <cstring>
 
@@ -167,8 +166,8 @@ void Wk1Sheet::setCell(int row, int col, const Cell& value) {
     Record r;
     if (value.isText() || value.isArray()) {
         r.type = kLabel;
-        r.body = cellHead(kFormatDefault, col, row) + '\'' +
-                 encodeLmbcs(value.toString().left(kMaxLabel)) + '\0';
+        r.body =
+            cellHead(kFormatDefault, col, row) + '\'' + encodeLmbcs(value.toString().left(kMaxLabel)) + '\0';
     } else {
         // Lotus has no logical cells: True is 1 and False 0, as its @TRUE and @FALSE give them.
         // Lotus counts 29 February 1900 as a day, as worksheets after it do.
@@ -268,19 +267,22 @@ bool Wk1Driver::createTable(const TableDef& def) {
         return false;
     }
     if (hasTable(def.name)) {
-        setForeignError(engine_error::kTableExists, QStringLiteral("Table '%1' already exists.").arg(def.name));
+        setForeignError(engine_error::kTableExists,
+                        QStringLiteral("Table '%1' already exists.").arg(def.name));
         return false;
     }
     if (def.fields.size() > Wk1Sheet::kMaxCols) {
-        setForeignError(engine_error::kTooLarge,
-                        QStringLiteral("A Lotus worksheet has no more than %1 columns.").arg(Wk1Sheet::kMaxCols));
+        setForeignError(
+            engine_error::kTooLarge,
+            QStringLiteral("A Lotus worksheet has no more than %1 columns.").arg(Wk1Sheet::kMaxCols));
         return false;
     }
     // The new range starts one blank row below whatever the sheet holds.
     const int first = sheet_.lastRow() < 0 ? 0 : sheet_.lastRow() + 2;
     if (first >= Wk1Sheet::kMaxRows) {
-        setForeignError(engine_error::kTooLarge,
-                        QStringLiteral("A Lotus worksheet has no more than %1 rows.").arg(Wk1Sheet::kMaxRows));
+        setForeignError(
+            engine_error::kTooLarge,
+            QStringLiteral("A Lotus worksheet has no more than %1 rows.").arg(Wk1Sheet::kMaxRows));
         return false;
     }
     for (int j = 0; j < def.fields.size(); ++j)
@@ -297,8 +299,9 @@ bool Wk1Driver::appendRows(const QString& table, const CellArray& rows) {
         if (candidate.def.name.compare(table, Qt::CaseInsensitive) == 0)
             b = &candidate;
     if (!b) {
-        setForeignError(engine_error::kNotWritable,
-                        QStringLiteral("Cannot update '%1'; the range was not made in this session.").arg(table));
+        setForeignError(
+            engine_error::kNotWritable,
+            QStringLiteral("Cannot update '%1'; the range was not made in this session.").arg(table));
         return false;
     }
     if (!rowsFitFields(rows, static_cast<int>(b->def.fields.size())))
@@ -312,7 +315,8 @@ bool Wk1Driver::appendRows(const QString& table, const CellArray& rows) {
     for (int i = 0; i < n; ++i) {
         const int row = b->firstRow + b->rows + 1;
         for (int j = 0; j < rows.size(1); ++j)
-            sheet_.setCell(row, j, storedValue(b->def.fields[j], rows(rows.lbound(0) + i, rows.lbound(1) + j), 255));
+            sheet_.setCell(row, j,
+                           storedValue(b->def.fields[j], rows(rows.lbound(0) + i, rows.lbound(1) + j), 255));
         ++b->rows;
     }
     // Stretch the range over the new rows.
@@ -354,7 +358,8 @@ bool Wk1Driver::close() {
     dirty_ = false;
     QString error;
     if (!sheet_.save(path_, &error)) {
-        setForeignError(engine_error::kCannotOpen, QStringLiteral("Cannot write '%1': %2.").arg(path_, error));
+        setForeignError(engine_error::kCannotOpen,
+                        QStringLiteral("Cannot write '%1': %2.").arg(path_, error));
         return false;
     }
     return true;

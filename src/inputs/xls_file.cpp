@@ -2,12 +2,13 @@
 
 #include <QFile>
 #include <QRegularExpression>
-
 #include <freexl.h>
 
 namespace vesk {
 
-XlsDriver::~XlsDriver() { close(); }
+XlsDriver::~XlsDriver() {
+    close();
+}
 
 bool XlsDriver::open(const QString& path, bool forWriting) {
     close();
@@ -21,7 +22,8 @@ bool XlsDriver::open(const QString& path, bool forWriting) {
     if (freexl_open(QFile::encodeName(path).constData(), &h) != FREEXL_OK) {
         if (h)
             freexl_close(h);
-        setForeignError(engine_error::kCannotOpen, QStringLiteral("Cannot open the workbook '%1'.").arg(path));
+        setForeignError(engine_error::kCannotOpen,
+                        QStringLiteral("Cannot open the workbook '%1'.").arg(path));
         return false;
     }
     handle_ = h;
@@ -47,13 +49,15 @@ bool XlsDriver::close() {
 
 std::optional<SheetArea> XlsDriver::findTable(const QString& name) {
     for (const auto& n : names_)
-        if (n.name.compare(name, Qt::CaseInsensitive) == 0 && n.area.sheet >= 0 && n.area.sheet < sheets_.size())
+        if (n.name.compare(name, Qt::CaseInsensitive) == 0 && n.area.sheet >= 0 &&
+            n.area.sheet < sheets_.size())
             return n.area;
     QString sheet = name;
     if (sheet.endsWith(u'$'))
         sheet.chop(1);
-    const int index = static_cast<int>(sheets_.indexOf(QRegularExpression(
-        QStringLiteral("^%1$").arg(QRegularExpression::escape(sheet)), QRegularExpression::CaseInsensitiveOption)));
+    const int index = static_cast<int>(
+        sheets_.indexOf(QRegularExpression(QStringLiteral("^%1$").arg(QRegularExpression::escape(sheet)),
+                                           QRegularExpression::CaseInsensitiveOption)));
     if (index < 0 || freexl_select_active_worksheet(handle_, static_cast<unsigned short>(index)) != FREEXL_OK)
         return std::nullopt;
     unsigned rows = 0;
@@ -62,14 +66,19 @@ std::optional<SheetArea> XlsDriver::findTable(const QString& name) {
     return SheetArea{index, 0, 0, static_cast<int>(rows) - 1, static_cast<int>(cols) - 1};
 }
 
-bool XlsDriver::hasTable(const QString& name) { return handle_ && findTable(name).has_value(); }
+bool XlsDriver::hasTable(const QString& name) {
+    return handle_ && findTable(name).has_value();
+}
 
 bool XlsDriver::createTable(const TableDef&) {
-    setForeignError(engine_error::kNotWritable, QStringLiteral("Legacy Excel workbooks (.xls) are read only."));
+    setForeignError(engine_error::kNotWritable,
+                    QStringLiteral("Legacy Excel workbooks (.xls) are read only."));
     return false;
 }
 
-bool XlsDriver::appendRows(const QString&, const CellArray&) { return createTable({}); }
+bool XlsDriver::appendRows(const QString&, const CellArray&) {
+    return createTable({});
+}
 
 Cell XlsDriver::cellAt(unsigned row, unsigned short col) const {
     FreeXL_CellValue v;
@@ -88,12 +97,13 @@ Cell XlsDriver::cellAt(unsigned row, unsigned short col) const {
         return day.isValid() ? Cell::date(dateSerial(day)) : Cell::null();
     }
     case FREEXL_CELL_DATETIME: {
-        const QDateTime when =
-            QDateTime::fromString(QString::fromLatin1(v.value.text_value), QStringLiteral("yyyy-MM-dd HH:mm:ss"));
+        const QDateTime when = QDateTime::fromString(QString::fromLatin1(v.value.text_value),
+                                                     QStringLiteral("yyyy-MM-dd HH:mm:ss"));
         return when.isValid() ? Cell::date(dateSerial(when)) : Cell::null();
     }
     case FREEXL_CELL_TIME: {
-        const QTime t = QTime::fromString(QString::fromLatin1(v.value.text_value), QStringLiteral("HH:mm:ss"));
+        const QTime t =
+            QTime::fromString(QString::fromLatin1(v.value.text_value), QStringLiteral("HH:mm:ss"));
         return t.isValid() ? Cell::date(t.msecsSinceStartOfDay() / 86400000.0) : Cell::null();
     }
     default:
@@ -105,14 +115,16 @@ std::optional<ForeignTable> XlsDriver::readTable(const QString& name) {
     if (!handle_)
         return std::nullopt;
     const auto area = findTable(name);
-    if (!area || freexl_select_active_worksheet(handle_, static_cast<unsigned short>(area->sheet)) != FREEXL_OK)
+    if (!area ||
+        freexl_select_active_worksheet(handle_, static_cast<unsigned short>(area->sheet)) != FREEXL_OK)
         return std::nullopt;
     unsigned rows = 0;
     unsigned short cols = 0;
     freexl_worksheet_dimensions(handle_, &rows, &cols);
     auto at = [&](int r, int c) {
-        return r < static_cast<int>(rows) && c < cols ? cellAt(static_cast<unsigned>(r), static_cast<unsigned short>(c))
-                                                      : Cell::null();
+        return r < static_cast<int>(rows) && c < cols
+                   ? cellAt(static_cast<unsigned>(r), static_cast<unsigned short>(c))
+                   : Cell::null();
     };
     ForeignTable t;
     t.name = name;

@@ -47,8 +47,8 @@ public:
         QByteArray root;
         for (qsizetype at = 0; at + 128 <= dir.size(); at += 128) {
             const int nameBytes = std::min<int>(u16(dir, at + 0x40), 64);
-            const QString name =
-                QString::fromUtf16(reinterpret_cast<const char16_t*>(dir.constData() + at), std::max(0, nameBytes / 2 - 1));
+            const QString name = QString::fromUtf16(reinterpret_cast<const char16_t*>(dir.constData() + at),
+                                                    std::max(0, nameBytes / 2 - 1));
             const int type = static_cast<unsigned char>(dir[at + 0x42]);
             const quint32 start = u32(dir, at + 0x74), size = u32(dir, at + 0x78);
             if (type == 5) {
@@ -58,7 +58,8 @@ public:
             } else if (type == 2 && name.compare(wanted, Qt::CaseInsensitive) == 0) {
                 QByteArray data;
                 if (size < miniCutoff_)
-                    data = chain(start, miniFat_, 64, [&](quint32 s) { return root.mid(qsizetype(s) * 64, 64); });
+                    data = chain(start, miniFat_, 64,
+                                 [&](quint32 s) { return root.mid(qsizetype(s) * 64, 64); });
                 else
                     data = chain(start, fat_, sector_, [&](quint32 s) { return sectorAt(s); });
                 *out = data.left(size);
@@ -74,8 +75,8 @@ private:
     template <typename Fetch>
     QByteArray chain(quint32 start, const QList<quint32>& table, int unit, Fetch fetch) const {
         QByteArray out;
-        for (quint32 s = start, guard = 0; s != kEndOfChain && s != kFree && s < quint32(table.size()) &&
-                                           guard <= quint32(table.size());
+        for (quint32 s = start, guard = 0;
+             s != kEndOfChain && s != kFree && s < quint32(table.size()) && guard <= quint32(table.size());
              s = table[s], ++guard) {
             const QByteArray piece = fetch(s);
             if (piece.size() < unit)

@@ -3,7 +3,6 @@
 #include <QDir>
 #include <QRegularExpression>
 #include <QXmlStreamReader>
-
 #include <cmath>
 
 namespace vesk {
@@ -47,7 +46,8 @@ QString cellRef(int row, int col, bool absolute) {
 }
 
 bool isBuiltInDateFormat(int id) {
-    return (id >= 14 && id <= 22) || (id >= 27 && id <= 36) || (id >= 45 && id <= 47) || (id >= 50 && id <= 58);
+    return (id >= 14 && id <= 22) || (id >= 27 && id <= 36) || (id >= 45 && id <= 47) ||
+           (id >= 50 && id <= 58);
 }
 
 bool isDateFormatCode(const QString& code) {
@@ -65,7 +65,8 @@ bool isDateFormatCode(const QString& code) {
         } else if (c == u'[') {
             const int close = static_cast<int>(first.indexOf(u']', i + 1));
             const QString inside = first.mid(i + 1, close - i - 1).toLower();
-            if (!inside.isEmpty() && inside.count(u'h') + inside.count(u'm') + inside.count(u's') == inside.size())
+            if (!inside.isEmpty() &&
+                inside.count(u'h') + inside.count(u'm') + inside.count(u's') == inside.size())
                 bare += inside;
             i = close < 0 ? static_cast<int>(first.size()) : close;
         } else {
@@ -144,7 +145,8 @@ QHash<QString, Relation> readRelations(const ZipArchive& zip, const QString& par
         const auto a = xml.attributes();
         if (a.value(QLatin1String("TargetMode")) != u"External")
             out.insert(a.value(QLatin1String("Id")).toString(),
-                       {a.value(QLatin1String("Type")).toString(), resolvePart(part, a.value(QLatin1String("Target")).toString())});
+                       {a.value(QLatin1String("Type")).toString(),
+                        resolvePart(part, a.value(QLatin1String("Target")).toString())});
     }
     return out;
 }
@@ -250,7 +252,8 @@ void XlsxBook::readStyles(const QString& part) {
             continue;
         const auto a = xml.attributes();
         if (xml.name() == u"numFmt") {
-            codes.insert(a.value(QLatin1String("numFmtId")).toInt(), a.value(QLatin1String("formatCode")).toString());
+            codes.insert(a.value(QLatin1String("numFmtId")).toInt(),
+                         a.value(QLatin1String("formatCode")).toString());
         } else if (xml.name() == u"cellXfs") {
             inCellXfs = true;
         } else if (inCellXfs && xml.name() == u"xf") {

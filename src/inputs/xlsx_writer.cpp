@@ -3,10 +3,8 @@
 #include <QFile>
 #include <QRegularExpression>
 #include <QXmlStreamWriter>
-
-#include <xlsxwriter.h>
-
 #include <cmath>
+#include <xlsxwriter.h>
 
 namespace vesk {
 
@@ -39,7 +37,9 @@ QString areaFormula(const XlsxDriver::Building& t) {
            cellRef(static_cast<int>(t.rows.size()), lastCol, true);
 }
 
-bool hasTime(double serial) { return serial != std::floor(serial); }
+bool hasTime(double serial) {
+    return serial != std::floor(serial);
+}
 
 } // namespace
 
@@ -66,8 +66,8 @@ bool writeNewWorkbook(const QString& path, const QList<XlsxDriver::Building>& ta
             return false;
         }
         for (int j = 0; j < t.def.fields.size(); ++j)
-            worksheet_write_string(ws, 0, static_cast<lxw_col_t>(j), t.def.fields[j].name.toUtf8().constData(),
-                                   nullptr);
+            worksheet_write_string(ws, 0, static_cast<lxw_col_t>(j),
+                                   t.def.fields[j].name.toUtf8().constData(), nullptr);
         for (int i = 0; i < t.rows.size(); ++i) {
             const auto row = static_cast<lxw_row_t>(i + 1);
             for (int j = 0; j < t.rows[i].size(); ++j) {
@@ -128,13 +128,15 @@ bool addDateStyles(QString& styles, int* dateXf, int* dateTimeXf) {
     const int existing = static_cast<int>(m.captured(3).count(xfOpen));
     *dateXf = existing;
     *dateTimeXf = existing + 1;
-    const QString xf = QStringLiteral("<%1xf numFmtId=\"%2\" fontId=\"0\" fillId=\"0\" borderId=\"0\" xfId=\"0\" "
-                                      "applyNumberFormat=\"1\"/>");
+    const QString xf =
+        QStringLiteral("<%1xf numFmtId=\"%2\" fontId=\"0\" fillId=\"0\" borderId=\"0\" xfId=\"0\" "
+                       "applyNumberFormat=\"1\"/>");
     QString attrs = m.captured(2);
     static const QRegularExpression count(QStringLiteral("count=\"\\d+\""));
     attrs.replace(count, QStringLiteral("count=\"%1\"").arg(existing + 2));
-    const QString rebuilt = QStringLiteral("<%1cellXfs%2>%3%4%5</%1cellXfs>")
-                                .arg(prefix, attrs, m.captured(3), xf.arg(prefix).arg(14), xf.arg(prefix).arg(22));
+    const QString rebuilt =
+        QStringLiteral("<%1cellXfs%2>%3%4%5</%1cellXfs>")
+            .arg(prefix, attrs, m.captured(3), xf.arg(prefix).arg(14), xf.arg(prefix).arg(22));
     styles.replace(m.capturedStart(), m.capturedLength(), rebuilt);
     return true;
 }
@@ -183,7 +185,8 @@ QByteArray sheetXml(const XlsxDriver::Building& t, int dateXf, int dateTimeXf) {
                 if (!v.isNumber())
                     text(i, j, v.toString());
                 else if (v.isBoolean())
-                    number(i, j, QStringLiteral("b"), -1, x != 0.0 ? QStringLiteral("1") : QStringLiteral("0"));
+                    number(i, j, QStringLiteral("b"), -1,
+                           x != 0.0 ? QStringLiteral("1") : QStringLiteral("0"));
                 else if (v.isDate() && dateXf >= 0)
                     number(i, j, QString(), hasTime(x) ? dateTimeXf : dateXf,
                            QString::number(excelSerialFromDate(x), 'g', 17));
@@ -209,11 +212,12 @@ bool tableHasDates(const XlsxDriver::Building& t) {
 
 } // namespace
 
-bool addSheetsToWorkbook(ZipArchive& zip, const QString& workbookPart, const QList<XlsxDriver::Building>& tables,
-                         QString* error) {
+bool addSheetsToWorkbook(ZipArchive& zip, const QString& workbookPart,
+                         const QList<XlsxDriver::Building>& tables, QString* error) {
     const int slash = static_cast<int>(workbookPart.lastIndexOf(u'/'));
     const QString folder = workbookPart.left(slash + 1);
-    const QString relsPart = folder + QStringLiteral("_rels/") + workbookPart.mid(slash + 1) + QStringLiteral(".rels");
+    const QString relsPart =
+        folder + QStringLiteral("_rels/") + workbookPart.mid(slash + 1) + QStringLiteral(".rels");
     const ZipEntry *wbEntry = zip.find(workbookPart), *relsEntry = zip.find(relsPart),
                    *typesEntry = zip.find(QStringLiteral("[Content_Types].xml"));
     if (!wbEntry || !relsEntry || !typesEntry) {
@@ -227,8 +231,8 @@ bool addSheetsToWorkbook(ZipArchive& zip, const QString& workbookPart, const QLi
     for (const auto& t : tables)
         needDates = needDates || tableHasDates(t);
     QString stylesPart;
-    static const QRegularExpression stylesRel(
-        QStringLiteral("Type=\"[^\"]*/styles\"[^>]*Target=\"([^\"]+)\"|Target=\"([^\"]+)\"[^>]*Type=\"[^\"]*/styles\""));
+    static const QRegularExpression stylesRel(QStringLiteral(
+        "Type=\"[^\"]*/styles\"[^>]*Target=\"([^\"]+)\"|Target=\"([^\"]+)\"[^>]*Type=\"[^\"]*/styles\""));
     if (needDates) {
         const auto m = stylesRel.match(rels);
         const QString target = m.captured(1).isEmpty() ? m.captured(2) : m.captured(1);
@@ -246,7 +250,8 @@ bool addSheetsToWorkbook(ZipArchive& zip, const QString& workbookPart, const QLi
     for (auto it = sheetIdRe.globalMatch(wb); it.hasNext();)
         nextSheetId = std::max(nextSheetId, it.next().captured(1).toInt() + 1);
     const QString sheetPrefix = prefixOf(wb, QStringLiteral("sheets"));
-    const QString kRelNs = QStringLiteral("http://schemas.openxmlformats.org/officeDocument/2006/relationships");
+    const QString kRelNs =
+        QStringLiteral("http://schemas.openxmlformats.org/officeDocument/2006/relationships");
     // The relationships' prefix declared on the workbook element; "r" declared there when it has
     // none (some writers declare it on each sheet element instead).
     const auto root = QRegularExpression(QStringLiteral("<(\\w+:)?workbook\\b[^>]*>")).match(wb);
@@ -254,9 +259,10 @@ bool addSheetsToWorkbook(ZipArchive& zip, const QString& workbookPart, const QLi
         *error = QStringLiteral("the workbook part has no workbook element");
         return false;
     }
-    QString rel = QRegularExpression(QStringLiteral("xmlns:(\\w+)=\"%1\"").arg(QRegularExpression::escape(kRelNs)))
-                      .match(root.captured(0))
-                      .captured(1);
+    QString rel =
+        QRegularExpression(QStringLiteral("xmlns:(\\w+)=\"%1\"").arg(QRegularExpression::escape(kRelNs)))
+            .match(root.captured(0))
+            .captured(1);
     if (rel.isEmpty()) {
         rel = QStringLiteral("r");
         wb.insert(root.capturedEnd() - (root.captured(0).endsWith(QLatin1String("/>")) ? 2 : 1),
@@ -288,10 +294,12 @@ bool addSheetsToWorkbook(ZipArchive& zip, const QString& workbookPart, const QLi
         }
         if (!validDefinedName(t.def.name))
             continue;
-        const QString name = QStringLiteral("<%1definedName name=\"%2\">%3</%1definedName>")
-                                 .arg(sheetPrefix, t.def.name.toHtmlEscaped(), areaFormula(t).toHtmlEscaped());
+        const QString name =
+            QStringLiteral("<%1definedName name=\"%2\">%3</%1definedName>")
+                .arg(sheetPrefix, t.def.name.toHtmlEscaped(), areaFormula(t).toHtmlEscaped());
         if (!insertBeforeClose(wb, QStringLiteral("definedNames"), name)) {
-            const QString block = QStringLiteral("<%1definedNames>%2</%1definedNames>").arg(sheetPrefix, name);
+            const QString block =
+                QStringLiteral("<%1definedNames>%2</%1definedNames>").arg(sheetPrefix, name);
             const QRegularExpression sheetsClose(QStringLiteral("</(\\w+:)?sheets>"));
             const auto m = sheetsClose.match(wb);
             wb.insert(m.capturedEnd(), block);
@@ -319,7 +327,8 @@ bool XlsxDriver::open(const QString& path, bool forWriting) {
     QString error;
     book_ = XlsxBook::load(path, &error);
     if (!book_) {
-        setForeignError(engine_error::kCannotOpen, QStringLiteral("Cannot open the file '%1': %2.").arg(path, error));
+        setForeignError(engine_error::kCannotOpen,
+                        QStringLiteral("Cannot open the file '%1': %2.").arg(path, error));
         return false;
     }
     return true;
@@ -336,18 +345,21 @@ bool XlsxDriver::hasTable(const QString& name) {
 
 bool XlsxDriver::createTable(const TableDef& def) {
     if (!validSheetName(def.name)) {
-        setForeignError(engine_error::kInvalidName,
-                        QStringLiteral("'%1' is not a valid name: a sheet's name has 1 to 31 characters and none of "
-                                       "[ ] : * ? / \\.")
-                            .arg(def.name));
+        setForeignError(
+            engine_error::kInvalidName,
+            QStringLiteral("'%1' is not a valid name: a sheet's name has 1 to 31 characters and none of "
+                           "[ ] : * ? / \\.")
+                .arg(def.name));
         return false;
     }
     if (hasTable(def.name)) {
-        setForeignError(engine_error::kTableExists, QStringLiteral("Table '%1' already exists.").arg(def.name));
+        setForeignError(engine_error::kTableExists,
+                        QStringLiteral("Table '%1' already exists.").arg(def.name));
         return false;
     }
     if (def.fields.size() > 16384) {
-        setForeignError(engine_error::kTooLarge, QStringLiteral("A worksheet has no more than 16384 columns."));
+        setForeignError(engine_error::kTooLarge,
+                        QStringLiteral("A worksheet has no more than 16384 columns."));
         return false;
     }
     building_ << Building{def, {}};
@@ -360,21 +372,24 @@ bool XlsxDriver::appendRows(const QString& table, const CellArray& rows) {
         if (candidate.def.name.compare(table, Qt::CaseInsensitive) == 0)
             b = &candidate;
     if (!b) {
-        setForeignError(engine_error::kNotWritable,
-                        QStringLiteral("Cannot update '%1'; the range was not made in this session.").arg(table));
+        setForeignError(
+            engine_error::kNotWritable,
+            QStringLiteral("Cannot update '%1'; the range was not made in this session.").arg(table));
         return false;
     }
     if (!rowsFitFields(rows, static_cast<int>(b->def.fields.size())))
         return false;
     const int n = rows.rank() == 2 ? rows.size(0) : 0;
     if (b->rows.size() + n >= 1048576) {
-        setForeignError(engine_error::kTooLarge, QStringLiteral("A worksheet has no more than 1048576 rows."));
+        setForeignError(engine_error::kTooLarge,
+                        QStringLiteral("A worksheet has no more than 1048576 rows."));
         return false;
     }
     for (int i = 0; i < n; ++i) {
         QList<Cell> row;
         for (int j = 0; j < rows.size(1); ++j)
-            row << storedValue(b->def.fields[j], rows(rows.lbound(0) + i, rows.lbound(1) + j), kWorksheetTextLimit);
+            row << storedValue(b->def.fields[j], rows(rows.lbound(0) + i, rows.lbound(1) + j),
+                               kWorksheetTextLimit);
         b->rows << row;
     }
     return true;
@@ -416,7 +431,8 @@ bool XlsxDriver::close() {
     }
     building_.clear();
     if (!ok)
-        setForeignError(engine_error::kCannotOpen, QStringLiteral("Cannot write '%1': %2.").arg(path_, error));
+        setForeignError(engine_error::kCannotOpen,
+                        QStringLiteral("Cannot write '%1': %2.").arg(path_, error));
     return ok;
 }
 

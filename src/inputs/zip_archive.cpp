@@ -2,14 +2,15 @@
 
 #include <QDateTime>
 #include <QFile>
-
 #include <minizip/unzip.h>
 #include <minizip/zip.h>
 
 namespace vesk {
 
 namespace {
-QString normalName(const QString& name) { return name.startsWith(u'/') ? name.mid(1) : name; }
+QString normalName(const QString& name) {
+    return name.startsWith(u'/') ? name.mid(1) : name;
+}
 } // namespace
 
 std::optional<ZipArchive> ZipArchive::read(const QString& path, QString* error) {

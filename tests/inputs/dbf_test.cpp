@@ -3,7 +3,6 @@
 #include "test_support.h"
 
 #include <QFile>
-
 #include <shapefil.h>
 
 using namespace vesk;
@@ -31,8 +30,9 @@ TEST(DbfFixture, ReadsATableWrittenByAnotherDbaseWriter) {
 }
 
 TEST_F(Dbf, FieldsFollowTheData) {
-    const CellArray a = table({{Cell("ab"), Cell(7), Cell(100000), Cell(0.125), Cell::date(43835), Cell::boolean(true)},
-                               {Cell("abcdef"), Cell(-7), Cell(1), Cell(-1234.5), Cell(), Cell::boolean(false)}});
+    const CellArray a =
+        table({{Cell("ab"), Cell(7), Cell(100000), Cell(0.125), Cell::date(43835), Cell::boolean(true)},
+               {Cell("abcdef"), Cell(-7), Cell(1), Cell(-1234.5), Cell(), Cell::boolean(false)}});
     ASSERT_TRUE(FnWriteArrFile(a, path("t.dbf"), "", {"Text", "Small", "Big", "Frac", "Day", "Flag"}));
     DBFHandle h = DBFOpen(QFile::encodeName(path("t.dbf")).constData(), "rb");
     ASSERT_NE(h, nullptr);

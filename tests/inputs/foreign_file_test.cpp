@@ -49,8 +49,9 @@ TEST_F(ForeignFile, OlderWriterAsksBeforeReplacingAFile) {
     EXPECT_FALSE(FnWriteArr(one, 0, QString(), path("out.txt")));
     EXPECT_EQ(readAll(path("out.txt")), "old\r\n");
     ASSERT_EQ(prompts_.shown().size(), 1);
-    EXPECT_EQ(prompts_.shown()[0].text, "The file mentioned in the path string already exists. Do you want to "
-                                        "replace the existing file?");
+    EXPECT_EQ(prompts_.shown()[0].text,
+              "The file mentioned in the path string already exists. Do you want to "
+              "replace the existing file?");
     EXPECT_EQ(prompts_.shown()[0].buttons, Buttons::YesNo);
     EXPECT_EQ(prompts_.shown()[0].icon, Icon::Question);
 
@@ -132,7 +133,8 @@ TEST_F(ForeignFile, CauseDictionaryStoresYesAndNoAsBooleans) {
         db.setDatabaseName(path("study.vdb"));
         ASSERT_TRUE(db.open());
         QSqlQuery q(db);
-        ASSERT_TRUE(q.exec("CREATE TABLE _DctBDM (COBCd VARCHAR(12), Desc TEXT, Clstr VARCHAR(5), Sqla BOOLEAN)"));
+        ASSERT_TRUE(
+            q.exec("CREATE TABLE _DctBDM (COBCd VARCHAR(12), Desc TEXT, Clstr VARCHAR(5), Sqla BOOLEAN)"));
         ASSERT_TRUE(q.exec("CREATE TABLE Other (a VARCHAR(12), b TEXT, c VARCHAR(5), d TEXT)"));
     }
     QSqlDatabase::removeDatabase("study");
@@ -182,7 +184,9 @@ TEST_F(ForeignFile, GivenTypesAddRowsToTheExistingDatabaseTableTrimmed) {
     FnColTypes(more, types);
     ASSERT_TRUE(FnWriteArrFile(more, path("s.vdb"), "_DctBDMGrps", {}, &types));
     const CellArray back = FnReadArrFile(path("s.vdb"), "_dctbdmgrps");
-    EXPECT_EQ(back, table({{Cell("G1"), Cell("Group one")}, {Cell("G2"), Cell("Group two")}, {Cell("G3"), Cell::null()}}))
+    EXPECT_EQ(
+        back,
+        table({{Cell("G1"), Cell("Group one")}, {Cell("G2"), Cell("Group two")}, {Cell("G3"), Cell::null()}}))
         << dump(back);
     // An array wider than the table fails, and the table keeps what it had.
     const CellArray wide = table({{Cell("G4"), Cell("x"), Cell("extra")}});

@@ -18,7 +18,8 @@ void type(GridModel& g, const QString& text, bool numeric) {
 
 TEST(FnArrToGrid, NullShowsEmptyAndZeroShowsZero) {
     GridModel g;
-    const CellArray a = table({{Cell::null(), Cell(0)}, {Cell(2.5), Cell("x")}, {Cell(), Cell::boolean(true)}});
+    const CellArray a =
+        table({{Cell::null(), Cell(0)}, {Cell(2.5), Cell("x")}, {Cell(), Cell::boolean(true)}});
     FnArrToGrid(a, g);
     EXPECT_EQ(g.rows(), 4);
     EXPECT_EQ(g.cols(), 3);
@@ -102,7 +103,8 @@ TEST(FnGridToArr, AGridWithOnlyFixedRowsGivesAnError) {
 
 TEST(FnGridSelToArr, ASelectionDraggedEitherWayGivesTheSameBlock) {
     GridModel g;
-    FnArrToGrid(table({{Cell(1), Cell(2), Cell(3)}, {Cell(4), Cell(5), Cell(6)}, {Cell(7), Cell(8), Cell(9)}}), g);
+    FnArrToGrid(
+        table({{Cell(1), Cell(2), Cell(3)}, {Cell(4), Cell(5), Cell(6)}, {Cell(7), Cell(8), Cell(9)}}), g);
     g.setCurrent(1, 2);
     g.setSelectionCorner(2, 3);
     const CellArray down = FnGridSelToArr(g);

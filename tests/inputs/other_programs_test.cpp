@@ -6,7 +6,6 @@
 #include "test_support.h"
 
 #include <QFile>
-
 #include <cmath>
 
 using namespace vesk;
@@ -45,8 +44,8 @@ CellArray sample() {
     return table({
         {Cell("Tuberculosis"), Cell(12), Cell(100000), Cell(0.125), Cell::date(dateSerial(QDate(2020, 1, 5))),
          Cell::boolean(true), Cell(kWide)},
-        {Cell("Malaria"), Cell(-3), Cell(-70000), Cell(3.14159265358979), Cell::date(dateSerial(QDate(1900, 2, 1))),
-         Cell::boolean(false), Cell()},
+        {Cell("Malaria"), Cell(-3), Cell(-70000), Cell(3.14159265358979),
+         Cell::date(dateSerial(QDate(1900, 2, 1))), Cell::boolean(false), Cell()},
     });
 }
 const QStringList kNames{"Name", "Count", "Big", "Rate", "Day", "Flag", "Note"};
@@ -69,8 +68,9 @@ const QStringList kNames{"Name", "Count", "Big", "Rate", "Day", "Flag", "Note"};
             const double gv = g.toDouble(&gn), wv = w.toDouble(&wn);
             const bool same = gn && wn ? std::fabs(gv - wv) <= 1e-14 * std::max(1.0, std::fabs(wv)) : g == w;
             if (!same)
-                return ::testing::AssertionFailure() << "line " << i << " field " << j << ": got '"
-                                                     << g.toStdString() << "', want '" << w.toStdString() << "'";
+                return ::testing::AssertionFailure()
+                       << "line " << i << " field " << j << ": got '" << g.toStdString() << "', want '"
+                       << w.toStdString() << "'";
         }
     }
     return ::testing::AssertionSuccess();

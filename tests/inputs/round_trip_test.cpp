@@ -20,9 +20,10 @@ const QStringList kNames{"Name", "Count", "Big", "Rate", "Day", "Flag", "Note"};
 
 CellArray sample() {
     return table({
-        {Cell("Tuberculosis"), Cell(12), Cell(100000), Cell(0.125), Cell::date(kDay1), Cell::boolean(true), Cell(kWide)},
-        {Cell("Malaria"), Cell(-3), Cell(-70000), Cell(3.14159265358979), Cell::date(kNoon), Cell::boolean(false),
-         Cell()},
+        {Cell("Tuberculosis"), Cell(12), Cell(100000), Cell(0.125), Cell::date(kDay1), Cell::boolean(true),
+         Cell(kWide)},
+        {Cell("Malaria"), Cell(-3), Cell(-70000), Cell(3.14159265358979), Cell::date(kNoon),
+         Cell::boolean(false), Cell()},
         {Cell(), Cell(0), Cell(0), Cell(1e-7), Cell(), Cell(), Cell("plain")},
     });
 }
@@ -52,13 +53,19 @@ protected:
 
 } // namespace
 
-TEST_F(RoundTrip, DatabaseTableKeepsEverything) { roundTrip("study.vdb", "Sample", typedBack(), kNames); }
+TEST_F(RoundTrip, DatabaseTableKeepsEverything) {
+    roundTrip("study.vdb", "Sample", typedBack(), kNames);
+}
 
-TEST_F(RoundTrip, MdbPathIsADatabaseTableToo) { roundTrip("old.mdb", "Sample", typedBack(), kNames); }
+TEST_F(RoundTrip, MdbPathIsADatabaseTableToo) {
+    roundTrip("old.mdb", "Sample", typedBack(), kNames);
+}
 
 // The workbook writer puts numbers down with 16 significant digits: a time of day may move in its
 // seventeenth.
-TEST_F(RoundTrip, ExcelWorkbookKeepsEverything) { roundTrip("book.xlsx", "Sample", typedBack(), kNames, 1e-15); }
+TEST_F(RoundTrip, ExcelWorkbookKeepsEverything) {
+    roundTrip("book.xlsx", "Sample", typedBack(), kNames, 1e-15);
+}
 
 // Lotus has no logical cells: True and False come back as the numbers 1 and 0.
 TEST_F(RoundTrip, LotusWorksheetKeepsAllButBooleans) {
@@ -73,14 +80,16 @@ TEST_F(RoundTrip, DbaseTableKeepsAllButTheTimeOfDay) {
     CellArray expected = typedBack();
     expected(1, 4) = Cell::date(kDay2);
     roundTrip("sample.dbf", "ignored", expected, kNames);
-    EXPECT_TRUE(QFile::exists(path("sample.cpg"))) << "text beyond Windows-1252 is UTF-8, named in a .cpg file";
+    EXPECT_TRUE(QFile::exists(path("sample.cpg")))
+        << "text beyond Windows-1252 is UTF-8, named in a .cpg file";
 }
 
 // A text file holds texts: every value comes back as its text, an empty cell as an empty text;
 // there is no row of field names.
 TEST_F(RoundTrip, TextFileGivesTextsBack) {
     const CellArray expected = table({
-        {Cell("Tuberculosis"), Cell("12"), Cell("100000"), Cell("0.125"), Cell("2020-01-05"), Cell("True"), Cell(kWide)},
+        {Cell("Tuberculosis"), Cell("12"), Cell("100000"), Cell("0.125"), Cell("2020-01-05"), Cell("True"),
+         Cell(kWide)},
         {Cell("Malaria"), Cell("-3"), Cell("-70000"), Cell("3.14159265358979"), Cell("2021-06-30 12:30:00"),
          Cell("False"), Cell("")},
         {Cell(""), Cell("0"), Cell("0"), Cell("1E-07"), Cell(""), Cell(""), Cell("plain")},

@@ -15,16 +15,19 @@ class SqliteTable : public vesk::test::ScratchTest {};
 } // namespace
 
 TEST(SqliteTableDdl, NamesTheOldTypes) {
-    const auto def = parseCreateTable("create table T ( [a b] String(5),[c] string,[d] Integer,[e] Long,[f] Single,"
-                                      "[g] Double,[h] Date,[i] Logical ) ");
+    const auto def =
+        parseCreateTable("create table T ( [a b] String(5),[c] string,[d] Integer,[e] Long,[f] Single,"
+                         "[g] Double,[h] Date,[i] Logical ) ");
     ASSERT_TRUE(def);
-    EXPECT_EQ(SqliteTableDriver::sqliteDdl(*def),
-              "CREATE TABLE \"T\" (\"a b\" VARCHAR(5), \"c\" TEXT, \"d\" SMALLINT, \"e\" INTEGER, \"f\" SINGLE, "
-              "\"g\" DOUBLE, \"h\" DATETIME, \"i\" BOOLEAN)");
+    EXPECT_EQ(
+        SqliteTableDriver::sqliteDdl(*def),
+        "CREATE TABLE \"T\" (\"a b\" VARCHAR(5), \"c\" TEXT, \"d\" SMALLINT, \"e\" INTEGER, \"f\" SINGLE, "
+        "\"g\" DOUBLE, \"h\" DATETIME, \"i\" BOOLEAN)");
 }
 
 TEST_F(SqliteTable, DatesAreIsoTextAndBooleansOneAndZero) {
-    const CellArray a = table({{Cell::date(43835.5), Cell::boolean(true), Cell::single(0.1f), Cell("00123")}});
+    const CellArray a =
+        table({{Cell::date(43835.5), Cell::boolean(true), Cell::single(0.1f), Cell("00123")}});
     ASSERT_TRUE(FnWriteArrFile(a, path("s.vdb"), "T", {"d", "b", "s", "t"}));
     {
         QSqlDatabase db = QSqlDatabase::addDatabase("QSQLITE", "peek");

@@ -1,23 +1,30 @@
 #include "test_support.h"
 
 #include <QProcess>
-
+#include <QStandardPaths>
 #include <cmath>
 #include <cstdio>
 #include <sstream>
-#include <QStandardPaths>
 
 namespace vesk {
 
 void PrintTo(const Cell& c, std::ostream* os) {
-    const char* kind = c.isEmpty() ? "Empty" : c.isNull() ? "Null" : c.isText() ? "Text" : c.isBoolean() ? "Bool"
-                     : c.isDate()  ? "Date" : c.isSingle() ? "Single" : c.isArray() ? "Array" : "Number";
+    const char* kind = c.isEmpty()     ? "Empty"
+                       : c.isNull()    ? "Null"
+                       : c.isText()    ? "Text"
+                       : c.isBoolean() ? "Bool"
+                       : c.isDate()    ? "Date"
+                       : c.isSingle()  ? "Single"
+                       : c.isArray()   ? "Array"
+                                       : "Number";
     char num[40];
     std::snprintf(num, sizeof num, "%.17g", c.isNumber() ? c.toDouble() : 0.0);
     *os << kind << "(" << c.toString().toStdString() << (c.isNumber() ? std::string(" = ") + num : "") << ")";
 }
 
-void PrintTo(const CellArray& a, std::ostream* os) { *os << "\n" << test::dump(a); }
+void PrintTo(const CellArray& a, std::ostream* os) {
+    *os << "\n" << test::dump(a);
+}
 
 } // namespace vesk
 
@@ -48,7 +55,9 @@ namespace vesk::test {
     return ::testing::AssertionFailure() << diffs;
 }
 
-QString fixture(const QString& name) { return QStringLiteral(VESK_TEST_DATA "/foreign/") + name; }
+QString fixture(const QString& name) {
+    return QStringLiteral(VESK_TEST_DATA "/foreign/") + name;
+}
 
 CellArray table(std::initializer_list<std::initializer_list<Cell>> rows) {
     const int n = static_cast<int>(rows.size());
@@ -71,8 +80,13 @@ std::string dump(const CellArray& a) {
     for (int i = 0; i < a.size(0); ++i) {
         for (int j = 0; j < a.size(1); ++j) {
             const Cell& c = a(a.lbound(0) + i, a.lbound(1) + j);
-            const char* kind = c.isEmpty() ? "E" : c.isNull() ? "N" : c.isText() ? "T" : c.isBoolean() ? "B"
-                             : c.isDate()  ? "D" : c.isSingle() ? "S" : "#";
+            const char* kind = c.isEmpty()     ? "E"
+                               : c.isNull()    ? "N"
+                               : c.isText()    ? "T"
+                               : c.isBoolean() ? "B"
+                               : c.isDate()    ? "D"
+                               : c.isSingle()  ? "S"
+                                               : "#";
             out += std::string(kind) + ":" + c.toString().toStdString() + " | ";
         }
         out += "\n";

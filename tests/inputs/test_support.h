@@ -6,9 +6,7 @@
 
 #include <QString>
 #include <QTemporaryDir>
-
 #include <gtest/gtest.h>
-
 #include <initializer_list>
 
 namespace vesk {

@@ -4,7 +4,6 @@
 
 #include <QFile>
 #include <QtEndian>
-
 #include <cstring>
 
 using namespace vesk;
@@ -19,9 +18,13 @@ QByteArray le16(int v) {
     return b;
 }
 
-QByteArray record(int type, const QByteArray& body) { return le16(type) + le16(static_cast<int>(body.size())) + body; }
+QByteArray record(int type, const QByteArray& body) {
+    return le16(type) + le16(static_cast<int>(body.size())) + body;
+}
 
-QByteArray cellHead(int format, int col, int row) { return QByteArray(1, static_cast<char>(format)) + le16(col) + le16(row); }
+QByteArray cellHead(int format, int col, int row) {
+    return QByteArray(1, static_cast<char>(format)) + le16(col) + le16(row);
+}
 
 QByteArray numberBody(double v) {
     QByteArray b(8, '\0');
@@ -63,7 +66,7 @@ TEST_F(Wk1, ANewFileIsARunOfRelease2Records) {
     EXPECT_TRUE(data.endsWith(QByteArray::fromHex("01000000"))) << "EOF";
     const QList<Rec> recs = records(data);
     ASSERT_GE(recs.size(), 4);
-    EXPECT_EQ(recs[1].type, 0x0006);                        // RANGE
+    EXPECT_EQ(recs[1].type, 0x0006);                                  // RANGE
     EXPECT_EQ(recs[1].body, QByteArray::fromHex("0000000004000100")); // A1..E2
     QList<int> types;
     for (const auto& r : recs)
@@ -122,7 +125,8 @@ TEST_F(Wk1, ReadsFormulasBlanksAndEveryLabelPrefix) {
     data += record(0x000F, cellHead(0xFF, 1, 0) + "\"Right" + QByteArray(1, '\0'));
     data += record(0x000F, cellHead(0xFF, 2, 0) + "'Left" + QByteArray(1, '\0'));
     // A number formula: its last value, then the formula bytes (here @PI, opcode 0x26, and the end 0x03).
-    data += record(0x0010, cellHead(0x02, 0, 1) + numberBody(3.14159) + le16(2) + QByteArray::fromHex("2603"));
+    data +=
+        record(0x0010, cellHead(0x02, 0, 1) + numberBody(3.14159) + le16(2) + QByteArray::fromHex("2603"));
     // A text formula: the value is in the STRING record that follows.
     data += record(0x0010, cellHead(0xFF, 1, 1) + numberBody(0.0) + le16(1) + QByteArray::fromHex("03"));
     data += record(0x0033, cellHead(0xFF, 1, 1) + "result" + QByteArray(1, '\0'));

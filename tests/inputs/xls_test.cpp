@@ -18,7 +18,8 @@ TEST(Xls, ReadsADefinedNameOfAWorkbookWrittenByGnumeric) {
          Cell::date(dateSerial(QDate(2020, 1, 5)))},
         {Cell("A02"), Cell("Zoë's fever — ünïcode 中文"), Cell("C1"), Cell(0), Cell(-3), Cell(1e-7),
          Cell::date(dateSerial(QDateTime(QDate(2021, 6, 30), QTime(12, 30))))},
-        {Cell("A03"), Cell::null(), Cell("C2"), Cell::null(), Cell(40000), Cell(3.14159265358979), Cell::null()},
+        {Cell("A03"), Cell::null(), Cell("C2"), Cell::null(), Cell(40000), Cell(3.14159265358979),
+         Cell::null()},
     });
     EXPECT_TRUE(vesk::test::sameTable(back, expected, 1e-12));
 }

@@ -18,9 +18,10 @@ CellArray causes() {
     return table({
         {Cell("A01"), Cell("Tuberculosis"), Cell("C1"), Cell::boolean(true), Cell(12), Cell(0.125),
          Cell::date(dateSerial(QDate(2020, 1, 5)))},
-        {Cell("A02"), Cell("Zoë's fever — ünïcode 中文"), Cell("C1"), Cell::boolean(false), Cell(-3), Cell(1e-7),
-         Cell::date(dateSerial(QDateTime(QDate(2021, 6, 30), QTime(12, 30))))},
-        {Cell("A03"), Cell::null(), Cell("C2"), Cell::null(), Cell(40000), Cell(3.14159265358979), Cell::null()},
+        {Cell("A02"), Cell("Zoë's fever — ünïcode 中文"), Cell("C1"), Cell::boolean(false), Cell(-3),
+         Cell(1e-7), Cell::date(dateSerial(QDateTime(QDate(2021, 6, 30), QTime(12, 30))))},
+        {Cell("A03"), Cell::null(), Cell("C2"), Cell::null(), Cell(40000), Cell(3.14159265358979),
+         Cell::null()},
     });
 }
 
@@ -69,13 +70,15 @@ TEST_F(Xlsx, ANewWorkbookHasASheetAndADefinedNamePerTable) {
     EXPECT_TRUE(book->hasDefinedName("Causes"));
     const ZipEntry* wb = book->archive().find("xl/workbook.xml");
     ASSERT_NE(wb, nullptr);
-    EXPECT_TRUE(wb->data.contains("<definedName name=\"Causes\">'Causes'!$A$1:$G$4</definedName>")) << wb->data.data();
+    EXPECT_TRUE(wb->data.contains("<definedName name=\"Causes\">'Causes'!$A$1:$G$4</definedName>"))
+        << wb->data.data();
 }
 
 TEST_F(Xlsx, ATableAddedToAnExistingWorkbookLeavesTheRestAsItWas) {
     const QString file = copyOf("openpyxl_book.xlsx");
-    const CellArray extra = table({{Cell("x & <y>"), Cell::date(dateSerial(QDate(1999, 12, 31))), Cell::boolean(true)},
-                                   {Cell("  spaced  "), Cell::date(36526.25), Cell::boolean(false)}});
+    const CellArray extra =
+        table({{Cell("x & <y>"), Cell::date(dateSerial(QDate(1999, 12, 31))), Cell::boolean(true)},
+               {Cell("  spaced  "), Cell::date(36526.25), Cell::boolean(false)}});
     ASSERT_TRUE(FnWriteArrFile(extra, file, "DATPOP", {"Unit", "When", "Value"}))
         << lastForeignError().description.toStdString();
     ASSERT_TRUE(FnWriteArrFile(extra, file, "DATASDR", {"Unit", "When", "Value"}));
@@ -93,7 +96,8 @@ TEST_F(Xlsx, ATableAddedToAnExistingWorkbookLeavesTheRestAsItWas) {
     auto original = ZipArchive::read(fixture("openpyxl_book.xlsx"), &e2);
     ASSERT_TRUE(original);
     for (const auto& e : original->entries()) {
-        if (e.name.contains("worksheets/") || e.name.contains("sharedStrings") || e.name.contains("docProps")) {
+        if (e.name.contains("worksheets/") || e.name.contains("sharedStrings") ||
+            e.name.contains("docProps")) {
             EXPECT_EQ(book->archive().find(e.name)->data, e.data) << e.name.toStdString();
         }
     }
@@ -101,27 +105,31 @@ TEST_F(Xlsx, ATableAddedToAnExistingWorkbookLeavesTheRestAsItWas) {
 
 TEST_F(Xlsx, ReadsInlineAndRichStringsErrorsAndThe1904DateSystem) {
     ZipArchive zip;
-    zip.put("[Content_Types].xml", "<Types xmlns=\"http://schemas.openxmlformats.org/package/2006/content-types\"/>");
-    zip.put("_rels/.rels",
-            "<Relationships xmlns=\"http://schemas.openxmlformats.org/package/2006/relationships\">"
-            "<Relationship Id=\"r1\" Type=\"http://schemas.openxmlformats.org/officeDocument/2006/relationships/"
-            "officeDocument\" Target=\"/xl/book.xml\"/></Relationships>");
+    zip.put("[Content_Types].xml",
+            "<Types xmlns=\"http://schemas.openxmlformats.org/package/2006/content-types\"/>");
+    zip.put(
+        "_rels/.rels",
+        "<Relationships xmlns=\"http://schemas.openxmlformats.org/package/2006/relationships\">"
+        "<Relationship Id=\"r1\" Type=\"http://schemas.openxmlformats.org/officeDocument/2006/relationships/"
+        "officeDocument\" Target=\"/xl/book.xml\"/></Relationships>");
     zip.put("xl/book.xml",
             "<workbook xmlns=\"http://schemas.openxmlformats.org/spreadsheetml/2006/main\" "
             "xmlns:r=\"http://schemas.openxmlformats.org/officeDocument/2006/relationships\">"
             "<workbookPr date1904=\"1\"/><sheets><sheet name=\"S\" sheetId=\"1\" r:id=\"a\"/></sheets>"
             "<definedNames><definedName name=\"T\" localSheetId=\"0\">'S'!B2:C4</definedName></definedNames>"
             "</workbook>");
-    zip.put("xl/_rels/book.xml.rels",
-            "<Relationships xmlns=\"http://schemas.openxmlformats.org/package/2006/relationships\">"
-            "<Relationship Id=\"a\" Type=\"http://schemas.openxmlformats.org/officeDocument/2006/relationships/"
-            "worksheet\" Target=\"sheets/one.xml\"/>"
-            "<Relationship Id=\"b\" Type=\"http://schemas.openxmlformats.org/officeDocument/2006/relationships/"
-            "styles\" Target=\"st.xml\"/></Relationships>");
-    zip.put("xl/st.xml", "<styleSheet xmlns=\"http://schemas.openxmlformats.org/spreadsheetml/2006/main\">"
-                         "<numFmts count=\"1\"><numFmt numFmtId=\"170\" formatCode=\"[h]:mm\"/></numFmts>"
-                         "<cellXfs count=\"3\"><xf numFmtId=\"0\"/><xf numFmtId=\"170\"/><xf numFmtId=\"2\"/></cellXfs>"
-                         "</styleSheet>");
+    zip.put(
+        "xl/_rels/book.xml.rels",
+        "<Relationships xmlns=\"http://schemas.openxmlformats.org/package/2006/relationships\">"
+        "<Relationship Id=\"a\" Type=\"http://schemas.openxmlformats.org/officeDocument/2006/relationships/"
+        "worksheet\" Target=\"sheets/one.xml\"/>"
+        "<Relationship Id=\"b\" Type=\"http://schemas.openxmlformats.org/officeDocument/2006/relationships/"
+        "styles\" Target=\"st.xml\"/></Relationships>");
+    zip.put("xl/st.xml",
+            "<styleSheet xmlns=\"http://schemas.openxmlformats.org/spreadsheetml/2006/main\">"
+            "<numFmts count=\"1\"><numFmt numFmtId=\"170\" formatCode=\"[h]:mm\"/></numFmts>"
+            "<cellXfs count=\"3\"><xf numFmtId=\"0\"/><xf numFmtId=\"170\"/><xf numFmtId=\"2\"/></cellXfs>"
+            "</styleSheet>");
     zip.put("xl/sheets/one.xml",
             "<worksheet xmlns=\"http://schemas.openxmlformats.org/spreadsheetml/2006/main\"><sheetData>"
             "<row r=\"2\"><c r=\"B2\" t=\"inlineStr\"><is><t>Head</t></is></c>"
@@ -135,12 +143,14 @@ TEST_F(Xlsx, ReadsInlineAndRichStringsErrorsAndThe1904DateSystem) {
     QStringList names;
     const CellArray back = FnReadArrFile(path("hand.xlsx"), "T", &names);
     EXPECT_EQ(names, QStringList({"Head", "Rich"}));
-    EXPECT_EQ(back, table({{Cell::date(1462), Cell::null()}, {Cell("formula text"), Cell(1.5)}})) << dump(back);
+    EXPECT_EQ(back, table({{Cell::date(1462), Cell::null()}, {Cell("formula text"), Cell(1.5)}}))
+        << dump(back);
     EXPECT_EQ(back(0, 0).toString(), "1904-01-01");
 }
 
 TEST(XlsxHelpers, DateFormatsAreToldFromNumberFormats) {
-    for (const char* code : {"yyyy-mm-dd", "dd/mm/yyyy hh:mm", "m/d/yy", "[h]:mm:ss", "mmm-yy", "[$-409]d-mmm;@"})
+    for (const char* code :
+         {"yyyy-mm-dd", "dd/mm/yyyy hh:mm", "m/d/yy", "[h]:mm:ss", "mmm-yy", "[$-409]d-mmm;@"})
         EXPECT_TRUE(isDateFormatCode(code)) << code;
     for (const char* code : {"General", "0.00", "#,##0", "0.00E+00", "\"days\" 0", "[Red]0.0", "0\\d"})
         EXPECT_FALSE(isDateFormatCode(code)) << code;

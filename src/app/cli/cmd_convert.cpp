@@ -7,7 +7,6 @@
 
 #include <QFile>
 #include <QFileInfo>
-
 #include <cmath>
 
 namespace vesk::cli {
@@ -32,7 +31,9 @@ const char* const kUsage =
     "A worksheet or database file that exists gets the table added to it; a table of the same\n"
     "name there is an error. Text and CSV files are replaced.\n";
 
-bool isCsv(const QString& path) { return path == u"-" || path.endsWith(QLatin1String(".csv"), Qt::CaseInsensitive); }
+bool isCsv(const QString& path) {
+    return path == u"-" || path.endsWith(QLatin1String(".csv"), Qt::CaseInsensitive);
+}
 
 // A CSV field: a number when the whole field reads as one, Null when blank, else text.
 Cell csvCell(const QString& field) {
@@ -74,8 +75,8 @@ bool readTable(const QString& in, const QString& table, CellArray* rows, QString
         err(QStringLiteral("vesk-cli convert: %1 does not exist").arg(in));
         return false;
     }
-    const bool needsName = kind == ForeignKind::Wk1 || kind == ForeignKind::Xlsx || kind == ForeignKind::Xls ||
-                           kind == ForeignKind::Database;
+    const bool needsName = kind == ForeignKind::Wk1 || kind == ForeignKind::Xlsx ||
+                           kind == ForeignKind::Xls || kind == ForeignKind::Database;
     if (needsName && table.isEmpty()) {
         err(QStringLiteral("vesk-cli convert: name the table to read in %1 with --table").arg(in));
         return false;
@@ -135,7 +136,8 @@ int run(const QStringList& argsIn) {
     QStringList args = argsIn;
     const QString table = takeOption(args, QStringLiteral("--table")).value_or(QString());
     QString outTable = takeOption(args, QStringLiteral("--out-table")).value_or(QString());
-    if (args.size() != 2 || args[0].startsWith(QLatin1String("--")) || args[1].startsWith(QLatin1String("--"))) {
+    if (args.size() != 2 || args[0].startsWith(QLatin1String("--")) ||
+        args[1].startsWith(QLatin1String("--"))) {
         err(QStringLiteral("vesk-cli convert: give IN and OUT; `vesk-cli convert --help` tells more"));
         return 2;
     }
@@ -148,8 +150,10 @@ int run(const QStringList& argsIn) {
     return writeTable(args[1], outTable, rows, names) ? 0 : 1;
 }
 
-const Registrar registrar({QStringLiteral("convert"), QStringLiteral("copy a table between WK1, XLSX/XLS, DBF, database, text and CSV files"),
-                           QString::fromLatin1(kUsage), run});
+const Registrar
+    registrar({QStringLiteral("convert"),
+               QStringLiteral("copy a table between WK1, XLSX/XLS, DBF, database, text and CSV files"),
+               QString::fromLatin1(kUsage), run});
 
 } // namespace
 

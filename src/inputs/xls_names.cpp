@@ -130,6 +130,67 @@ QString biffString(const QByteArray& b, qsizetype at, int chars) {
 
 } // namespace
 
+namespace {
+
+struct Globals {
+    QList<int> externSheets;                 // the first sheet of each reference
+    QList<QPair<QString, QByteArray>> names; // each user name with its formula
+};
+
+// The records of the workbook globals up to their EOF; std::nullopt for an older BIFF.
+std::optional<Globals> readGlobals(const QByteArray& wb) {
+    Globals g;
+    for (qsizetype at = 0; at + 4 <= wb.size();) {
+        const quint16 type = u16(wb, at), len = u16(wb, at + 2);
+        const QByteArray body = wb.mid(at + 4, len);
+        at += 4 + len;
+        if (type == 0x000A) // EOF of the globals
+            break;
+        if (type == 0x0809 && u16(body, 0) != 0x0600) // BOF of an older BIFF: its names differ
+            return std::nullopt;
+        if (type == 0x0017) { // EXTERNSHEET: supporting book, first sheet, last sheet
+            const int n = u16(body, 0);
+            for (int i = 0; i < n; ++i)
+                g.externSheets << u16(body, 2 + 6 * i + 2);
+        } else if (type == 0x0018 && body.size() >= 15) { // NAME
+            const quint16 options = u16(body, 0);
+            const int chars = static_cast<unsigned char>(body[3]);
+            const int formulaSize = u16(body, 4);
+            if (options & 0x0020) // built-in names: print areas and the like
+                continue;
+            const bool wide = (static_cast<unsigned char>(body[14]) & 0x01) != 0;
+            const qsizetype formulaAt = 14 + 1 + chars * (wide ? 2 : 1);
+            g.names << qMakePair(biffString(body, 14, chars), body.mid(formulaAt, formulaSize));
+        }
+    }
+    return g;
+}
+
+// The area of a formula that is one ptgArea3d or ptgRef3d token, whatever its class bits.
+std::optional<SheetArea> areaOf(const QByteArray& formula, const QList<int>& externSheets) {
+    const int first = formula.isEmpty() ? 0 : static_cast<unsigned char>(formula[0]);
+    const int token = first >= 0x20 ? first & 0x1F : -1;
+    SheetArea area;
+    if (token == 0x1B && formula.size() >= 11) { // ptgArea3d
+        area.row1 = u16(formula, 3);
+        area.row2 = u16(formula, 5);
+        area.col1 = u16(formula, 7) & 0x3FFF;
+        area.col2 = u16(formula, 9) & 0x3FFF;
+    } else if (token == 0x1A && formula.size() >= 7) { // ptgRef3d
+        area.row1 = area.row2 = u16(formula, 3);
+        area.col1 = area.col2 = u16(formula, 5) & 0x3FFF;
+    } else {
+        return std::nullopt;
+    }
+    const int ixti = u16(formula, 1);
+    if (ixti >= externSheets.size())
+        return std::nullopt;
+    area.sheet = externSheets[ixti];
+    return area;
+}
+
+} // namespace
+
 QList<XlsName> readXlsNames(const QString& path) {
     QList<XlsName> out;
     QFile f(path);
@@ -139,61 +200,12 @@ QList<XlsName> readXlsNames(const QString& path) {
     QByteArray wb;
     if (!cf.readStream(QStringLiteral("Workbook"), &wb))
         return out;
-    struct Ref {
-        int first, last;
-    };
-    QList<Ref> externSheets;
-    struct Raw {
-        QString name;
-        QByteArray formula;
-    };
-    QList<Raw> raw;
-    for (qsizetype at = 0; at + 4 <= wb.size();) {
-        const quint16 type = u16(wb, at), len = u16(wb, at + 2);
-        const QByteArray body = wb.mid(at + 4, len);
-        at += 4 + len;
-        if (type == 0x000A) // EOF of the globals
-            break;
-        if (type == 0x0809 && u16(body, 0) != 0x0600) // BOF of an older BIFF: its names differ
-            return out;
-        if (type == 0x0017) {
-            const int n = u16(body, 0);
-            for (int i = 0; i < n; ++i)
-                externSheets << Ref{u16(body, 2 + 6 * i + 2), u16(body, 2 + 6 * i + 4)};
-        } else if (type == 0x0018 && body.size() >= 15) {
-            const quint16 options = u16(body, 0);
-            const int chars = static_cast<unsigned char>(body[3]);
-            const int formulaSize = u16(body, 4);
-            if (options & 0x0020) // built-in names: print areas and the like
-                continue;
-            const bool wide = (static_cast<unsigned char>(body[14]) & 0x01) != 0;
-            const qsizetype formulaAt = 14 + 1 + chars * (wide ? 2 : 1);
-            raw << Raw{biffString(body, 14, chars), body.mid(formulaAt, formulaSize)};
-        }
-    }
-    for (const auto& r : raw) {
-        if (r.formula.isEmpty())
-            continue;
-        const int first = static_cast<unsigned char>(r.formula[0]);
-        const int token = first >= 0x20 ? first & 0x1F : -1; // the class bits do not matter
-        SheetArea area;
-        int ixti = u16(r.formula, 1);
-        if (token == 0x1B && r.formula.size() >= 11) { // ptgArea3d
-            area.row1 = u16(r.formula, 3);
-            area.row2 = u16(r.formula, 5);
-            area.col1 = u16(r.formula, 7) & 0x3FFF;
-            area.col2 = u16(r.formula, 9) & 0x3FFF;
-        } else if (token == 0x1A && r.formula.size() >= 7) { // ptgRef3d
-            area.row1 = area.row2 = u16(r.formula, 3);
-            area.col1 = area.col2 = u16(r.formula, 5) & 0x3FFF;
-        } else {
-            continue;
-        }
-        if (ixti >= externSheets.size())
-            continue;
-        area.sheet = externSheets[ixti].first;
-        out << XlsName{r.name, area};
-    }
+    const auto globals = readGlobals(wb);
+    if (!globals)
+        return out;
+    for (const auto& [name, formula] : globals->names)
+        if (const auto area = areaOf(formula, globals->externSheets))
+            out << XlsName{name, *area};
     return out;
 }
 

@@ -212,102 +212,132 @@ bool tableHasDates(const XlsxDriver::Building& t) {
 
 } // namespace
 
-bool addSheetsToWorkbook(ZipArchive& zip, const QString& workbookPart,
-                         const QList<XlsxDriver::Building>& tables, QString* error) {
+namespace {
+
+const QString kRelNs = QStringLiteral("http://schemas.openxmlformats.org/officeDocument/2006/relationships");
+
+// The parts of a workbook that a new sheet touches, as texts, and what the new sheets need to know.
+struct WorkbookParts {
+    QString workbookPart, folder, relsPart;
+    QString wb, rels, types;
+    QString sheetPrefix, relPrefix;
+    int nextSheetId = 1;
+    int dateXf = -1, dateTimeXf = -1;
+};
+
+bool loadParts(const ZipArchive& zip, const QString& workbookPart, WorkbookParts* p, QString* error) {
     const int slash = static_cast<int>(workbookPart.lastIndexOf(u'/'));
-    const QString folder = workbookPart.left(slash + 1);
-    const QString relsPart =
-        folder + QStringLiteral("_rels/") + workbookPart.mid(slash + 1) + QStringLiteral(".rels");
-    const ZipEntry *wbEntry = zip.find(workbookPart), *relsEntry = zip.find(relsPart),
-                   *typesEntry = zip.find(QStringLiteral("[Content_Types].xml"));
-    if (!wbEntry || !relsEntry || !typesEntry) {
+    p->workbookPart = workbookPart;
+    p->folder = workbookPart.left(slash + 1);
+    p->relsPart =
+        p->folder + QStringLiteral("_rels/") + workbookPart.mid(slash + 1) + QStringLiteral(".rels");
+    const ZipEntry *wb = zip.find(workbookPart), *rels = zip.find(p->relsPart),
+                   *types = zip.find(QStringLiteral("[Content_Types].xml"));
+    if (!wb || !rels || !types) {
         *error = QStringLiteral("the workbook lacks one of its parts");
         return false;
     }
-    QString wb = QString::fromUtf8(wbEntry->data), rels = QString::fromUtf8(relsEntry->data),
-            types = QString::fromUtf8(typesEntry->data);
-    int dateXf = -1, dateTimeXf = -1;
-    bool needDates = false;
-    for (const auto& t : tables)
-        needDates = needDates || tableHasDates(t);
-    QString stylesPart;
-    static const QRegularExpression stylesRel(QStringLiteral(
-        "Type=\"[^\"]*/styles\"[^>]*Target=\"([^\"]+)\"|Target=\"([^\"]+)\"[^>]*Type=\"[^\"]*/styles\""));
-    if (needDates) {
-        const auto m = stylesRel.match(rels);
-        const QString target = m.captured(1).isEmpty() ? m.captured(2) : m.captured(1);
-        stylesPart = target.startsWith(u'/') ? target.mid(1) : folder + target;
-        const ZipEntry* st = target.isEmpty() ? nullptr : zip.find(stylesPart);
-        QString styles = st ? QString::fromUtf8(st->data) : QString();
-        if (!st || !addDateStyles(styles, &dateXf, &dateTimeXf)) {
-            *error = QStringLiteral("the workbook has no cell formats to add a date format to");
-            return false;
-        }
-        zip.put(stylesPart, styles.toUtf8());
-    }
-    static const QRegularExpression sheetIdRe(QStringLiteral("sheetId=\"(\\d+)\""));
-    int nextSheetId = 1;
-    for (auto it = sheetIdRe.globalMatch(wb); it.hasNext();)
-        nextSheetId = std::max(nextSheetId, it.next().captured(1).toInt() + 1);
-    const QString sheetPrefix = prefixOf(wb, QStringLiteral("sheets"));
-    const QString kRelNs =
-        QStringLiteral("http://schemas.openxmlformats.org/officeDocument/2006/relationships");
-    // The relationships' prefix declared on the workbook element; "r" declared there when it has
-    // none (some writers declare it on each sheet element instead).
-    const auto root = QRegularExpression(QStringLiteral("<(\\w+:)?workbook\\b[^>]*>")).match(wb);
+    p->wb = QString::fromUtf8(wb->data);
+    p->rels = QString::fromUtf8(rels->data);
+    p->types = QString::fromUtf8(types->data);
+    static const QRegularExpression sheetId(QStringLiteral("sheetId=\"(\\d+)\""));
+    for (auto it = sheetId.globalMatch(p->wb); it.hasNext();)
+        p->nextSheetId = std::max(p->nextSheetId, it.next().captured(1).toInt() + 1);
+    p->sheetPrefix = prefixOf(p->wb, QStringLiteral("sheets"));
+    return true;
+}
+
+// The relationships' prefix declared on the workbook element; "r" declared there when it has none
+// (some writers declare it on each sheet element instead, and readers want it at the root).
+bool declareRelationshipPrefix(WorkbookParts& p, QString* error) {
+    const auto root = QRegularExpression(QStringLiteral("<(\\w+:)?workbook\\b[^>]*>")).match(p.wb);
     if (!root.hasMatch()) {
         *error = QStringLiteral("the workbook part has no workbook element");
         return false;
     }
-    QString rel =
-        QRegularExpression(QStringLiteral("xmlns:(\\w+)=\"%1\"").arg(QRegularExpression::escape(kRelNs)))
-            .match(root.captured(0))
-            .captured(1);
-    if (rel.isEmpty()) {
-        rel = QStringLiteral("r");
-        wb.insert(root.capturedEnd() - (root.captured(0).endsWith(QLatin1String("/>")) ? 2 : 1),
-                  QStringLiteral(" xmlns:r=\"%1\"").arg(kRelNs));
+    const QRegularExpression decl(
+        QStringLiteral("xmlns:(\\w+)=\"%1\"").arg(QRegularExpression::escape(kRelNs)));
+    p.relPrefix = decl.match(root.captured(0)).captured(1);
+    if (p.relPrefix.isEmpty()) {
+        p.relPrefix = QStringLiteral("r");
+        p.wb.insert(root.capturedEnd() - (root.captured(0).endsWith(QLatin1String("/>")) ? 2 : 1),
+                    QStringLiteral(" xmlns:r=\"%1\"").arg(kRelNs));
     }
-    for (const auto& t : tables) {
-        int k = 1;
-        while (zip.find(folder + QStringLiteral("worksheets/sheet%1.xml").arg(k)))
-            ++k;
-        const QString target = QStringLiteral("worksheets/sheet%1.xml").arg(k);
-        QString rid = QStringLiteral("rIdVesk%1").arg(k);
-        while (rels.contains(u'"' + rid + u'"'))
-            rid += u'x';
-        zip.put(folder + target, sheetXml(t, dateXf, dateTimeXf));
-        insertBeforeClose(rels, QStringLiteral("Relationships"),
-                          QStringLiteral("<Relationship Id=\"%1\" Type=\"%2/worksheet\" Target=\"%3\"/>")
-                              .arg(rid, kRelNs, target));
-        insertBeforeClose(types, QStringLiteral("Types"),
-                          QStringLiteral("<Override PartName=\"/%1%2\" ContentType=\"application/"
-                                         "vnd.openxmlformats-officedocument.spreadsheetml.worksheet+xml\"/>")
-                              .arg(folder, target));
-        const QString sheetElement = QStringLiteral("<%1sheet name=\"%2\" sheetId=\"%3\" %4:id=\"%5\"/>")
-                                         .arg(sheetPrefix, t.def.name.toHtmlEscaped())
-                                         .arg(nextSheetId++)
-                                         .arg(rel, rid);
-        if (!insertBeforeClose(wb, QStringLiteral("sheets"), sheetElement)) {
-            *error = QStringLiteral("the workbook part has no list of sheets");
+    return true;
+}
+
+// Cell formats for dates, in the styles part the workbook's relations name.
+bool addDateFormats(ZipArchive& zip, WorkbookParts& p, QString* error) {
+    static const QRegularExpression stylesRel(QStringLiteral(
+        "Type=\"[^\"]*/styles\"[^>]*Target=\"([^\"]+)\"|Target=\"([^\"]+)\"[^>]*Type=\"[^\"]*/styles\""));
+    const auto m = stylesRel.match(p.rels);
+    const QString target = m.captured(1).isEmpty() ? m.captured(2) : m.captured(1);
+    const QString part = target.startsWith(u'/') ? target.mid(1) : p.folder + target;
+    const ZipEntry* st = target.isEmpty() ? nullptr : zip.find(part);
+    QString styles = st ? QString::fromUtf8(st->data) : QString();
+    if (!st || !addDateStyles(styles, &p.dateXf, &p.dateTimeXf)) {
+        *error = QStringLiteral("the workbook has no cell formats to add a date format to");
+        return false;
+    }
+    zip.put(part, styles.toUtf8());
+    return true;
+}
+
+bool addSheet(ZipArchive& zip, WorkbookParts& p, const XlsxDriver::Building& t, QString* error) {
+    int k = 1;
+    while (zip.find(p.folder + QStringLiteral("worksheets/sheet%1.xml").arg(k)))
+        ++k;
+    const QString target = QStringLiteral("worksheets/sheet%1.xml").arg(k);
+    QString rid = QStringLiteral("rIdVesk%1").arg(k);
+    while (p.rels.contains(u'"' + rid + u'"'))
+        rid += u'x';
+    zip.put(p.folder + target, sheetXml(t, p.dateXf, p.dateTimeXf));
+    insertBeforeClose(p.rels, QStringLiteral("Relationships"),
+                      QStringLiteral("<Relationship Id=\"%1\" Type=\"%2/worksheet\" Target=\"%3\"/>")
+                          .arg(rid, kRelNs, target));
+    insertBeforeClose(p.types, QStringLiteral("Types"),
+                      QStringLiteral("<Override PartName=\"/%1%2\" ContentType=\"application/"
+                                     "vnd.openxmlformats-officedocument.spreadsheetml.worksheet+xml\"/>")
+                          .arg(p.folder, target));
+    const QString sheet = QStringLiteral("<%1sheet name=\"%2\" sheetId=\"%3\" %4:id=\"%5\"/>")
+                              .arg(p.sheetPrefix, t.def.name.toHtmlEscaped())
+                              .arg(p.nextSheetId++)
+                              .arg(p.relPrefix, rid);
+    if (!insertBeforeClose(p.wb, QStringLiteral("sheets"), sheet)) {
+        *error = QStringLiteral("the workbook part has no list of sheets");
+        return false;
+    }
+    if (!validDefinedName(t.def.name))
+        return true;
+    const QString name = QStringLiteral("<%1definedName name=\"%2\">%3</%1definedName>")
+                             .arg(p.sheetPrefix, t.def.name.toHtmlEscaped(), areaFormula(t).toHtmlEscaped());
+    if (!insertBeforeClose(p.wb, QStringLiteral("definedNames"), name)) {
+        // The list of names comes right after the list of sheets.
+        const auto m = QRegularExpression(QStringLiteral("</(\\w+:)?sheets>")).match(p.wb);
+        p.wb.insert(m.capturedEnd(),
+                    QStringLiteral("<%1definedNames>%2</%1definedNames>").arg(p.sheetPrefix, name));
+    }
+    return true;
+}
+
+} // namespace
+
+bool addSheetsToWorkbook(ZipArchive& zip, const QString& workbookPart,
+                         const QList<XlsxDriver::Building>& tables, QString* error) {
+    WorkbookParts p;
+    if (!loadParts(zip, workbookPart, &p, error) || !declareRelationshipPrefix(p, error))
+        return false;
+    bool needDates = false;
+    for (const auto& t : tables)
+        needDates = needDates || tableHasDates(t);
+    if (needDates && !addDateFormats(zip, p, error))
+        return false;
+    for (const auto& t : tables)
+        if (!addSheet(zip, p, t, error))
             return false;
-        }
-        if (!validDefinedName(t.def.name))
-            continue;
-        const QString name =
-            QStringLiteral("<%1definedName name=\"%2\">%3</%1definedName>")
-                .arg(sheetPrefix, t.def.name.toHtmlEscaped(), areaFormula(t).toHtmlEscaped());
-        if (!insertBeforeClose(wb, QStringLiteral("definedNames"), name)) {
-            const QString block =
-                QStringLiteral("<%1definedNames>%2</%1definedNames>").arg(sheetPrefix, name);
-            const QRegularExpression sheetsClose(QStringLiteral("</(\\w+:)?sheets>"));
-            const auto m = sheetsClose.match(wb);
-            wb.insert(m.capturedEnd(), block);
-        }
-    }
-    zip.put(workbookPart, wb.toUtf8());
-    zip.put(relsPart, rels.toUtf8());
-    zip.put(QStringLiteral("[Content_Types].xml"), types.toUtf8());
+    zip.put(p.workbookPart, p.wb.toUtf8());
+    zip.put(p.relsPart, p.rels.toUtf8());
+    zip.put(QStringLiteral("[Content_Types].xml"), p.types.toUtf8());
     return true;
 }
 

@@ -23,6 +23,11 @@ QString errorLogPath() { return settings().StatOutPath + QStringLiteral("errorsr
 
 namespace {
 
+bool& logEnabled() {
+    static bool enabled = true;
+    return enabled;
+}
+
 void appendLogBlock(const CellArray& rows) {
     QFile log(errorLogPath());
     if (!log.open(QIODevice::Append))
@@ -38,6 +43,8 @@ void appendLogBlock(const CellArray& rows) {
 
 } // namespace
 
+void setErrorLogEnabled(bool enabled) { logEnabled() = enabled; }
+
 void ErrorStore(double number, const QString& description, const QString& source) {
     Cell& store = ErrStore();
     if (!store.isArray())
@@ -48,7 +55,8 @@ void ErrorStore(double number, const QString& description, const QString& source
     rows(n, 0) = Cell(number);
     rows(n, 1) = Cell(description);
     rows(n, 2) = Cell(source);
-    appendLogBlock(rows);
+    if (logEnabled())
+        appendLogBlock(rows);
 }
 
 } // namespace vesk

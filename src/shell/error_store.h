@@ -26,4 +26,8 @@ void clearErrorStore();
 // The log's path: StatOutPath & "errorsrec.stp".
 QString errorLogPath();
 
+// Whether additions append to the log (on by default). The command-line tool turns it off: it
+// writes the stored errors to standard error instead of leaving a log file where it was run.
+void setErrorLogEnabled(bool enabled);
+
 } // namespace vesk

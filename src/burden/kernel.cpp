@@ -1,0 +1,345 @@
+#include "burden/kernel.h"
+
+#include "burden/kernel_texts.h"
+#include "platform/runtime.h"
+#include "shell/error_store.h"
+
+#include <cmath>
+#include <optional>
+#include <stdexcept>
+
+namespace vesk {
+
+using namespace kernel_texts;
+
+namespace {
+
+// A run-time failure inside a statement, with the runtime's number and words.
+struct Fault {
+    int number;
+    const char* words;
+};
+
+[[noreturn]] void fail(int number, const char* words) {
+    throw Fault{number, words};
+}
+[[noreturn]] void overflow() {
+    fail(kErrOverflow, kOverflow);
+}
+
+// The error handler of a kernel function: every failure goes to the error store under the
+// function's name, and the run resumes with the next statement.
+class ResumeNext {
+public:
+    explicit ResumeNext(const char* source) : source_(QString::fromLatin1(source)) {}
+
+    void raise(int number, const char* words) const {
+        ErrorStore(number, QString::fromLatin1(words), source_);
+    }
+
+    // One statement: a failure leaves whatever it was to assign as it was.
+    template <class Statement> void run(Statement&& statement) const {
+        try {
+            statement();
+        } catch (const Fault& f) {
+            raise(f.number, f.words);
+        }
+    }
+
+    // The condition of a check. A failure in it is stored, and since the run resumes with the
+    // statement after the condition, which is the check's own raise, the check then fails too.
+    template <class Condition> bool test(Condition&& condition) const {
+        try {
+            return condition();
+        } catch (const Fault& f) {
+            raise(f.number, f.words);
+            return true;
+        }
+    }
+
+private:
+    QString source_;
+};
+
+// A text as the runtime converts it for arithmetic: blanks around a plain decimal number, nothing
+// else. "" and "abc" are no number.
+std::optional<double> textNumber(const QString& text) {
+    bool ok = false;
+    const double v = text.trimmed().toDouble(&ok);
+    if (!ok || !std::isfinite(v))
+        return std::nullopt;
+    return v;
+}
+
+// A cell as an operand of arithmetic: Empty is 0; Null and non-numeric texts fail.
+double operand(const Cell& c) {
+    switch (c.kind()) {
+    case Cell::Kind::Empty:
+        return 0.0;
+    case Cell::Kind::Number:
+        return c.toDouble();
+    case Cell::Kind::Null:
+        fail(kErrInvalidNull, kInvalidNull);
+    case Cell::Kind::Text:
+        if (const auto v = textNumber(c.toString()))
+            return *v;
+        break;
+    case Cell::Kind::Array:
+        break;
+    }
+    fail(kErrTypeMismatch, kTypeMismatch);
+}
+
+// A cell as one side of a numeric comparison: Null gives no value, and the comparison is not true.
+std::optional<double> comparand(const Cell& c) {
+    if (c.isNull())
+        return std::nullopt;
+    return operand(c);
+}
+
+// Beta = "": Empty equals the empty string; a number is compared as its text, which is never empty;
+// Null is not the empty string. An array cannot be compared.
+bool equalsEmptyText(const Cell& c) {
+    switch (c.kind()) {
+    case Cell::Kind::Empty:
+        return true;
+    case Cell::Kind::Text:
+        return c.toString().isEmpty();
+    case Cell::Kind::Number:
+    case Cell::Kind::Null:
+        return false;
+    case Cell::Kind::Array:
+        break;
+    }
+    fail(kErrTypeMismatch, kTypeMismatch);
+}
+
+double finite(double v) {
+    if (!std::isfinite(v))
+        overflow();
+    return v;
+}
+
+// A single-float result: out of the single range is an overflow.
+float fl(float v) {
+    if (!std::isfinite(v))
+        overflow();
+    return v;
+}
+
+// Storing a double in a single float.
+float single(double v) {
+    const float f = toSingle(finite(v));
+    if (std::isinf(f))
+        overflow();
+    return f;
+}
+
+double ex(double x) {
+    return finite(std::exp(x));
+}
+double sq(double x) {
+    return finite(x * x);
+}
+
+double quot(double numerator, double denominator) {
+    if (denominator == 0.0) {
+        if (numerator == 0.0)
+            overflow(); // 0/0
+        fail(kErrDivisionByZero, kDivisionByZero);
+    }
+    return finite(numerator / denominator);
+}
+
+struct Check {
+    int number;
+    const char* words;
+};
+
+// The Beta and C checks, run only when Beta is not the empty string.
+void checkBetaAndC(const ResumeNext& h, const Cell& Beta, const Cell& C, Check beta, Check c,
+                   bool zeroFails) {
+    if (!h.test([&] { return !equalsEmptyText(Beta); }))
+        return;
+    if (h.test([&] {
+            const auto b = comparand(Beta);
+            return b && (*b < 0 || *b >= 1);
+        }))
+        h.raise(beta.number, beta.words);
+    if (h.test([&] {
+            const auto v = comparand(C);
+            return v && (zeroFails ? *v <= 0 : *v < 0);
+        }))
+        h.raise(c.number, c.words);
+}
+
+// FnlYLD, r = 0 and K != 0.
+float iyldUndiscounted(const ResumeNext& h, float a, float L, float D, float K, const Cell& Beta,
+                       const Cell& C, float N) {
+    float A = 0, B = 0, E = 0, result = 0;
+    h.run([&] {
+        const double kc = K * operand(C);
+        const double b = operand(Beta);
+        A = single(quot(finite(kc * ex(-b * a)), sq(b)));
+    });
+    h.run([&] {
+        const double b = operand(Beta);
+        B = single(ex(-b * L) * (-b * fl(a + L) - 1) - (-b * a - 1));
+    });
+    h.run([&] { E = fl((1 - K) * L); });
+    h.run([&] { result = fl((A * B * D + E) * N); });
+    return result;
+}
+
+// FnlYLD, r != 0 and K != 0.
+float iyldDiscounted(const ResumeNext& h, float a, float L, float D, float r, float K, const Cell& Beta,
+                     const Cell& C, float N) {
+    float P = 0, E1 = 0, E2 = 0, U = 0, result = 0;
+    double G = 0, H = 0;
+    h.run([&] { P = single(ex(fl(r * a))); });
+    h.run([&] {
+        const double rb = r + operand(Beta);
+        E1 = single(ex(-rb * fl(a + L)));
+    });
+    h.run([&] {
+        const double rb = r + operand(Beta);
+        E2 = single(ex(-rb * a));
+    });
+    h.run([&] {
+        const double kc = K * operand(C);
+        const double rb = r + operand(Beta);
+        G = quot(finite(kc * P), sq(rb));
+    });
+    h.run([&] {
+        const double rb = r + operand(Beta);
+        H = finite(E1 * (-rb * fl(a + L) - 1) - E2 * (-rb * a - 1));
+    });
+    h.run([&] { U = fl((1 - K) / r); });
+    h.run([&] { result = single(D * (G * H + U) * N); });
+    return result;
+}
+
+// FnYLLF, r != 0 and K != 0.
+double yllDiscounted(const ResumeNext& h, float a, float L, float r, float K, const Cell& Beta,
+                     const Cell& C) {
+    double E0 = 0, E1 = 0, E2 = 0, result = 0;
+    h.run([&] { E0 = ex(fl(-r * L)); });
+    h.run([&] {
+        const double rb = r + operand(Beta);
+        E1 = ex(-rb * fl(L + a));
+    });
+    h.run([&] {
+        const double rb = r + operand(Beta);
+        E2 = ex(-rb * a);
+    });
+    h.run([&] {
+        const double kc = K * operand(C);
+        const double P = ex(fl(r * a));
+        const double rb = r + operand(Beta);
+        const double bracket = E1 * (-rb * fl(L + a) - 1) - E2 * (-rb * a - 1);
+        result = finite(quot(finite(kc * P), sq(rb)) * bracket + double(fl((1 - K) / r)) * (1 - E0));
+    });
+    return result;
+}
+
+} // namespace
+
+float FnlYLD(float a, float L, float D, float r, float K, const Cell& Beta, const Cell& C, float N) {
+    const ResumeNext h(kSourceIYLD);
+    if (r < 0 || r >= 1)
+        h.raise(kErrIYLDr, kRRange);
+    if (K < 0 || K > 1)
+        h.raise(kErrIYLDk, kRRange);
+    checkBetaAndC(h, Beta, C, {kErrIYLDBeta, kBetaRange}, {kErrIYLDc, kBetaRange}, true);
+
+    if (r == 0 && K != 0)
+        return iyldUndiscounted(h, a, L, D, K, Beta, C, N);
+    if (r != 0 && K != 0)
+        return iyldDiscounted(h, a, L, D, r, K, Beta, C, N);
+    float result = 0;
+    if (r == 0)
+        h.run([&] { result = fl(D * L * N); });
+    else
+        h.run([&] { result = single(quot(1 - ex(fl(-r * L)), r) * D * N); });
+    return result;
+}
+
+float FnPYLD(float a, float D, float K, const Cell& Beta, const Cell& C, float N) {
+    const ResumeNext h(kSourcePYLD);
+    if (K < 0 || K > 1)
+        h.raise(kErrPYLDk, kRRange);
+    checkBetaAndC(h, Beta, C, {kErrPYLDBeta, kBetaRange}, {kErrPYLDc, kBetaRange}, false);
+
+    float result = 0;
+    if (K == 0) {
+        h.run([&] { result = fl(D * N); });
+    } else if (K == 1) {
+        h.run([&] {
+            const double kc = K * operand(C);
+            const double b = operand(Beta);
+            const double weight = quot(finite(kc * ex(-b * a)), sq(b));
+            const double ba1 = -b * a - 1; // the same in both brackets
+            result = single(D * (finite(weight * (ex(-b) * ba1 - ba1)) + (1 - K)) * N);
+        });
+    }
+    // Any other K: no branch, and no error of its own.
+    return result;
+}
+
+double FnYLLF(float a, float L, float r, float K, const Cell& Beta, const Cell& C) {
+    const ResumeNext h(kSourceYLL);
+    if (r < 0 || r >= 1)
+        h.raise(kErrYLLr, kRRange);
+    if (K < 0 || K > 1)
+        h.raise(kErrYLLk, kKRangeYLL);
+    checkBetaAndC(h, Beta, C, {kErrYLLBeta, kBetaRange}, {kErrYLLc, kCRangeYLL}, true);
+
+    double result = 0;
+    if (r == 0) {
+        if (K == 0) {
+            result = L;
+        } else if (K > 0) {
+            h.run([&] {
+                const double kc = K * operand(C);
+                const double b = operand(Beta);
+                const double weight = quot(finite(kc * ex(-b * a)), sq(b));
+                const double bracket = ex(-b * L) * (-b * fl(L + a) - 1) - (-b * a - 1);
+                result = finite(weight * bracket + fl((1 - K) * L));
+            });
+        }
+        // K < 0: no branch, the result stays 0.
+    } else if (K == 0) {
+        h.run([&] { result = finite(double(fl((1 - K) / r)) * (1 - ex(fl(-r * L)))); });
+    } else {
+        result = yllDiscounted(h, a, L, r, K, Beta, C);
+    }
+    return result;
+}
+
+float FnLifeExpAt(const CellArray& MtxLTS, float a, const QString& sexLetter) {
+    int col = 0;
+    if (sexLetter == QLatin1String("F"))
+        col = 1;
+    else if (sexLetter == QLatin1String("M"))
+        col = 2;
+    else if (sexLetter == QLatin1String("P"))
+        col = 3;
+    if (MtxLTS.rank() != 2 || MtxLTS.size(0) == 0)
+        throw std::out_of_range(kSubscript);
+
+    const float whole = static_cast<float>(vbInt(a));
+    const double age = whole;
+    const int last = MtxLTS.ubound(0);
+    if (age == MtxLTS(last, 0).toDouble())
+        return toSingle(MtxLTS(last, col).toDouble());
+    for (int i = MtxLTS.lbound(0); i <= last; ++i) {
+        if (MtxLTS(i, 0).toDouble() != age)
+            continue;
+        const double lo = MtxLTS(i, col).toDouble();
+        const double hi = MtxLTS(i + 1, col).toDouble();
+        return toSingle(lo + static_cast<double>(a - whole) * (hi - lo));
+    }
+    return 0.0f;
+}
+
+} // namespace vesk

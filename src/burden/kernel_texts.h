@@ -1,0 +1,44 @@
+#pragma once
+// The burden kernel's own words: the messages of its parameter checks and the names it reports
+// under. Kept to the letter; several checks speak of another parameter than the one they test,
+// and that is how the messages read.
+
+namespace vesk::kernel_texts {
+
+// Sources, as they appear in the error store's third column.
+inline constexpr const char* kSourceIYLD = "FnlYLD";
+inline constexpr const char* kSourcePYLD = "FnPYLD";
+inline constexpr const char* kSourceYLL = "FnYLLF";
+
+// Check messages.
+inline constexpr const char* kRRange = "Invalid parameter value, r must be >=0 and <1";
+inline constexpr const char* kBetaRange = "Invalid parameter value, Beta must be >=0 and <1";
+inline constexpr const char* kKRangeYLL = "Invalid parameter value, k must be >=0 and <1";
+inline constexpr const char* kCRangeYLL = "Invalid parameter value, C should be <= 0 ";
+
+// Check numbers (negative: the kernel's own raises).
+inline constexpr int kErrIYLDr = -1;    // FnlYLD: r < 0 or r >= 1, words kRRange
+inline constexpr int kErrIYLDk = -2;    // FnlYLD: K < 0 or K > 1, words kRRange
+inline constexpr int kErrIYLDBeta = -3; // FnlYLD: Beta < 0 or Beta >= 1, words kBetaRange
+inline constexpr int kErrIYLDc = -4;    // FnlYLD: C <= 0, words kBetaRange
+inline constexpr int kErrPYLDk = -5;    // FnPYLD: K < 0 or K > 1, words kRRange
+inline constexpr int kErrPYLDBeta = -6; // FnPYLD: Beta < 0 or Beta >= 1, words kBetaRange
+inline constexpr int kErrPYLDc = -7;    // FnPYLD: C < 0, words kBetaRange
+inline constexpr int kErrYLLr = -10;    // FnYLLF: r < 0 or r >= 1, words kRRange
+inline constexpr int kErrYLLk = -11;    // FnYLLF: K < 0 or K > 1, words kKRangeYLL
+inline constexpr int kErrYLLBeta = -13; // FnYLLF: Beta < 0 or Beta >= 1, words kBetaRange
+inline constexpr int kErrYLLc = -14;    // FnYLLF: C <= 0, words kCRangeYLL
+
+// Run-time failures inside the formulas, stored under the runtime's own numbers and words.
+inline constexpr int kErrOverflow = 6;
+inline constexpr const char* kOverflow = "Overflow";
+inline constexpr int kErrSubscript = 9;
+inline constexpr const char* kSubscript = "Subscript out of range";
+inline constexpr int kErrDivisionByZero = 11;
+inline constexpr const char* kDivisionByZero = "Division by zero";
+inline constexpr int kErrTypeMismatch = 13;
+inline constexpr const char* kTypeMismatch = "Type mismatch";
+inline constexpr int kErrInvalidNull = 94;
+inline constexpr const char* kInvalidNull = "Invalid use of Null";
+
+} // namespace vesk::kernel_texts

@@ -1,0 +1,123 @@
+#include "shell/settings_file_io.h"
+
+#include "platform/runtime.h"
+
+#include <QDir>
+#include <QFile>
+#include <QFileInfo>
+#include <cmath>
+#include <limits>
+
+namespace vesk::stp {
+
+namespace {
+
+bool isNetworkPath(const QString& path) {
+    return path.startsWith(QLatin1String("\\\\")) || path.startsWith(QLatin1String("//"));
+}
+
+template <typename T> T toInteger(const QString& text) {
+    const double v = roundHalfEven(Val(text));
+    if (!std::isfinite(v) || v < std::numeric_limits<T>::min() || v > std::numeric_limits<T>::max())
+        throw overflow();
+    return static_cast<T>(v);
+}
+
+} // namespace
+
+RuntimeError openErrorFor(const QString& path, bool forWriting) {
+    const QFileInfo file(path);
+    const QFileInfo folder(file.absolutePath());
+    if (!folder.exists() || !folder.isDir()) {
+        if (isNetworkPath(path))
+            return {52, QStringLiteral("Bad file name or number")};
+        return {76, QStringLiteral("Path not found")};
+    }
+    if (!forWriting && !file.exists())
+        return {53, QStringLiteral("File not found")};
+    if (forWriting ? (!folder.isWritable() || (file.exists() && !file.isWritable())) : !file.isReadable())
+        return {70, QStringLiteral("Permission denied")};
+    return {75, QStringLiteral("Path/File access error")};
+}
+
+RuntimeError inputPastEnd() {
+    return {62, QStringLiteral("Input past end of file")};
+}
+
+RuntimeError overflow() {
+    return {6, QStringLiteral("Overflow")};
+}
+
+QString Trim(const QString& text) {
+    qsizetype b = 0, e = text.size();
+    while (b < e && text[b] == u' ')
+        ++b;
+    while (e > b && text[e - 1] == u' ')
+        --e;
+    return text.mid(b, e - b);
+}
+
+QString heading(const QString& line) {
+    return Trim(line).toUpper();
+}
+
+QString pathSeparator() {
+#ifdef Q_OS_WIN
+    return QStringLiteral("\\");
+#else
+    return QStringLiteral("/");
+#endif
+}
+
+QString upperWhereCaseBlind(const QString& path) {
+#ifdef Q_OS_WIN
+    return path.toUpper();
+#else
+    return path;
+#endif
+}
+
+qint16 toInt16(const QString& text) {
+    return toInteger<qint16>(text);
+}
+
+qint32 toInt32(const QString& text) {
+    return toInteger<qint32>(text);
+}
+
+bool readLines(const QString& path, QStringList& lines) {
+    lines.clear();
+    QFile f(path);
+    if (!f.open(QIODevice::ReadOnly))
+        return false;
+    const QString text = QString::fromUtf8(f.readAll());
+    qsizetype start = 0;
+    const qsizetype n = text.size();
+    for (qsizetype i = 0; i < n; ++i) {
+        const QChar c = text[i];
+        if (c != u'\r' && c != u'\n')
+            continue;
+        lines << text.mid(start, i - start);
+        if (c == u'\r' && i + 1 < n && text[i + 1] == u'\n')
+            ++i;
+        start = i + 1;
+    }
+    if (start < n)
+        lines << text.mid(start);
+    return true;
+}
+
+StpLines StpLines::open(const QString& path) {
+    StpLines in;
+    if (!readLines(path, in.lines_))
+        throw openErrorFor(path, false);
+    return in;
+}
+
+QString StpLines::next() {
+    if (atEnd())
+        throw inputPastEnd();
+    return lines_[pos_++];
+}
+
+} // namespace vesk::stp

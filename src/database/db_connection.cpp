@@ -154,6 +154,35 @@ bool isNoSuchTable(const QSqlError& error) {
     return error.databaseText().contains(QStringLiteral("no such table"), Qt::CaseInsensitive);
 }
 
+int engineErrorNumber(const QSqlError& error) {
+    QString text = error.databaseText().trimmed();
+    if (text.isEmpty())
+        text = error.text().trimmed();
+    static const QString check = QStringLiteral("CHECK constraint failed: ");
+    if (text.startsWith(check)) {
+        const QString name = text.mid(check.size());
+        if (name.startsWith(QStringLiteral("The field '")) && name.contains(QStringLiteral("' is too small")))
+            return 3163;
+        if (name.startsWith(QStringLiteral("Field '")) &&
+            name.endsWith(QStringLiteral("zero-length string.")))
+            return 3315;
+        if (name.startsWith(QStringLiteral("Index or primary key cannot contain a Null")))
+            return 3058;
+        return 3316;
+    }
+    if (text.startsWith(QStringLiteral("NOT NULL constraint failed")))
+        return 3314;
+    if (text.startsWith(QStringLiteral("UNIQUE constraint failed")))
+        return 3022;
+    if (text.startsWith(QStringLiteral("FOREIGN KEY constraint failed")))
+        return 3201;
+    if (text.contains(QStringLiteral("no such column"), Qt::CaseInsensitive))
+        return 3061;
+    if (isNoSuchTable(error))
+        return 3078;
+    return 3000;
+}
+
 Cell cellFromVariant(const QVariant& v) {
     if (!v.isValid() || v.isNull())
         return Cell::null();

@@ -57,6 +57,12 @@ bool isDatabaseFileOpen(const QString& path);
 QString engineDescription(const QSqlError& error);
 // The engine could not find a table or query named in the statement.
 bool isNoSuchTable(const QSqlError& error);
+// The number the old engine gave the same refusal, for the forms whose messages hang on it:
+// 3163 a text longer than its field, 3315 a zero-length text, 3058 a Null key, 3316 a validation
+// rule, 3022 a duplicate key, 3201 a missing related record, 3314 a Null in a required field,
+// 3061 an unknown name in a statement (the old engine read it as a parameter with no value),
+// 3078 an unknown table; 3000 (reserved error) for anything else.
+int engineErrorNumber(const QSqlError& error);
 
 // A value of a query as a dynamic cell: NULL gives Null, numbers a number, anything else a text.
 Cell cellFromVariant(const QVariant& value);

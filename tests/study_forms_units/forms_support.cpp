@@ -1,0 +1,129 @@
+#include "forms_support.h"
+
+#include "database/db_create.h"
+#include "database/study_context.h"
+#include "shell/error_store.h"
+#include "shell/settings.h"
+
+#include <QLineEdit>
+#include <QSqlRecord>
+#include <QtTest>
+
+namespace vesk::test {
+
+StudyFixture::StudyFixture() {
+    installed_ = std::make_unique<ScopedPromptService>(&prompts);
+    studyContext() = StudyContext{};
+    clearErrorStore();
+    file = dir.filePath(QStringLiteral("study.vdb"));
+    QString error;
+    if (!createStudyFile(file, &error))
+        qFatal("%s", qPrintable(error));
+    db = DbConnection::open(file, &error);
+    // The preferences name the file, as the program's own settings would.
+    preferences().txtwklocation = dir.path();
+    preferences().txtVESKObj = QStringLiteral("study.vdb");
+    settings().StatOutPath = dir.path() + u'/';
+    StudyContext& c = studyContext();
+    c.StudyDB = db;
+    c.InitTblNames();
+    addStudy(QStringLiteral("S1"), 2000, true);
+    c.CurBDSId = QStringLiteral("S1");
+    c.CurPAGSch = QStringLiteral("SCH");
+    c.InitPAGScheme();
+    prompts.clear();
+}
+
+StudyFixture::~StudyFixture() {
+    studyContext() = StudyContext{};
+    preferences() = PreferencesControls{};
+    settings() = VeskSettings{};
+    clearErrorStore();
+    db.reset();
+    installed_.reset();
+}
+
+void StudyFixture::addStudy(const QString& id, int year, bool current, const QString& scheme) {
+    exec(QStringLiteral("INSERT INTO _DctBDS (BDSId, Year, BDSTi, PAGSch, Slct) VALUES (?, ?, ?, ?, ?)"),
+         {id, year, QStringLiteral("Study ") + id, scheme, current ? 1 : 0});
+    if (value(QStringLiteral("SELECT count(*) FROM _DfnBPUPAGDscrptrs WHERE PAGSch = ?"), {scheme}) == u"0")
+        exec(QStringLiteral("INSERT INTO _DfnBPUPAGDscrptrs (PAGSch, BPU, PAG1, PAG2) VALUES (?, ?, ?, ?)"),
+             {scheme, QStringLiteral("District"), QStringLiteral("Province"), QStringLiteral("Nation")});
+    exec(QStringLiteral("ALTER TABLE _DctBDM ADD COLUMN \"%1\" BOOLEAN").arg(id));
+}
+
+bool StudyFixture::exec(const QString& sql, const QVariantList& values) {
+    QSqlError e;
+    const bool ok = db->exec(sql, values, &e);
+    if (!ok)
+        qWarning("%s: %s", qPrintable(sql), qPrintable(e.text()));
+    return ok;
+}
+
+QStringList StudyFixture::rows(const QString& sql, const QVariantList& values) {
+    QStringList out;
+    QSqlError e;
+    auto q = db->query(sql, values, &e);
+    if (!q) {
+        qWarning("%s: %s", qPrintable(sql), qPrintable(e.text()));
+        return out;
+    }
+    const int n = q->record().count();
+    while (q->next()) {
+        QStringList row;
+        for (int i = 0; i < n; ++i)
+            row << (q->value(i).isNull() ? QStringLiteral("<null>") : q->value(i).toString());
+        out << row.join(u'|');
+    }
+    return out;
+}
+
+QString StudyFixture::value(const QString& sql, const QVariantList& values) {
+    const QStringList r = rows(sql, values);
+    return r.isEmpty() ? QString() : r.first();
+}
+
+void clickCell(FlexGridView* view, int row, int col) {
+    const QModelIndex index = view->model()->index(row, col);
+    view->scrollTo(index);
+    QTest::mouseClick(view->viewport(), Qt::LeftButton, {}, view->visualRect(index).center());
+}
+
+void typeCell(FlexGridView* view, int row, int col, const QString& text) {
+    clickCell(view, row, col);
+    view->setFocus();
+    QTest::keyClick(view, Qt::Key_Return);
+    QLineEdit* box = view->cellBox();
+    box->clear();
+    QTest::keyClicks(box, text);
+    QTest::keyClick(box, Qt::Key_Return);
+}
+
+void typeRow(FlexGridView* view, int row, const QStringList& texts) {
+    for (int c = 0; c < texts.size(); ++c)
+        typeCell(view, row, c, texts[c]);
+}
+
+void pressDelete(FlexGridView* view) {
+    view->setFocus();
+    QTest::keyClick(view, Qt::Key_Delete);
+}
+
+QStringList gridTexts(const FlexGridView* view) {
+    QStringList out;
+    const QAbstractItemModel* m = view->model();
+    for (int r = 0; r < m->rowCount(); ++r) {
+        QStringList row;
+        bool any = false;
+        for (int c = 0; c < m->columnCount(); ++c) {
+            const QString t = m->data(m->index(r, c)).toString();
+            any = any || !t.isEmpty();
+            row << t;
+        }
+        if (any)
+            out << row.join(u'|');
+    }
+    return out;
+}
+
+} // namespace vesk::test

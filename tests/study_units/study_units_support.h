@@ -1,0 +1,53 @@
+#pragma once
+// Shared ground of the study-definition tests: a new study file in a temporary folder, opened as
+// the context's StudyDB with one current study whose scheme names the levels, and scripted prompts.
+
+#include "database/db_connection.h"
+#include "platform/prompts.h"
+
+#include <QStringList>
+#include <QTemporaryDir>
+#include <gtest/gtest.h>
+#include <memory>
+#include <ostream>
+
+QT_BEGIN_NAMESPACE
+inline void PrintTo(const QString& s, std::ostream* os) {
+    *os << '"' << s.toStdString() << '"';
+}
+inline void PrintTo(const QStringList& l, std::ostream* os) {
+    *os << '{';
+    for (qsizetype i = 0; i < l.size(); ++i)
+        *os << (i ? ", \"" : "\"") << l[i].toStdString() << '"';
+    *os << '}';
+}
+QT_END_NAMESPACE
+
+namespace vesk::test {
+
+class StudyDbTest : public ::testing::Test {
+protected:
+    void SetUp() override;
+    void TearDown() override;
+
+    // Adds a study row (and its scheme row when `scheme` is not empty); `current` marks it Slct.
+    void addStudy(const QString& id, int year, bool current, const QString& scheme = QString());
+    // Runs a statement, failing the test on an error.
+    void exec(const QString& sql, const QVariantList& values = {});
+    // The rows of a query, each row's columns joined by "|", a Null shown as "<null>".
+    QStringList rows(const QString& sql, const QVariantList& values = {});
+    // The single value of a query.
+    QString value(const QString& sql, const QVariantList& values = {});
+    // The messages shown since the last clear.
+    QStringList messages() const { return prompts.messages(); }
+
+    QTemporaryDir dir;
+    QString file;
+    std::shared_ptr<DbConnection> db;
+    ScriptedPrompts prompts;
+
+private:
+    std::unique_ptr<ScopedPromptService> installed_;
+};
+
+} // namespace vesk::test

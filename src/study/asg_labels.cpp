@@ -129,4 +129,16 @@ bool ASGDfn(const CellArray& boundaries, int mode, CellArray& result, const Cell
     }
 }
 
+bool buildAgeGroupVectors(const CellArray& arrAgeDfn, CellArray& VctrYLLAsg, CellArray& VctrYLDAsg,
+                          CellArray& VctrPNDAge) {
+    const bool yll = ASGDfn(arrAgeDfn, kAsgYll, VctrYLLAsg);
+    const bool yld = ASGDfn(arrAgeDfn, kAsgYld, VctrYLDAsg);
+    if (arrAgeDfn.rank() == 2 && arrAgeDfn.ubound(1) >= kAsgPnd) {
+        VctrPNDAge = CellArray({arrAgeDfn.size(0)});
+        for (int i = 0; i < arrAgeDfn.size(0); ++i)
+            VctrPNDAge(i) = arrAgeDfn(arrAgeDfn.lbound(0) + i, kAsgPnd);
+    }
+    return yll && yld;
+}
+
 } // namespace vesk

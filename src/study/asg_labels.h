@@ -59,4 +59,10 @@ Cell FnAsgWidth(const QString& label);
 // result is then as far as it came.
 bool ASGDfn(const CellArray& boundaries, int mode, CellArray& result, const CellArray* labels = nullptr);
 
+// The three label vectors rebuilt at every load of ArrAgeDfn: VctrYLLAsg = ASGDfn mode 0,
+// VctrYLDAsg = ASGDfn mode 1 (both sexes, sorted), VctrPNDAge = column 2 as it stands, one entry per
+// row (plain lower ages, blanks included). False when ASGDfn failed (it has shown why).
+bool buildAgeGroupVectors(const CellArray& arrAgeDfn, CellArray& VctrYLLAsg, CellArray& VctrYLDAsg,
+                          CellArray& VctrPNDAge);
+
 } // namespace vesk

@@ -6,11 +6,15 @@
 #include "burden/kernel.h"
 #include "calc_form_support.h"
 #include "platform/runtime.h"
+#include "study/forms/five_yr_ag.h"
 
 #include <QComboBox>
+#include <QRadioButton>
 #include <QFile>
 #include <QLabel>
 #include <QMdiArea>
+#include <QMenu>
+#include <QTimer>
 #include <QMdiSubWindow>
 #include <QPrinterInfo>
 #include <QPushButton>
@@ -219,6 +223,42 @@ private slots:
         QVERIFY2(prompts_.messages().isEmpty(), qPrintable(prompts_.messages().join('|')));
         QCOMPARE(cellText(w.flexData, 0, columnOf(w.flexData, "PYLD[0,0]")), fixed(20));
         QCOMPARE(cellText(w.flexData, 1, columnOf(w.flexData, "PYLD[0,0]")), fixed(4));
+    }
+
+    // The pop-up of the age grid: press Down `item` + 1 times and Enter in the menu that opens.
+    static void choosePopupItem(QTableView* grid, int item) {
+        QTimer::singleShot(0, [item] {
+            QWidget* menu = QApplication::activePopupWidget();
+            QVERIFY(qobject_cast<QMenu*>(menu));
+            for (int i = 0; i <= item; ++i)
+                QTest::keyClick(menu, Qt::Key_Down);
+            QTest::keyClick(menu, Qt::Key_Return);
+        });
+        emit grid->customContextMenuRequested(QPoint(5, 5));
+    }
+
+    void quickFillFromThePopup() {
+        frmYLLCal w(CalculatorTask::Yll);
+        w.show();
+        choosePopupItem(w.AgeDef, 0);
+        QCOMPARE(w.ageModel().ages(), QStringList({"0", "5", "15", "45", "60"}));
+        choosePopupItem(w.AgeDef, 1);
+        QCOMPARE(w.ageModel().ages(), QStringList({"0", "5", "15", "30", "45", "60", "70"}));
+        // "Five Year Age Group" opens FiveYrAg; an upper age of 50 with "0 , 1 -4 ".
+        bool answered = false;
+        QTimer::singleShot(50, [&answered] {
+            auto* dialog = qobject_cast<FiveYrAg*>(QApplication::activeModalWidget());
+            QVERIFY(dialog);
+            dialog->cmbUpperAge->setEditText("50");
+            dialog->OptFirstYears[0]->click();
+            QTest::mouseClick(dialog->cmdOK, Qt::LeftButton);
+            answered = true;
+        });
+        choosePopupItem(w.AgeDef, 2);
+        QVERIFY(answered);
+        QCOMPARE(w.ageModel().ages(),
+                 QStringList({"0", "1", "5", "10", "15", "20", "25", "30", "35", "40", "45", "50"}));
+        QVERIFY(prompts_.messages().isEmpty());
     }
 
     void helpSaysItIsNotBuilt() {

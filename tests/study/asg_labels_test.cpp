@@ -158,3 +158,18 @@ TEST_F(AsgLabelsTest, ErrorIsShownAndFalseReturned) {
     EXPECT_FALSE(ASGDfn(narrow, 1, r));
     EXPECT_EQ(prompts_.messages(), QStringList({"Error from ASGDfn :  Subscript out of range"}));
 }
+
+TEST_F(AsgLabelsTest, VectorsOfALoadedDefinition) {
+    // Rows as _DfnAgeGrps holds them, a null field as "".
+    CellArray dfn({4, 3});
+    const char* rows[4][3] = {{"0", "0", "0"}, {"", "1", "1"}, {"5", "5", "5"}, {"", "", "10"}};
+    for (int i = 0; i < 4; ++i)
+        for (int c = 0; c < 3; ++c)
+            dfn(i, c) = Cell(rows[i][c]);
+    CellArray yll, yld, pnd;
+    ASSERT_TRUE(buildAgeGroupVectors(dfn, yll, yld, pnd));
+    EXPECT_EQ(texts(yll), QStringList({"F0-4", "F5-w", "M0-4", "M5-w"}));
+    EXPECT_EQ(texts(yld), QStringList({"F0", "F01-4", "F5-w", "M0", "M01-4", "M5-w"}));
+    EXPECT_EQ(texts(pnd), QStringList({"0", "1", "5", "10"}));
+    EXPECT_TRUE(prompts_.messages().isEmpty());
+}

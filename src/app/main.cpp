@@ -1,18 +1,26 @@
+// The desktop program: the splash, then the main frame, whose timer runs the loading chain.
+
 #include "platform/forms/qt_services.h"
+#include "shell/forms/frm_main_menu.h"
+#include "shell/forms/frm_splash.h"
 
 #include <QApplication>
-#include <QMainWindow>
 
 int main(int argc, char** argv) {
     QApplication app(argc, argv);
     QApplication::setApplicationName(QStringLiteral("VESK"));
+    QApplication::setApplicationVersion(QStringLiteral(VESK_VERSION));
+
     vesk::QtPromptService promptService;
     vesk::setPromptService(&promptService);
     vesk::QtSoundService soundService;
     vesk::setSoundService(&soundService);
-    // The frame with its loading chain takes this place as soon as it is built.
-    QMainWindow frame;
-    frame.setWindowTitle(QStringLiteral("VESK- Health Loss Ledger"));
-    frame.show();
-    return app.exec();
+
+    vesk::FRMMAINMENU frame;
+    vesk::frmSplash splash([&frame] { frame.showFrame(); });
+    splash.show();
+    const int code = app.exec();
+    vesk::setPromptService(nullptr);
+    vesk::setSoundService(nullptr);
+    return code;
 }

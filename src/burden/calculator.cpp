@@ -16,26 +16,33 @@ namespace ct = calculator_texts;
 
 namespace {
 
-QString tr(const char* text) { return QString::fromLatin1(text); }
+QString tr(const char* text) {
+    return QString::fromLatin1(text);
+}
 
 void say(const char* text, const char* title = nullptr, Icon icon = Icon::Warning) {
     prompts().ask(tr(text), Buttons::Ok, icon, title ? tr(title) : QString());
 }
 
-float single(const QString& text) { return toSingle(Val(text)); }
+float single(const QString& text) {
+    return toSingle(Val(text));
+}
 
 } // namespace
 
 const CalculatorTaskInfo& calculatorTaskInfo(CalculatorTask task) {
-    static const CalculatorTaskInfo yll{ct::kYllCaption, ct::kYllTitle, {tr(ct::kDeaths), tr(ct::kAgeAtDeath)},
-                                        ct::kYllPrefix};
+    static const CalculatorTaskInfo yll{
+        ct::kYllCaption, ct::kYllTitle, {tr(ct::kDeaths), tr(ct::kAgeAtDeath)}, ct::kYllPrefix};
     static const CalculatorTaskInfo iyld{
-        ct::kIyldCaption, ct::kYldTitle,
+        ct::kIyldCaption,
+        ct::kYldTitle,
         {tr(ct::kAgeAtOnset), tr(ct::kDuration), tr(ct::kDisabilityWeight), tr(ct::kIncidentCases)},
         ct::kIyldPrefix};
     static const CalculatorTaskInfo pyld{
-        ct::kPyldCaption, ct::kYldTitle,
-        {tr(ct::kPrevalentCases), tr(ct::kDisabilityWeight), tr(ct::kAgeOfPrevalentCases)}, ct::kPyldPrefix};
+        ct::kPyldCaption,
+        ct::kYldTitle,
+        {tr(ct::kPrevalentCases), tr(ct::kDisabilityWeight), tr(ct::kAgeOfPrevalentCases)},
+        ct::kPyldPrefix};
     switch (task) {
     case CalculatorTask::Iyld:
         return iyld;
@@ -201,7 +208,8 @@ std::vector<Cell> CalIyld(const std::vector<YldRow>& rows, const DapValues& dap)
         if (!row.a)
             out.push_back(Cell::null());
         else
-            out.push_back(Cell(static_cast<double>(FnlYLD(*row.a, row.L, row.D, r, K, Cell(dap.Beta), Cell(dap.C), row.N))));
+            out.push_back(Cell(
+                static_cast<double>(FnlYLD(*row.a, row.L, row.D, r, K, Cell(dap.Beta), Cell(dap.C), row.N))));
     }
     return out;
 }
@@ -213,7 +221,8 @@ std::vector<Cell> CalPyld(const std::vector<YldRow>& rows, const DapValues& dap)
         if (!row.a)
             out.push_back(Cell::null());
         else
-            out.push_back(Cell(static_cast<double>(FnPYLD(*row.a, row.D, K, Cell(dap.Beta), Cell(dap.C), row.N))));
+            out.push_back(
+                Cell(static_cast<double>(FnPYLD(*row.a, row.D, K, Cell(dap.Beta), Cell(dap.C), row.N))));
     }
     return out;
 }
@@ -264,8 +273,8 @@ bool computeCalculator(CalculatorTask task, const DapGridModel& dap, CalcDataMod
     try {
         return task == CalculatorTask::Yll ? CalYllRslt(sets, data) : computeYld(task, sets, data);
     } catch (const std::exception& e) {
-        prompts().ask(tr(ct::kYllCalculatorError) + QString::fromStdString(e.what()), Buttons::Ok, Icon::Critical,
-                      tr(ct::kYllCalculatorTitle));
+        prompts().ask(tr(ct::kYllCalculatorError) + QString::fromStdString(e.what()), Buttons::Ok,
+                      Icon::Critical, tr(ct::kYllCalculatorTitle));
         return false;
     }
 }

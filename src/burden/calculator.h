@@ -27,9 +27,9 @@ namespace vesk {
 enum class CalculatorTask { Yll, Iyld, Pyld };
 
 struct CalculatorTaskInfo {
-    const char* caption;     // "YLL Calculator"
-    const char* title;       // the head of the data grid
-    QStringList inputHeads;  // the columns after the age label
+    const char* caption;      // "YLL Calculator"
+    const char* title;        // the head of the data grid
+    QStringList inputHeads;   // the columns after the age label
     const char* resultPrefix; // "YLL", "IYLD", "PYLD"
 };
 const CalculatorTaskInfo& calculatorTaskInfo(CalculatorTask task);
@@ -59,9 +59,9 @@ bool buildDalyCalculator(const AgeDefModel& yldDef, const AgeDefModel& yllDef, C
 // One row of YLD inputs.
 struct YldRow {
     std::optional<float> a; // age at onset or of the prevalent cases; none when blank
-    float L = 0;             // duration (IYLD)
-    float D = 0;             // disability weight
-    float N = 0;             // cases
+    float L = 0;            // duration (IYLD)
+    float D = 0;            // disability weight
+    float N = 0;            // cases
 };
 
 // Whether `age` lies in the group of `label`: FnAsgStart <= age < FnAsgEnd, "W" having no end.

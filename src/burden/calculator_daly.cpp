@@ -15,7 +15,9 @@ namespace ct = calculator_texts;
 
 namespace {
 
-QString tr(const char* text) { return QString::fromLatin1(text); }
+QString tr(const char* text) {
+    return QString::fromLatin1(text);
+}
 
 void say(const char* text, const char* title = nullptr, Icon icon = Icon::Warning) {
     prompts().ask(tr(text), Buttons::Ok, icon, title ? tr(title) : QString());
@@ -132,7 +134,8 @@ bool computeDalySets(const std::vector<DapValues>& sets, CalcDataModel& yld, Cal
         yld.setResultColumn(calculatorResultHead(tr(ct::kIyldPrefix), dap), iyld);
         yll.setResultColumn(calculatorResultHead(tr(ct::kYllPrefix), dap), yllValues);
         const DalyJoin join = joinDaly(yld.labels(), iyld, yll.labels(), yllValues, map);
-        (join.baseIsYll ? yll : yld).setResultColumn(calculatorResultHead(tr(ct::kDalyPrefix), dap), join.values);
+        (join.baseIsYll ? yll : yld)
+            .setResultColumn(calculatorResultHead(tr(ct::kDalyPrefix), dap), join.values);
     }
     return true;
 }
@@ -157,8 +160,8 @@ bool CalculateDalyCal(const DapGridModel& dap, CalcDataModel& yld, CalcDataModel
     try {
         return computeDalySets(sets, yld, yll);
     } catch (const std::exception& e) {
-        prompts().ask(tr(ct::kYllCalculatorError) + QString::fromStdString(e.what()), Buttons::Ok, Icon::Critical,
-                      tr(ct::kYllCalculatorTitle));
+        prompts().ask(tr(ct::kYllCalculatorError) + QString::fromStdString(e.what()), Buttons::Ok,
+                      Icon::Critical, tr(ct::kYllCalculatorTitle));
         return false;
     }
 }

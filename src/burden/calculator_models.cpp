@@ -17,8 +17,9 @@ namespace ct = calculator_texts;
 DapGridModel::DapGridModel(bool dalyRowTexts, QObject* parent) : QAbstractTableModel(parent) {
     for (const auto& set : kBuiltInParameterSets) {
         rows_.push_back({QString::fromLatin1(dalyRowTexts ? set.dalyCalculatorRow : set.yllCalculatorRow),
-                         QString::fromLatin1(set.r), QString::fromLatin1(set.K), QString::fromLatin1(set.Beta),
-                         QString::fromLatin1(set.C), QString::fromLatin1(kParameterNotSelected)});
+                         QString::fromLatin1(set.r), QString::fromLatin1(set.K),
+                         QString::fromLatin1(set.Beta), QString::fromLatin1(set.C),
+                         QString::fromLatin1(kParameterNotSelected)});
     }
     rows_.push_back({QString::fromLatin1(kCustomParameterRow), QString(), QString(), QString(), QString(),
                      QString::fromLatin1(kParameterNotSelected)});
@@ -28,7 +29,9 @@ int DapGridModel::rowCount(const QModelIndex& parent) const {
     return parent.isValid() ? 0 : static_cast<int>(rows_.size());
 }
 
-int DapGridModel::columnCount(const QModelIndex& parent) const { return parent.isValid() ? 0 : ColumnCount; }
+int DapGridModel::columnCount(const QModelIndex& parent) const {
+    return parent.isValid() ? 0 : ColumnCount;
+}
 
 QVariant DapGridModel::data(const QModelIndex& index, int role) const {
     if (!index.isValid())
@@ -36,8 +39,8 @@ QVariant DapGridModel::data(const QModelIndex& index, int role) const {
     if (role == Qt::DisplayRole || role == Qt::EditRole)
         return rows_.at(index.row()).at(index.column());
     if (role == Qt::TextAlignmentRole)
-        return QVariant::fromValue(Qt::Alignment(index.column() == IdColumn ? Qt::AlignLeft | Qt::AlignVCenter
-                                                                            : Qt::AlignCenter));
+        return QVariant::fromValue(
+            Qt::Alignment(index.column() == IdColumn ? Qt::AlignLeft | Qt::AlignVCenter : Qt::AlignCenter));
     return {};
 }
 
@@ -97,18 +100,24 @@ std::vector<DapValues> DapGridModel::selectedSets() const {
     return out;
 }
 
-QString DapGridModel::text(int row, int column) const { return rows_.at(row).at(column); }
+QString DapGridModel::text(int row, int column) const {
+    return rows_.at(row).at(column);
+}
 
 // ---------------------------------------------------------------------------------------------
 // AgeDefModel
 
-AgeDefModel::AgeDefModel(QObject* parent) : QAbstractTableModel(parent) { rows_.resize(2); }
+AgeDefModel::AgeDefModel(QObject* parent) : QAbstractTableModel(parent) {
+    rows_.resize(2);
+}
 
 int AgeDefModel::rowCount(const QModelIndex& parent) const {
     return parent.isValid() ? 0 : static_cast<int>(rows_.size());
 }
 
-int AgeDefModel::columnCount(const QModelIndex& parent) const { return parent.isValid() ? 0 : 1; }
+int AgeDefModel::columnCount(const QModelIndex& parent) const {
+    return parent.isValid() ? 0 : 1;
+}
 
 QVariant AgeDefModel::data(const QModelIndex& index, int role) const {
     if (!index.isValid())
@@ -172,7 +181,9 @@ void AgeDefModel::setAgeTexts(const QStringList& ages) {
 
 CalcDataModel::CalcDataModel(QObject* parent) : QAbstractTableModel(parent) {}
 
-int CalcDataModel::rowCount(const QModelIndex& parent) const { return parent.isValid() ? 0 : labels_.size(); }
+int CalcDataModel::rowCount(const QModelIndex& parent) const {
+    return parent.isValid() ? 0 : labels_.size();
+}
 
 int CalcDataModel::columnCount(const QModelIndex& parent) const {
     return parent.isValid() ? 0 : 1 + inputCount() + resultCount();
@@ -231,7 +242,9 @@ void CalcDataModel::build(const QString& title, const QStringList& labels, const
     endResetModel();
 }
 
-QString CalcDataModel::inputText(int row, int input) const { return inputs_.at(row).at(input); }
+QString CalcDataModel::inputText(int row, int input) const {
+    return inputs_.at(row).at(input);
+}
 
 void CalcDataModel::setInputText(int row, int input, const QString& text) {
     setData(index(row, input + 1), text);
@@ -280,7 +293,9 @@ QStringList CalcDataModel::GetString(int row) const {
     return out;
 }
 
-int CalcDataModel::GetIdx(const QString& label) const { return labels_.indexOf(label); }
+int CalcDataModel::GetIdx(const QString& label) const {
+    return labels_.indexOf(label);
+}
 
 QString formatCalculatorValue(const Cell& value, int decimals) {
     if (value.isNull() || value.isEmpty())

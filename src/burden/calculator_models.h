@@ -9,9 +9,7 @@
 
 #include <QAbstractTableModel>
 #include <QStringList>
-
 #include <array>
-
 #include <vector>
 
 namespace vesk {

@@ -54,12 +54,12 @@ bool writeCalculatorFile(const QString& path, const QString& text, QString* erro
 }
 
 QString calculatorPrintHtml(const CalculatorSheet& sheet) {
-    QString html = QStringLiteral("<html><body><h2>%1</h2><p>%2: %3<br>%4: %5</p>")
-                       .arg(sheet.caption.toHtmlEscaped(),
-                            QString::fromLatin1(calculator_texts::kUserIdentification).toHtmlEscaped(),
-                            sheet.userIdentification.toHtmlEscaped(),
-                            QString::fromLatin1(calculator_texts::kCause).toHtmlEscaped(),
-                            sheet.cause.toHtmlEscaped());
+    QString html =
+        QStringLiteral("<html><body><h2>%1</h2><p>%2: %3<br>%4: %5</p>")
+            .arg(sheet.caption.toHtmlEscaped(),
+                 QString::fromLatin1(calculator_texts::kUserIdentification).toHtmlEscaped(),
+                 sheet.userIdentification.toHtmlEscaped(),
+                 QString::fromLatin1(calculator_texts::kCause).toHtmlEscaped(), sheet.cause.toHtmlEscaped());
     for (const CalculatorGrid& grid : sheet.grids) {
         if (!grid.model)
             continue;
@@ -73,7 +73,8 @@ QString calculatorPrintHtml(const CalculatorSheet& sheet) {
             const QStringList cells = rowTexts(*grid.model, r);
             for (int c = 0; c < cells.size(); ++c)
                 html += QStringLiteral("<td align=\"%1\">%2</td>")
-                            .arg(c == 0 ? QStringLiteral("left") : QStringLiteral("right"), cells[c].toHtmlEscaped());
+                            .arg(c == 0 ? QStringLiteral("left") : QStringLiteral("right"),
+                                 cells[c].toHtmlEscaped());
             html += QStringLiteral("</tr>");
         }
         html += QStringLiteral("</table>");

@@ -5,7 +5,6 @@
 
 #include <QAbstractItemModel>
 #include <QString>
-
 #include <vector>
 
 namespace vesk {

@@ -58,13 +58,15 @@ inline constexpr const char* kFillAgeDefinition = "Please fill the Age definitio
 inline constexpr const char* kFillYllAsg = "Please fill the Yll  ASG";
 inline constexpr const char* kFillYldAsg = "Please fill the YLD  ASG";
 inline constexpr const char* kUnexpectedError = "Unexpected error. Quiting..";
-inline constexpr const char* kDoNotMap = "The data you have entered in YLL and YLd do not map. Please enter the proper data";
+inline constexpr const char* kDoNotMap =
+    "The data you have entered in YLL and YLd do not map. Please enter the proper data";
 inline constexpr const char* kBadAgd = "Please enter the currect AGD values";
 inline constexpr const char* kBadOnset = "Please enter the currect Age at Onset values";
 inline constexpr const char* kSelectDap = "Please select the r,k, Beta,c values from the list";
 inline constexpr const char* kYllCalculatorError = "Error from Yll Calculator: ";
 inline constexpr const char* kYllCalculatorTitle = "YLL Calculator";
-inline constexpr const char* kNotFeasible = "!!! The Asg you have entered are not feesable. Please Enter valid asgs  !!!";
+inline constexpr const char* kNotFeasible =
+    "!!! The Asg you have entered are not feesable. Please Enter valid asgs  !!!";
 inline constexpr const char* kFeasibilityTitle = "Feesability Check";
 inline constexpr const char* kSelectDapDaly = "Please select r,k,Beta and c values from the list";
 inline constexpr const char* kFillRequiredInput = "Please fill the Requried input and then compute DALYs";
@@ -75,7 +77,7 @@ inline constexpr const char* kLifeTableTitle = "Life Table";
 
 // The number formats offered for 0 to 10 decimal places.
 inline constexpr std::array<const char*, 11> kDecimalFormats{
-    "0",        "##.0",      "##.00",      "##.000",      "##.0000",      "##.00000",
+    "0",         "##.0",       "##.00",       "##.000",       "##.0000",      "##.00000",
     "##.000000", "##.0000000", "##.00000000", "##.000000000", "##.0000000000"};
 
 } // namespace vesk::calculator_texts

@@ -18,9 +18,13 @@ QList<int> FiveYrAgList(FirstYears choice, int upper) {
     return ages;
 }
 
-QList<int> FiveAgeGroupList() { return {0, 5, 15, 45, 60}; }
+QList<int> FiveAgeGroupList() {
+    return {0, 5, 15, 45, 60};
+}
 
-QList<int> SevenAgeGroupList() { return {0, 5, 15, 30, 45, 60, 70}; }
+QList<int> SevenAgeGroupList() {
+    return {0, 5, 15, 30, 45, 60, 70};
+}
 
 QList<int> upperAgeChoices() {
     QList<int> out;
@@ -36,7 +40,9 @@ UpperAgeLimits upperAgeLimits(const VeskSettings& s) {
 }
 
 namespace {
-bool divisibleByFive(double value) { return std::fmod(value, 5.0) == 0.0; }
+bool divisibleByFive(double value) {
+    return std::fmod(value, 5.0) == 0.0;
+}
 } // namespace
 
 UpperAgeCheck checkTypedUpperAge(const QString& text, const UpperAgeLimits& limits) {

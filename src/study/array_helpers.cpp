@@ -8,9 +8,13 @@ namespace vesk {
 
 namespace {
 
-int sign(double d) { return d < 0 ? -1 : (d > 0 ? 1 : 0); }
+int sign(double d) {
+    return d < 0 ? -1 : (d > 0 ? 1 : 0);
+}
 
-int compareText(const QString& a, const QString& b) { return sign(QString::compare(a, b, Qt::CaseSensitive)); }
+int compareText(const QString& a, const QString& b) {
+    return sign(QString::compare(a, b, Qt::CaseSensitive));
+}
 
 void swapRows(CellArray& array, int i, int j) {
     if (array.rank() == 1) {
@@ -76,7 +80,9 @@ bool isBlankCell(const Cell& value) {
     return value.isText() && value.toString().trimmed().isEmpty();
 }
 
-bool isArrayCell(const Cell& value) { return value.isArray() && value.array().rank() > 0; }
+bool isArrayCell(const Cell& value) {
+    return value.isArray() && value.array().rank() > 0;
+}
 
 void FnSortArr(CellArray& array, int column, int order) {
     if (array.rank() == 0)

@@ -12,7 +12,6 @@
 #include "platform/cell_array.h"
 
 #include <QString>
-
 #include <optional>
 #include <stdexcept>
 

@@ -56,7 +56,7 @@ Cell countsUnderLabels(const QSqlDatabase& db, const CellArray& arrAgeDfn, int m
     for (int i = 0; i < bpuIds.size(); ++i)
         marks << QStringLiteral("?");
     const QString sql = QStringLiteral("select count(*) as ctr from %1 where bpuid collate nocase in (%2) "
-                                           "and asg = ? collate nocase")
+                                       "and asg = ? collate nocase")
                             .arg(quotedTable(table), marks.join(u','));
     CellArray out({labels.size(0), 2});
     for (int i = 0; i < labels.size(0); ++i) {
@@ -80,9 +80,13 @@ Cell countsUnderLabels(const QSqlDatabase& db, const CellArray& arrAgeDfn, int m
 
 } // namespace
 
-QString asgAdwTableName() { return orDefault(preferences().cmbVESKADW, "DatADW"); }
+QString asgAdwTableName() {
+    return orDefault(preferences().cmbVESKADW, "DatADW");
+}
 
-QString asgCsmTableName() { return orDefault(preferences().cmbVESKCSMP, "DatCSM"); }
+QString asgCsmTableName() {
+    return orDefault(preferences().cmbVESKCSMP, "DatCSM");
+}
 
 Cell FnAsgDataYld(const QSqlDatabase& db, const CellArray& arrAgeDfn, const QStringList& bpuIds,
                   const QString& adwTable) {
@@ -112,7 +116,8 @@ QStringList asgDataTables() {
 bool FnBpuHasData(const QSqlDatabase& db, const QString& bpuId, const QStringList& tables) {
     for (const QString& table : tables) {
         QSqlQuery q(db);
-        if (!q.prepare(QStringLiteral("select * from %1 where bpuid = ? collate nocase").arg(quotedTable(table))))
+        if (!q.prepare(
+                QStringLiteral("select * from %1 where bpuid = ? collate nocase").arg(quotedTable(table))))
             fail(q);
         q.addBindValue(bpuId);
         if (!q.exec())

@@ -62,7 +62,8 @@ QStringList asgLabelsFor(const QList<double>& ages, const QStringList& letters) 
 }
 
 CellArray FnAsgLabels(const CellArray& boundaries, int column) {
-    return sortedLabels(asgLabelsFor(numericColumn(boundaries, column), {QStringLiteral("M"), QStringLiteral("F")}));
+    return sortedLabels(
+        asgLabelsFor(numericColumn(boundaries, column), {QStringLiteral("M"), QStringLiteral("F")}));
 }
 
 CellArray FnAsgLabelsP(const CellArray& boundaries, int column) {

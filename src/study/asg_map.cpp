@@ -38,7 +38,8 @@ WorkList sortedWorkList(const CellArray& list) {
     WorkList out;
     for (int i = 0; i < n; ++i) {
         const QString label = pairs(i, 0).toString();
-        out.push_back({label, static_cast<int>(pairs(i, 1).toDouble()), Cell(FnAsgStart(label)), FnAsgEnd(label)});
+        out.push_back(
+            {label, static_cast<int>(pairs(i, 1).toDouble()), Cell(FnAsgStart(label)), FnAsgEnd(label)});
     }
     return out;
 }
@@ -68,7 +69,9 @@ CellArray feasible(int firstSide, CellArray&& map) {
     return record;
 }
 
-bool isList(const Cell& c) { return c.isArray() && c.array().rank() >= 1; }
+bool isList(const Cell& c) {
+    return c.isArray() && c.array().rank() >= 1;
+}
 
 // Neighbours of a sorted list with the same lower age, or the same end; with `sameLetter`, only
 // neighbours whose first letters agree (case-blind) count.

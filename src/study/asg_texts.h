@@ -16,7 +16,8 @@ inline constexpr const char* kRowRule =
     "some cells remain blank ";
 
 // The feasibility rule.
-inline constexpr const char* kNotFeasible = "The Age Groups Entered are not Feesable for maping, Please enter again";
+inline constexpr const char* kNotFeasible =
+    "The Age Groups Entered are not Feesable for maping, Please enter again";
 inline constexpr const char* kFeasibilityTitle = "Feesability Check";
 
 // The age-interval dialog FiveYrAg.
@@ -31,7 +32,8 @@ inline constexpr const char* kOpen = "Open";
 inline constexpr const char* kClose = "Close";
 inline constexpr const char* kOutOfRangeStart = "Entered value should be Greater than ";
 inline constexpr const char* kOutOfRangeMiddle = " less than ";
-inline constexpr const char* kOutOfRangeEnd = " Please check Misc Tab/Preferences form for MinmaxAge or MaxMaxAge";
+inline constexpr const char* kOutOfRangeEnd =
+    " Please check Misc Tab/Preferences form for MinmaxAge or MaxMaxAge";
 inline constexpr const char* kNotDivisibleTyped = " The entered value should be divisble by 5";
 inline constexpr const char* kNotDivisibleApply = "The upper Age limit should be Divisible by 5";
 inline constexpr const char* kFillUpperAge = "please fill  Upper/Last Age Group";

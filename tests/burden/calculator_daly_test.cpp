@@ -60,8 +60,9 @@ TEST_F(DalyTest, BuildBothSidesWithTheirHeads) {
 
 TEST_F(DalyTest, SetsThatDoNotMapAreRefusedWithTheOptionOn) {
     EXPECT_FALSE(build({"0", "3"}, {"0", "5"}));
-    EXPECT_EQ(prompts_.messages(),
-              QStringList({"The data you have entered in YLL and YLd do not map. Please enter the proper data"}));
+    EXPECT_EQ(
+        prompts_.messages(),
+        QStringList({"The data you have entered in YLL and YLd do not map. Please enter the proper data"}));
     EXPECT_FALSE(yld_.isBuilt());
     prompts_.clear();
     EXPECT_TRUE(build({"0", "3"}, {"0", "5"}, false));
@@ -92,8 +93,12 @@ TEST_F(DalyTest, ComputeChecksInOrder) {
 TEST_F(DalyTest, FinerYldSideIsTheBaseAndTakesTheYllOfEachGroup) {
     ASSERT_TRUE(build({"0", "1", "5"}, {"0", "5"}));
     // YLD rows: F0, F01-4, F5-w, M0, M01-4, M5-w.
-    fill(yld_, {{"0.5", "2", "0.5", "10"}, {"2", "1", "0.2", "5"}, {"30", "4", "0.1", "8"},
-                {"0.5", "2", "0.5", "12"}, {"", "", "", ""}, {"40", "1", "0.3", "2"}});
+    fill(yld_, {{"0.5", "2", "0.5", "10"},
+                {"2", "1", "0.2", "5"},
+                {"30", "4", "0.1", "8"},
+                {"0.5", "2", "0.5", "12"},
+                {"", "", "", ""},
+                {"40", "1", "0.3", "2"}});
     // YLL rows: F0-4, F5-w, M0-4, M5-w.
     fill(yll_, {{"4", "2.5"}, {"6", "30"}, {"3", "1.5"}, {"5", "47.25"}});
     dap_.toggleSelect(0);

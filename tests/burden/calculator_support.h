@@ -10,17 +10,24 @@
 #include <QStringList>
 #include <QTemporaryDir>
 #include <gtest/gtest.h>
-
 #include <ostream>
 
-inline void PrintTo(const QString& s, std::ostream* os) { *os << '"' << s.toStdString() << '"'; }
-inline void PrintTo(const QStringList& l, std::ostream* os) { *os << '[' << l.join(", ").toStdString() << ']'; }
+inline void PrintTo(const QString& s, std::ostream* os) {
+    *os << '"' << s.toStdString() << '"';
+}
+inline void PrintTo(const QStringList& l, std::ostream* os) {
+    *os << '[' << l.join(", ").toStdString() << ']';
+}
 
 namespace vesk::test {
 
 // e(x) of the test's standard table: straight lines, so that interpolated values are known exactly.
-inline double femaleE(double x) { return 82.5 - 0.8 * x; }
-inline double maleE(double x) { return 80.0 - 0.78 * x; }
+inline double femaleE(double x) {
+    return 82.5 - 0.8 * x;
+}
+inline double maleE(double x) {
+    return 80.0 - 0.78 * x;
+}
 
 // Rows 0 to 100 as the settings file gives them: texts of age, female, male.
 inline CellArray straightLifeTable() {

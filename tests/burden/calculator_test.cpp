@@ -30,7 +30,9 @@ protected:
     DapGridModel dap_{false};
 };
 
-double value(const std::vector<Cell>* column, int row) { return column->at(row).toDouble(); }
+double value(const std::vector<Cell>* column, int row) {
+    return column->at(row).toDouble();
+}
 
 } // namespace
 
@@ -134,7 +136,10 @@ TEST_F(CalcTest, NoSetMarked) {
 
 TEST_F(CalcTest, BuiltInZeroIyldIsWeightTimesDurationTimesCases) {
     sheet(CalculatorTask::Iyld, {"0", "15"},
-          {{"3", "2.5", "0.2", "100"}, {"40", "10", "0.35", "12"}, {"1", "4", "0.1", "7"}, {"20", "0.5", "0.6", "3"}});
+          {{"3", "2.5", "0.2", "100"},
+           {"40", "10", "0.35", "12"},
+           {"1", "4", "0.1", "7"},
+           {"20", "0.5", "0.6", "3"}});
     select(0);
     ASSERT_TRUE(computeCalculator(CalculatorTask::Iyld, dap_, data_));
     const auto* iyld = data_.result("IYLD[0,0]");

@@ -16,8 +16,12 @@
 
 namespace vesk::test {
 
-inline double femaleE(double x) { return 82.5 - 0.8 * x; }
-inline double maleE(double x) { return 80.0 - 0.78 * x; }
+inline double femaleE(double x) {
+    return 82.5 - 0.8 * x;
+}
+inline double maleE(double x) {
+    return 80.0 - 0.78 * x;
+}
 
 inline CellArray straightLifeTable() {
     CellArray t({101, 3});

@@ -57,7 +57,7 @@ private:
 private slots:
     void initTestCase() {
         dir_ = qEnvironmentVariableIsSet("VESK_SCREENSHOT_DIR") ? qEnvironmentVariable("VESK_SCREENSHOT_DIR")
-                                                               : scratch_.path();
+                                                                : scratch_.path();
         setPromptService(&prompts_);
         calculatorSettings(scratch_.path());
     }
@@ -68,9 +68,18 @@ private slots:
         w.show();
         typeAges(w.AgeDef, {"0", "1", "5", "15", "45", "60"});
         QTest::mouseClick(w.ID_BUILD, Qt::LeftButton);
-        typeRows(w.flexData, {{"120", "0.2"}, {"35", "2.1"}, {"18", "9.4"}, {"64", "31"}, {"150", "53.2"},
-                              {"410", "72.5"}, {"160", "0.2"}, {"40", "2"}, {"22", "9.1"}, {"110", "30.4"},
-                              {"260", "52.8"}, {"380", "70.9"}});
+        typeRows(w.flexData, {{"120", "0.2"},
+                              {"35", "2.1"},
+                              {"18", "9.4"},
+                              {"64", "31"},
+                              {"150", "53.2"},
+                              {"410", "72.5"},
+                              {"160", "0.2"},
+                              {"40", "2"},
+                              {"22", "9.1"},
+                              {"110", "30.4"},
+                              {"260", "52.8"},
+                              {"380", "70.9"}});
         clickCell(w.flexBuiltInDAP, 0, 5);
         clickCell(w.flexBuiltInDAP, 1, 5);
         w.txtUserIden->setText("District health office");
@@ -85,11 +94,16 @@ private slots:
         w.show();
         typeAges(w.AgeDef, {"0", "5", "15", "45", "60"});
         QTest::mouseClick(w.ID_BUILD, Qt::LeftButton);
-        typeRows(w.flexData, {{"2.5", "1.2", "0.27", "900"}, {"9.5", "0.9", "0.27", "640"},
-                              {"29", "0.7", "0.27", "1300"}, {"52", "0.8", "0.27", "700"},
-                              {"68", "0.9", "0.27", "520"}, {"2.4", "1.1", "0.27", "950"},
-                              {"9.7", "0.9", "0.27", "600"}, {"30", "0.7", "0.27", "1450"},
-                              {"51.5", "0.8", "0.27", "810"}, {"67", "1", "0.27", "480"}});
+        typeRows(w.flexData, {{"2.5", "1.2", "0.27", "900"},
+                              {"9.5", "0.9", "0.27", "640"},
+                              {"29", "0.7", "0.27", "1300"},
+                              {"52", "0.8", "0.27", "700"},
+                              {"68", "0.9", "0.27", "520"},
+                              {"2.4", "1.1", "0.27", "950"},
+                              {"9.7", "0.9", "0.27", "600"},
+                              {"30", "0.7", "0.27", "1450"},
+                              {"51.5", "0.8", "0.27", "810"},
+                              {"67", "1", "0.27", "480"}});
         clickCell(w.flexBuiltInDAP, 0, 5);
         clickCell(w.flexBuiltInDAP, 1, 5);
         w.cbCOBLst->setEditText("Malaria");
@@ -103,9 +117,15 @@ private slots:
         w.show();
         typeAges(w.AgeDef, {"0", "5", "15", "45", "60"});
         QTest::mouseClick(w.ID_BUILD, Qt::LeftButton);
-        typeRows(w.flexData, {{"1200", "0.1", "2.5"}, {"4300", "0.1", "10"}, {"15000", "0.1", "30"},
-                              {"9800", "0.1", "52"}, {"7600", "0.1", "68"}, {"1100", "0.1", "2.5"},
-                              {"4100", "0.1", "10"}, {"13800", "0.1", "30"}, {"9100", "0.1", "52"},
+        typeRows(w.flexData, {{"1200", "0.1", "2.5"},
+                              {"4300", "0.1", "10"},
+                              {"15000", "0.1", "30"},
+                              {"9800", "0.1", "52"},
+                              {"7600", "0.1", "68"},
+                              {"1100", "0.1", "2.5"},
+                              {"4100", "0.1", "10"},
+                              {"13800", "0.1", "30"},
+                              {"9100", "0.1", "52"},
                               {"6900", "0.1", "68"}});
         clickCell(w.flexBuiltInDAP, 0, 5);
         w.cbCOBLst->setEditText("Asthma");
@@ -126,8 +146,16 @@ private slots:
             for (double a : onset)
                 yld.push_back({QString::number(a), "1.5", "0.21", QString::number(400 + 37 * a + 50 * sex)});
         typeRows(w.flexData, yld);
-        typeRows(w.flexYLLData, {{"95", "1.1"}, {"20", "9"}, {"60", "31"}, {"140", "53"}, {"300", "71"},
-                                 {"110", "1.2"}, {"25", "9.2"}, {"90", "30"}, {"180", "52.5"}, {"260", "70"}});
+        typeRows(w.flexYLLData, {{"95", "1.1"},
+                                 {"20", "9"},
+                                 {"60", "31"},
+                                 {"140", "53"},
+                                 {"300", "71"},
+                                 {"110", "1.2"},
+                                 {"25", "9.2"},
+                                 {"90", "30"},
+                                 {"180", "52.5"},
+                                 {"260", "70"}});
         clickCell(w.flexBuiltInDAP, 1, 5);
         w.cbCOBLst->setEditText("Diarrhoeal diseases");
         QTest::mouseClick(w.ID_COMPUTE, Qt::LeftButton);

@@ -64,8 +64,9 @@ private slots:
         QCOMPARE(head(w.flexData, 4), QString("Cases"));
         QCOMPARE(w.flexYLLData->model()->rowCount(), 4);
         // YLD rows F0, F01-4, F5-w, M0, M01-4, M5-w; YLL rows F0-4, F5-w, M0-4, M5-w.
-        const std::vector<QStringList> yld{{"0.5", "2", "0.5", "10"}, {"2", "1", "0.2", "5"}, {"30", "4", "0.1", "8"},
-                                           {"0.5", "2", "0.5", "12"}, {"3", "1", "0.2", "6"}, {"40", "1", "0.3", "2"}};
+        const std::vector<QStringList> yld{{"0.5", "2", "0.5", "10"}, {"2", "1", "0.2", "5"},
+                                           {"30", "4", "0.1", "8"},   {"0.5", "2", "0.5", "12"},
+                                           {"3", "1", "0.2", "6"},    {"40", "1", "0.3", "2"}};
         for (int r = 0; r < 6; ++r)
             typeRow(w.flexData, r, yld[r]);
         typeRow(w.flexYLLData, 0, {"4", "2.5"});
@@ -97,7 +98,8 @@ private slots:
         typeAges(w.AgeDefYll, {"0", "5"});
         QTest::mouseClick(w.ID_BUILD, Qt::LeftButton);
         QCOMPARE(prompts_.messages(),
-                 QStringList({"The data you have entered in YLL and YLd do not map. Please enter the proper data"}));
+                 QStringList(
+                     {"The data you have entered in YLL and YLd do not map. Please enter the proper data"}));
         QCOMPARE(w.flexData->model()->rowCount(), 0);
         prompts_.clear();
         w.chkFeasibility->setChecked(false);
@@ -105,8 +107,9 @@ private slots:
         QVERIFY(prompts_.messages().isEmpty());
         w.chkFeasibility->setChecked(true);
         QTest::mouseClick(w.ID_COMPUTE, Qt::LeftButton);
-        QCOMPARE(prompts_.messages(),
-                 QStringList({"!!! The Asg you have entered are not feesable. Please Enter valid asgs  !!!"}));
+        QCOMPARE(
+            prompts_.messages(),
+            QStringList({"!!! The Asg you have entered are not feesable. Please Enter valid asgs  !!!"}));
         QCOMPARE(prompts_.shown()[0].title, QString("Feesability Check"));
     }
 

@@ -9,16 +9,16 @@
 #include "study/forms/five_yr_ag.h"
 
 #include <QComboBox>
-#include <QRadioButton>
 #include <QFile>
 #include <QLabel>
 #include <QMdiArea>
-#include <QMenu>
-#include <QTimer>
 #include <QMdiSubWindow>
+#include <QMenu>
 #include <QPrinterInfo>
 #include <QPushButton>
+#include <QRadioButton>
 #include <QTemporaryDir>
+#include <QTimer>
 #include <QtTest>
 
 using namespace vesk;
@@ -283,7 +283,8 @@ private slots:
         QVERIFY(f.open(QIODevice::ReadOnly));
         const QString text = QString::fromUtf8(f.readAll());
         QVERIFY(text.startsWith("YLL Calculator\r\nUser Indentification;Analyst A\r\nCause;Malaria\r\n"));
-        QVERIFY(text.contains("ASG;Deaths;Age at Death;YLL[0,0]\r\nF0-w;10;30;" + fixed(10 * femaleE(30)) + "\r\n"));
+        QVERIFY(text.contains("ASG;Deaths;Age at Death;YLL[0,0]\r\nF0-w;10;30;" + fixed(10 * femaleE(30)) +
+                              "\r\n"));
         // Cancelling the file dialog writes nothing.
         prompts_.fileAnswer(std::nullopt);
         w.mnu_File_Save->trigger();

@@ -35,10 +35,12 @@ TEST(QuickFill, TypedUpperAgeIncludesBothLimits) {
     EXPECT_EQ(checkTypedUpperAge("abc", lim), UpperAgeCheck::OutOfRange);
     EXPECT_EQ(checkTypedUpperAge("62", lim), UpperAgeCheck::NotDivisible);
     EXPECT_EQ(checkTypedUpperAge("", lim), UpperAgeCheck::Blank);
-    EXPECT_EQ(typedUpperAgeMessage(UpperAgeCheck::OutOfRange, lim),
-              "Entered value should be Greater than 45 less than 85\n Please check Misc Tab/Preferences form for "
-              "MinmaxAge or MaxMaxAge");
-    EXPECT_EQ(typedUpperAgeMessage(UpperAgeCheck::NotDivisible, lim), " The entered value should be divisble by 5");
+    EXPECT_EQ(
+        typedUpperAgeMessage(UpperAgeCheck::OutOfRange, lim),
+        "Entered value should be Greater than 45 less than 85\n Please check Misc Tab/Preferences form for "
+        "MinmaxAge or MaxMaxAge");
+    EXPECT_EQ(typedUpperAgeMessage(UpperAgeCheck::NotDivisible, lim),
+              " The entered value should be divisble by 5");
 }
 
 TEST(QuickFill, ApplyMessages) {

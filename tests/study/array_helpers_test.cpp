@@ -9,7 +9,7 @@ using vesk::test::texts;
 TEST(CompareCells, RuntimeRules) {
     EXPECT_EQ(CompareCells(Cell(5), Cell(10)), -1);
     EXPECT_EQ(CompareCells(Cell("M10"), Cell("M05")), 1);
-    EXPECT_EQ(CompareCells(Cell("a"), Cell("B")), 1); // binary: lower case after upper case
+    EXPECT_EQ(CompareCells(Cell("a"), Cell("B")), 1);  // binary: lower case after upper case
     EXPECT_EQ(CompareCells(Cell(1e9), Cell("W")), -1); // a number is less than any text
     EXPECT_EQ(CompareCells(Cell("W"), Cell(85)), 1);
     EXPECT_EQ(CompareCells(Cell(), Cell(0)), 0);

@@ -21,7 +21,8 @@ const char* kTables[] = {
     "CREATE TABLE DatADW (BPUID VARCHAR(5), YEAR SMALLINT, COBCd VARCHAR(5), ASG VARCHAR(6) NOT NULL, "
     "i DOUBLE DEFAULT 0, P DOUBLE DEFAULT 0, ago SINGLE, DURN SINGLE DEFAULT 0, agp SINGLE, UpdDt DATETIME, "
     "PRIMARY KEY (BPUID, YEAR, COBCd, ASG))",
-    "CREATE TABLE DatCSM (BPUID VARCHAR(5), YEAR SMALLINT DEFAULT 0, COBCd VARCHAR(5), ASG VARCHAR(6) NOT NULL, "
+    "CREATE TABLE DatCSM (BPUID VARCHAR(5), YEAR SMALLINT DEFAULT 0, COBCd VARCHAR(5), ASG VARCHAR(6) NOT "
+    "NULL, "
     "CSMP DOUBLE DEFAULT 0, UpdDt DATETIME, PRIMARY KEY (BPUID, YEAR, COBCd, ASG))",
     "CREATE TABLE DatASDR (BPUID VARCHAR(5), YEAR SMALLINT DEFAULT 0, Bai BYTE NOT NULL DEFAULT 0, "
     "F DOUBLE DEFAULT 0, M DOUBLE, P DOUBLE DEFAULT 0, UpdDt DATETIME, PRIMARY KEY (BPUID, YEAR, Bai))",
@@ -73,7 +74,8 @@ protected:
         exec("insert into DatADW (BPUID, YEAR, COBCd, ASG) values (?, 2001, 'A01', ?)", {bpu, asg});
     }
     void addCsm(const QString& bpu, const QString& asg) {
-        exec("insert into DatCSM (BPUID, YEAR, COBCd, ASG, CSMP) values (?, 2001, 'A01', ?, 0.1)", {bpu, asg});
+        exec("insert into DatCSM (BPUID, YEAR, COBCd, ASG, CSMP) values (?, 2001, 'A01', ?, 0.1)",
+             {bpu, asg});
     }
 
     // The rows of _DfnAgeGrps as ArrAgeDfn holds them: YLL 0, 5, 15; YLD 0, 1, 5, 15; PND as YLD.
@@ -118,7 +120,7 @@ TEST_F(AsgDataTest, NoDataNoFlags) {
 TEST_F(AsgDataTest, CountsUnderLabelsOfTheStudysUnitsOnly) {
     addAdw("B01", "M01-4");
     addAdw("B02", "M01-4");
-    addAdw("B09", "F0");  // another study's unit
+    addAdw("B09", "F0");   // another study's unit
     addAdw("B01", "M0-4"); // a label of no current set
     const Cell yld = FnAsgDataYld(db_, ageDefinition(), {"B01", "B02"}, "DatADW");
     EXPECT_EQ(countOf(yld, "M01-4"), 2);

@@ -11,7 +11,9 @@ namespace {
 
 class AsgLabelsTest : public vesk::test::PromptedTest {};
 
-QStringList labelsOf(const std::vector<double>& ages) { return texts(FnAsgLabels(boundaryColumn(ages), 0)); }
+QStringList labelsOf(const std::vector<double>& ages) {
+    return texts(FnAsgLabels(boundaryColumn(ages), 0));
+}
 
 } // namespace
 
@@ -61,7 +63,8 @@ TEST_F(AsgLabelsTest, BlankAndNonNumericEntriesAreSkipped) {
 }
 
 TEST_F(AsgLabelsTest, PersonsLabelsOnePerEntry) {
-    EXPECT_EQ(texts(FnAsgLabelsP(boundaryColumn({0, 1, 5, 15}), 0)), QStringList({"P0", "P01-4", "P05-14", "P15-w"}));
+    EXPECT_EQ(texts(FnAsgLabelsP(boundaryColumn({0, 1, 5, 15}), 0)),
+              QStringList({"P0", "P01-4", "P05-14", "P15-w"}));
 }
 
 TEST_F(AsgLabelsTest, StartEndAndWidth) {

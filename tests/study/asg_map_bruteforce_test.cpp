@@ -8,7 +8,6 @@
 #include "study/asg_map.h"
 
 #include <QRegularExpression>
-
 #include <algorithm>
 #include <limits>
 #include <map>
@@ -116,7 +115,9 @@ const std::vector<Definition>& definitions() {
     return defs;
 }
 
-QStringList labels(const Definition& d) { return vesk::test::texts(FnAsgLabels(boundaryColumn(d.ages), 0)); }
+QStringList labels(const Definition& d) {
+    return vesk::test::texts(FnAsgLabels(boundaryColumn(d.ages), 0));
+}
 
 } // namespace
 
@@ -128,7 +129,8 @@ TEST(AsgMapBruteForce, EveryPairAgreesWithIntervalUnions) {
         for (const Definition& b : definitions()) {
             SCOPED_TRACE(std::string(a.name) + " / " + b.name);
             const QStringList first = labels(a), second = labels(b);
-            const CellArray r = FnAsgMap(Cell(vesk::test::labelArray(first)), Cell(vesk::test::labelArray(second)));
+            const CellArray r =
+                FnAsgMap(Cell(vesk::test::labelArray(first)), Cell(vesk::test::labelArray(second)));
             ++pairs;
             std::optional<std::vector<int>> expected;
             const bool firstShorter = first.size() <= second.size();

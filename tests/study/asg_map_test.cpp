@@ -13,9 +13,13 @@ namespace {
 
 class AsgMapTest : public vesk::test::PromptedTest {};
 
-Cell labelsOf(const std::vector<double>& ages) { return Cell(FnAsgLabels(boundaryColumn(ages), 0)); }
+Cell labelsOf(const std::vector<double>& ages) {
+    return Cell(FnAsgLabels(boundaryColumn(ages), 0));
+}
 
-Cell list(const QStringList& labels) { return Cell(labelArray(labels)); }
+Cell list(const QStringList& labels) {
+    return Cell(labelArray(labels));
+}
 
 // The map rows as "label>group@index" texts, in row order.
 QStringList mapRows(const CellArray& record) {
@@ -50,7 +54,8 @@ TEST_F(AsgMapTest, EqualSizeWithOneDifferentBoundaryIsNotFeasible) {
 TEST_F(AsgMapTest, EqReadsIndicesBeforeSorting) {
     // Unsorted lists: the map row sits at the partner's index in the second list, and names the
     // index of the first list's label as passed.
-    const CellArray r = FnAsgMapEq(list({"M5-w", "F0-4", "M0-4", "F5-w"}), list({"F5-w", "M0-4", "F0-4", "M5-w"}));
+    const CellArray r =
+        FnAsgMapEq(list({"M5-w", "F0-4", "M0-4", "F5-w"}), list({"F5-w", "M0-4", "F0-4", "M5-w"}));
     ASSERT_TRUE(asgMapFeasible(r));
     EXPECT_EQ(mapRows(r), QStringList({"F5-w>F5-w@3", "M0-4>M0-4@2", "F0-4>F0-4@1", "M5-w>M5-w@0"}));
 }
@@ -74,11 +79,11 @@ TEST_F(AsgMapTest, GbdFiveAgainstFinerSetIsFeasible) {
     ASSERT_TRUE(asgMapFeasible(r));
     EXPECT_EQ(r(kAsgMapFirstSide), Cell(1)); // the second argument (YLL) is the shorter
     EXPECT_EQ(r(kAsgMapSecondSide), Cell(0));
-    EXPECT_EQ(mapRows(r), QStringList({"F0>F0-4@0", "F01-4>F0-4@0", "F05-14>F05-14@1", "F15-29>F15-44@2",
-                                       "F30-44>F15-44@2", "F45-59>F45-59@3", "F60-69>F60-w@4", "F70-w>F60-w@4",
-                                       "M0>M0-4@5", "M01-4>M0-4@5", "M05-14>M05-14@6", "M15-29>M15-44@7",
-                                       "M30-44>M15-44@7", "M45-59>M45-59@8", "M60-69>M60-w@9",
-                                       "M70-w>M60-w@9"}));
+    EXPECT_EQ(mapRows(r),
+              QStringList({"F0>F0-4@0", "F01-4>F0-4@0", "F05-14>F05-14@1", "F15-29>F15-44@2",
+                           "F30-44>F15-44@2", "F45-59>F45-59@3", "F60-69>F60-w@4", "F70-w>F60-w@4",
+                           "M0>M0-4@5", "M01-4>M0-4@5", "M05-14>M05-14@6", "M15-29>M15-44@7",
+                           "M30-44>M15-44@7", "M45-59>M45-59@8", "M60-69>M60-w@9", "M70-w>M60-w@9"}));
     // The other order of the arguments: the first is now the shorter.
     const CellArray back = FnAsgMap(yll, yld);
     ASSERT_TRUE(asgMapFeasible(back));
@@ -90,7 +95,8 @@ TEST_F(AsgMapTest, FifteenStartingNoGroupIsNotFeasible) {
     // Against 0, 1, 5, 10, 20 (the same size) 15 starts no group of the second set.
     EXPECT_FALSE(asgMapFeasible(FnAsgMap(labelsOf({0, 1, 5, 10, 20}), labelsOf({0, 5, 15, 45, 60}))));
     // And against a longer set that has 10 and 20 but not 15.
-    EXPECT_FALSE(asgMapFeasible(FnAsgMap(labelsOf({0, 1, 5, 10, 20, 30, 45, 60}), labelsOf({0, 5, 15, 45, 60}))));
+    EXPECT_FALSE(
+        asgMapFeasible(FnAsgMap(labelsOf({0, 1, 5, 10, 20, 30, 45, 60}), labelsOf({0, 5, 15, 45, 60}))));
 }
 
 TEST_F(AsgMapTest, OpenGroupCoveredByClosedGroupsEndingOpen) {
@@ -107,7 +113,8 @@ TEST_F(AsgMapTest, OpenGroupSwallowsSeveralClosedOnes) {
     EXPECT_TRUE(rows.contains("F80-w>F60-w@1"));
     EXPECT_TRUE(rows.contains("M75-79>M60-w@3"));
     // A closed group cannot take an open piece: 60-w does not fit in 60-69.
-    EXPECT_FALSE(asgMapFeasible(FnAsgMap(list({"M0-59", "M60-69", "M70-w"}), list({"M0-29", "M30-59", "M60-w", "M70-w"}))));
+    EXPECT_FALSE(asgMapFeasible(
+        FnAsgMap(list({"M0-59", "M60-69", "M70-w"}), list({"M0-29", "M30-59", "M60-w", "M70-w"}))));
     // Nor a set that stops short: 0, 60, 65 against 0, 60 works, but not 0, 65 against 0, 60, 70.
     EXPECT_FALSE(asgMapFeasible(FnAsgMap(labelsOf({0, 65}), labelsOf({0, 60, 70}))));
 }
@@ -123,9 +130,10 @@ TEST_F(AsgMapTest, WholeLifeGroupTakesEveryPiece) {
 TEST_F(AsgMapTest, DuplicateBoundariesRefusedByUnequalMap) {
     // 0, 5, 5, 15 gives F05-4 beside F05-14: neighbours with the same lower age.
     const Cell dup = labelsOf({0, 5, 5, 15});
-    EXPECT_EQ(texts(dup.array()), QStringList({"F0-4", "F05-14", "F05-4", "F15-w", "M0-4", "M05-14", "M05-4", "M15-w"}));
-    EXPECT_FALSE(asgMapFeasible(FnAsgMap(dup, labelsOf({0, 5, 10, 15, 20}))));  // dup in S
-    EXPECT_FALSE(asgMapFeasible(FnAsgMap(labelsOf({0, 15}), dup)));               // dup in L
+    EXPECT_EQ(texts(dup.array()),
+              QStringList({"F0-4", "F05-14", "F05-4", "F15-w", "M0-4", "M05-14", "M05-4", "M15-w"}));
+    EXPECT_FALSE(asgMapFeasible(FnAsgMap(dup, labelsOf({0, 5, 10, 15, 20})))); // dup in S
+    EXPECT_FALSE(asgMapFeasible(FnAsgMap(labelsOf({0, 15}), dup)));            // dup in L
     // The same end in L, whatever the letters: refused too.
     EXPECT_FALSE(asgMapFeasible(FnAsgMapUneq(list({"F0-w"}), list({"F0-4", "M5-9", "F05-9"}))));
 }
@@ -157,7 +165,8 @@ TEST_F(AsgMapTest, FeasibilityRuleShowsItsMessage) {
     EXPECT_TRUE(prompts_.shown().isEmpty());
     EXPECT_FALSE(FnChkAsgFeasible(labelsOf({0, 1, 5, 10, 20}), labelsOf({0, 5, 15, 45, 60})));
     ASSERT_EQ(prompts_.shown().size(), 1);
-    EXPECT_EQ(prompts_.shown()[0].text, "The Age Groups Entered are not Feesable for maping, Please enter again");
+    EXPECT_EQ(prompts_.shown()[0].text,
+              "The Age Groups Entered are not Feesable for maping, Please enter again");
     EXPECT_EQ(prompts_.shown()[0].title, "Feesability Check");
 }
 
@@ -173,10 +182,11 @@ TEST_F(AsgMapTest, RowRule) {
     EXPECT_FALSE(FnAsgRowRuleHolds(Cell(5), Cell(5), Cell(7)));
     EXPECT_FALSE(FnAsgRowRuleHolds(blank, Cell(5), Cell(10)));
     EXPECT_FALSE(FnChkAsgRowRule(Cell(5), blank, Cell(10)));
-    EXPECT_EQ(prompts_.messages(),
-              QStringList({"Age gruop defination must satisfy many to one or one to many  relation ship between  "
-                           "the sets for YLL YLD DALY . This requires that figures in the same row of three set "
-                           "either match are some cells remain blank "}));
+    EXPECT_EQ(
+        prompts_.messages(),
+        QStringList({"Age gruop defination must satisfy many to one or one to many  relation ship between  "
+                     "the sets for YLL YLD DALY . This requires that figures in the same row of three set "
+                     "either match are some cells remain blank "}));
 }
 
 TEST_F(AsgMapTest, PndSetMayDifferAsTheRowRuleAllows) {

@@ -54,8 +54,9 @@ private slots:
         FiveYrAg d;
         d.show();
         typeUpperAge(d, "85");
-        QCOMPARE(prompts_.messages(), QStringList({"Entered value should be Greater than 50 less than 80\n Please "
-                                                   "check Misc Tab/Preferences form for MinmaxAge or MaxMaxAge"}));
+        QCOMPARE(prompts_.messages(),
+                 QStringList({"Entered value should be Greater than 50 less than 80\n Please "
+                              "check Misc Tab/Preferences form for MinmaxAge or MaxMaxAge"}));
         QCOMPARE(d.cmbUpperAge->currentText(), QString());
         prompts_.clear();
         typeUpperAge(d, "50"); // the limits themselves pass

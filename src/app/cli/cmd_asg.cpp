@@ -31,7 +31,8 @@ int runLabels(QStringList args) {
     const bool persons = takeFlag(args, QStringLiteral("--persons"));
     const auto list = takeOption(args, QStringLiteral("--boundaries"));
     if (!list || list->trimmed().isEmpty())
-        return fail(QStringLiteral("give the lower ages with --boundaries, e.g. --boundaries 0,1,5,15,45,60"));
+        return fail(
+            QStringLiteral("give the lower ages with --boundaries, e.g. --boundaries 0,1,5,15,45,60"));
     if (!args.isEmpty())
         return fail(QStringLiteral("unknown argument '%1'").arg(args.first()));
     const QStringList ages = list->split(u',');
@@ -72,14 +73,16 @@ int runMap(QStringList args) {
         return fail(QStringLiteral("unknown argument '%1'").arg(args.first()));
     const CellArray record = FnAsgMap(labelList(*first), labelList(*second));
     const bool feasible = asgMapFeasible(record);
-    QString text = QStringLiteral("feasible,%1\n").arg(feasible ? QStringLiteral("true") : QStringLiteral("false"));
+    QString text =
+        QStringLiteral("feasible,%1\n").arg(feasible ? QStringLiteral("true") : QStringLiteral("false"));
     if (feasible) {
         text += QStringLiteral("cell1,%1\ncell2,%2\nindex,label,group,group_index\n")
                     .arg(record(kAsgMapFirstSide).toString(), record(kAsgMapSecondSide).toString());
         const CellArray& map = record(kAsgMapRows).array();
         for (int i = map.lbound(0); i <= map.ubound(0); ++i)
             text += QStringLiteral("%1,%2,%3,%4\n")
-                        .arg(QString::number(i), map(i, 0).toString(), map(i, 1).toString(), map(i, 2).toString());
+                        .arg(QString::number(i), map(i, 0).toString(), map(i, 1).toString(),
+                             map(i, 2).toString());
     }
     out(text);
     return 0;
@@ -99,7 +102,8 @@ int runAsg(const QStringList& argsIn) {
     return fail(QStringLiteral("unknown subcommand '%1' (labels or map)").arg(sub));
 }
 
-const Registrar registrar({QStringLiteral("asg"), QStringLiteral("age-sex group labels and the map between two sets"),
+const Registrar registrar({QStringLiteral("asg"),
+                           QStringLiteral("age-sex group labels and the map between two sets"),
                            QString::fromLatin1(kUsage), runAsg});
 
 } // namespace

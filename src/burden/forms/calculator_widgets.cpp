@@ -18,7 +18,6 @@
 #include <QPrinterInfo>
 #include <QTableView>
 #include <QTextDocument>
-
 #include <algorithm>
 
 namespace vesk {
@@ -86,8 +85,8 @@ QTableView* makeDapGrid(DapGridModel* model, QWidget* parent) {
     });
     view->resizeColumnsToContents();
     const int frame = 2 * view->frameWidth();
-    view->setFixedHeight(header->sizeHint().height() + model->rowCount() * view->verticalHeader()->defaultSectionSize() +
-                         frame);
+    view->setFixedHeight(header->sizeHint().height() +
+                         model->rowCount() * view->verticalHeader()->defaultSectionSize() + frame);
     view->setFixedWidth(header->length() + frame);
     view->setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
     view->setVerticalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
@@ -135,7 +134,8 @@ void printSheetTo(QPrinter& printer, const CalculatorSheet& sheet) {
 
 void printCalculatorSheet(QWidget* parent, const CalculatorSheet& sheet) {
     if (QPrinterInfo::availablePrinters().isEmpty()) {
-        const auto path = prompts().saveFileName(QStringLiteral("Print to PDF"), QStringLiteral("PDF (*.pdf)"));
+        const auto path =
+            prompts().saveFileName(QStringLiteral("Print to PDF"), QStringLiteral("PDF (*.pdf)"));
         if (!path)
             return;
         QPrinter printer(QPrinter::HighResolution);

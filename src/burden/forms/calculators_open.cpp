@@ -51,11 +51,17 @@ frmYLLCal* openTask(CalculatorTask task, QWidget* parent) {
 
 } // namespace
 
-frmYLLCal* openYllCalculator(QWidget* parent) { return openTask(CalculatorTask::Yll, parent); }
+frmYLLCal* openYllCalculator(QWidget* parent) {
+    return openTask(CalculatorTask::Yll, parent);
+}
 
-frmYLLCal* openIyldCalculator(QWidget* parent) { return openTask(CalculatorTask::Iyld, parent); }
+frmYLLCal* openIyldCalculator(QWidget* parent) {
+    return openTask(CalculatorTask::Iyld, parent);
+}
 
-frmYLLCal* openPyldCalculator(QWidget* parent) { return openTask(CalculatorTask::Pyld, parent); }
+frmYLLCal* openPyldCalculator(QWidget* parent) {
+    return openTask(CalculatorTask::Pyld, parent);
+}
 
 frmDALYCal* openDalyCalculator(QWidget* parent) {
     static QPointer<frmDALYCal> open;

@@ -10,9 +10,9 @@ namespace vesk {
 class frmDALYCal;
 class frmYLLCal;
 
-frmYLLCal* openYllCalculator(QWidget* parent);  // mnu_yllcal
-frmYLLCal* openIyldCalculator(QWidget* parent); // mnu_yldcal
-frmYLLCal* openPyldCalculator(QWidget* parent); // mnu_pyldcal
+frmYLLCal* openYllCalculator(QWidget* parent);   // mnu_yllcal
+frmYLLCal* openIyldCalculator(QWidget* parent);  // mnu_yldcal
+frmYLLCal* openPyldCalculator(QWidget* parent);  // mnu_pyldcal
 frmDALYCal* openDalyCalculator(QWidget* parent); // mnu_dcal
 
 } // namespace vesk

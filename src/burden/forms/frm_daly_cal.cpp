@@ -22,7 +22,9 @@ namespace vesk {
 namespace ct = calculator_texts;
 
 namespace {
-QString t(const char* text) { return QString::fromLatin1(text); }
+QString t(const char* text) {
+    return QString::fromLatin1(text);
+}
 } // namespace
 
 frmDALYCal::frmDALYCal(QWidget* parent)
@@ -35,8 +37,8 @@ frmDALYCal::frmDALYCal(QWidget* parent)
     auto* col = new QVBoxLayout(central);
     col->addWidget(buildTop());
     auto* sides = new QHBoxLayout;
-    sides->addWidget(buildSide(ct::kYldSide, QStringLiteral("AgeDef"), &yldAges_, AgeDef, QStringLiteral("flexData"),
-                               &yld_, flexData, lblTitle),
+    sides->addWidget(buildSide(ct::kYldSide, QStringLiteral("AgeDef"), &yldAges_, AgeDef,
+                               QStringLiteral("flexData"), &yld_, flexData, lblTitle),
                      3);
     sides->addWidget(buildSide(ct::kYllSide, QStringLiteral("AgeDefYll"), &yllAges_, AgeDefYll,
                                QStringLiteral("flexYLLData"), &yll_, flexYLLData, lblTitleYll),
@@ -101,9 +103,9 @@ QWidget* frmDALYCal::buildTop() {
     return top;
 }
 
-QWidget* frmDALYCal::buildSide(const char* side, const QString& ageName, AgeDefModel* ages, QTableView*& ageView,
-                               const QString& dataName, CalcDataModel* data, QTableView*& dataView,
-                               QLabel*& title) {
+QWidget* frmDALYCal::buildSide(const char* side, const QString& ageName, AgeDefModel* ages,
+                               QTableView*& ageView, const QString& dataName, CalcDataModel* data,
+                               QTableView*& dataView, QLabel*& title) {
     auto* box = new QGroupBox(t(side), this);
     auto* row = new QHBoxLayout(box);
     auto* ageCol = new QVBoxLayout;
@@ -118,7 +120,7 @@ QWidget* frmDALYCal::buildSide(const char* side, const QString& ageName, AgeDefM
     auto* dataCol = new QVBoxLayout;
     title = new QLabel(box);
     title->setObjectName(dataName == QLatin1String("flexData") ? QStringLiteral("lblTitle")
-                                                              : QStringLiteral("lblTitleYll"));
+                                                               : QStringLiteral("lblTitleYll"));
     QFont f = title->font();
     f.setBold(true);
     title->setFont(f);
@@ -139,7 +141,9 @@ void frmDALYCal::ID_BUILD_Click() {
     lblTitleYll->setText(yll_.title());
 }
 
-void frmDALYCal::ID_COMPUTE_Click() { CalculateDalyCal(dap_, yld_, yll_, chkFeasibility->isChecked()); }
+void frmDALYCal::ID_COMPUTE_Click() {
+    CalculateDalyCal(dap_, yld_, yll_, chkFeasibility->isChecked());
+}
 
 void frmDALYCal::SetOutputData() {
     yld_.setDecimals(ID_DecPlcs->currentIndex());
@@ -147,15 +151,23 @@ void frmDALYCal::SetOutputData() {
 }
 
 CalculatorSheet frmDALYCal::sheet() const {
-    return {windowTitle(), txtUserIden->text(), cbCOBLst->currentText(),
+    return {windowTitle(),
+            txtUserIden->text(),
+            cbCOBLst->currentText(),
             {{t(ct::kYldSide) + QStringLiteral(": ") + yld_.title(), &yld_},
              {t(ct::kYllSide) + QStringLiteral(": ") + yll_.title(), &yll_}}};
 }
 
-void frmDALYCal::mnu_File_Print_Click() { printCalculatorSheet(this, sheet()); }
+void frmDALYCal::mnu_File_Print_Click() {
+    printCalculatorSheet(this, sheet());
+}
 
-void frmDALYCal::mnu_File_Save_Click() { saveCalculatorSheet(sheet()); }
+void frmDALYCal::mnu_File_Save_Click() {
+    saveCalculatorSheet(sheet());
+}
 
-void frmDALYCal::mnu_Help_Click() { prompts().ask(t(ct::kHelpDaly), Buttons::Ok, Icon::Information); }
+void frmDALYCal::mnu_Help_Click() {
+    prompts().ask(t(ct::kHelpDaly), Buttons::Ok, Icon::Information);
+}
 
 } // namespace vesk

@@ -21,7 +21,9 @@ namespace vesk {
 namespace ct = calculator_texts;
 
 namespace {
-QString t(const char* text) { return QString::fromLatin1(text); }
+QString t(const char* text) {
+    return QString::fromLatin1(text);
+}
 } // namespace
 
 frmYLLCal::frmYLLCal(CalculatorTask task, QWidget* parent)
@@ -131,20 +133,32 @@ void frmYLLCal::ID_BUILD_Click() {
         lblTitle->setText(data_.title());
 }
 
-void frmYLLCal::ID_COMPUTE_Click() { computeCalculator(task_, dap_, data_); }
+void frmYLLCal::ID_COMPUTE_Click() {
+    computeCalculator(task_, dap_, data_);
+}
 
-void frmYLLCal::CmdInputData_Click() { data_.clearResults(); }
+void frmYLLCal::CmdInputData_Click() {
+    data_.clearResults();
+}
 
-void frmYLLCal::SetOutputData() { data_.setDecimals(ID_DecPlcs->currentIndex()); }
+void frmYLLCal::SetOutputData() {
+    data_.setDecimals(ID_DecPlcs->currentIndex());
+}
 
 CalculatorSheet frmYLLCal::sheet() const {
     return {windowTitle(), txtUserIden->text(), cbCOBLst->currentText(), {{data_.title(), &data_}}};
 }
 
-void frmYLLCal::mnu_File_Print_Click() { printCalculatorSheet(this, sheet()); }
+void frmYLLCal::mnu_File_Print_Click() {
+    printCalculatorSheet(this, sheet());
+}
 
-void frmYLLCal::mnu_File_Save_Click() { saveCalculatorSheet(sheet()); }
+void frmYLLCal::mnu_File_Save_Click() {
+    saveCalculatorSheet(sheet());
+}
 
-void frmYLLCal::mnu_Help_Click() { prompts().ask(t(ct::kHelpYll), Buttons::Ok, Icon::Information); }
+void frmYLLCal::mnu_Help_Click() {
+    prompts().ask(t(ct::kHelpYll), Buttons::Ok, Icon::Information);
+}
 
 } // namespace vesk

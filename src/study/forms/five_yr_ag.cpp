@@ -16,7 +16,9 @@
 namespace vesk {
 
 namespace {
-QString t(const char* text) { return QString::fromLatin1(text); }
+QString t(const char* text) {
+    return QString::fromLatin1(text);
+}
 } // namespace
 
 FiveYrAg::FiveYrAg(QWidget* parent) : QDialog(parent) {

@@ -9,7 +9,6 @@
 
 #include <QDialog>
 #include <QList>
-
 #include <optional>
 
 class QComboBox;

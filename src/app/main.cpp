@@ -1,7 +1,9 @@
 // The desktop program: the splash, then the main frame, whose timer runs the loading chain.
 
+#include "database/database_backend.h"
 #include "platform/forms/qt_services.h"
 #include "shell/forms/frm_main_menu.h"
+#include "shell/forms/frm_shw_cnt_mem.h"
 #include "shell/forms/frm_splash.h"
 
 #include <QApplication>
@@ -16,11 +18,17 @@ int main(int argc, char** argv) {
     vesk::QtSoundService soundService;
     vesk::setSoundService(&soundService);
 
+    // The study database behind the loading chain, and the viewers of the run log.
+    vesk::DatabaseStudyBackend databaseBackend;
+    vesk::setStudyBackend(&databaseBackend);
+    vesk::registerRunLogViewers();
+
     vesk::FRMMAINMENU frame;
     vesk::frmSplash splash([&frame] { frame.showFrame(); });
     splash.show();
     const int code = app.exec();
     vesk::setPromptService(nullptr);
     vesk::setSoundService(nullptr);
+    vesk::setStudyBackend(nullptr);
     return code;
 }

@@ -6,6 +6,7 @@
 #include <QHash>
 
 #include <atomic>
+#include <cmath>
 #include <mutex>
 #include <stdexcept>
 #include <unordered_set>
@@ -36,13 +37,14 @@ Cell::Cell(const CellArray& array) : kind_(Kind::Array), arr_(new ArrayBox) { ar
 
 Cell::Cell(CellArray&& array) : kind_(Kind::Array), arr_(new ArrayBox) { arr_->value = std::move(array); }
 
-Cell::Cell(const Cell& other) noexcept : kind_(other.kind_), num_(other.num_) {
+Cell::Cell(const Cell& other) noexcept : kind_(other.kind_), sub_(other.sub_), num_(other.num_) {
     // Copying num_ copies the whole union; the array pointer then needs one more reference.
     retain();
 }
 
-Cell::Cell(Cell&& other) noexcept : kind_(other.kind_), num_(other.num_) {
+Cell::Cell(Cell&& other) noexcept : kind_(other.kind_), sub_(other.sub_), num_(other.num_) {
     other.kind_ = Kind::Empty;
+    other.sub_ = Subtype::Double;
     other.num_ = 0.0;
 }
 
@@ -51,6 +53,7 @@ Cell& Cell::operator=(const Cell& other) noexcept {
         other.retain();
         release();
         kind_ = other.kind_;
+        sub_ = other.sub_;
         num_ = other.num_;
     }
     return *this;
@@ -60,8 +63,10 @@ Cell& Cell::operator=(Cell&& other) noexcept {
     if (this != &other) {
         release();
         kind_ = other.kind_;
+        sub_ = other.sub_;
         num_ = other.num_;
         other.kind_ = Kind::Empty;
+        other.sub_ = Subtype::Double;
         other.num_ = 0.0;
     }
     return *this;
@@ -93,6 +98,15 @@ double Cell::toDouble() const {
 QString Cell::toString() const {
     switch (kind_) {
     case Kind::Number:
+        if (sub_ == Subtype::Boolean)
+            return num_ != 0.0 ? QStringLiteral("True") : QStringLiteral("False");
+        if (sub_ == Subtype::Date) {
+            const QDateTime when = serialToDateTime(num_);
+            return when.time() == QTime(0, 0) ? when.date().toString(QStringLiteral("yyyy-MM-dd"))
+                                              : when.toString(QStringLiteral("yyyy-MM-dd hh:mm:ss"));
+        }
+        if (sub_ == Subtype::Single)
+            return numberToText(static_cast<double>(QString::number(num_, 'g', 7).toDouble()));
         return numberToText(num_);
     case Kind::Text:
         return *text_;
@@ -124,7 +138,7 @@ bool Cell::operator==(const Cell& other) const {
         return false;
     switch (kind_) {
     case Kind::Number:
-        return num_ == other.num_;
+        return sub_ == other.sub_ && num_ == other.num_;
     case Kind::Text:
         return text_ == other.text_; // interned: equal texts share one pointer
     case Kind::Array:
@@ -132,6 +146,34 @@ bool Cell::operator==(const Cell& other) const {
     default:
         return true;
     }
+}
+
+namespace {
+// 30 December 1899 as a Julian day number: a constant, so that serials work during static
+// initialisation too.
+constexpr qint64 kDayZeroJulian = 2415019;
+constexpr double kMsPerDay = 86400000.0;
+} // namespace
+
+double dateSerial(const QDate& day) { return static_cast<double>(day.toJulianDay() - kDayZeroJulian); }
+
+double dateSerial(const QDateTime& when) {
+    const double days = dateSerial(when.date());
+    const double frac = when.time().msecsSinceStartOfDay() / kMsPerDay;
+    // Before day 0 the runtime keeps the time as a positive fraction: -1.25 is 29 Dec 1899 06:00.
+    return days < 0 ? days - frac : days + frac;
+}
+
+QDateTime serialToDateTime(double serial) {
+    const double whole = serial < 0 ? std::ceil(serial) : std::floor(serial);
+    const double frac = std::fabs(serial - whole);
+    qint64 ms = std::llround(frac * kMsPerDay);
+    QDate day = QDate::fromJulianDay(kDayZeroJulian + static_cast<qint64>(whole));
+    if (ms >= static_cast<qint64>(kMsPerDay)) { // rounding reached the next midnight
+        ms = 0;
+        day = day.addDays(serial < 0 ? -1 : 1);
+    }
+    return QDateTime(day, QTime::fromMSecsSinceStartOfDay(static_cast<int>(ms)));
 }
 
 } // namespace vesk

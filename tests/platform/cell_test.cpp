@@ -66,3 +66,39 @@ TEST(CellArray, NonZeroLowerBounds) {
     EXPECT_EQ(a.lbound(), 1);
     EXPECT_EQ(a.ubound(), 3);
 }
+
+TEST(Cell, NumberSubtypesPrintAndCompareApart) {
+    const Cell yes = Cell::boolean(true), no = Cell::boolean(false);
+    EXPECT_TRUE(yes.isNumber());
+    EXPECT_TRUE(yes.isBoolean());
+    EXPECT_DOUBLE_EQ(yes.toDouble(), -1.0); // the runtime's True
+    EXPECT_EQ(yes.toString(), "True");
+    EXPECT_EQ(no.toString(), "False");
+    EXPECT_NE(no, Cell(0.0));
+    EXPECT_EQ(Cell::boolean(true), yes);
+
+    const Cell day = Cell::date(43835.0);
+    EXPECT_TRUE(day.isDate());
+    EXPECT_EQ(day.toString(), "2020-01-05");
+    EXPECT_EQ(Cell::date(43835.75).toString(), "2020-01-05 18:00:00");
+    EXPECT_NE(day, Cell(43835.0));
+
+    const Cell s = Cell::single(0.1f);
+    EXPECT_TRUE(s.isSingle());
+    EXPECT_EQ(s.toString(), "0.1");
+    EXPECT_EQ(Cell(QStringLiteral("x")).subtype(), Cell::Subtype::Double);
+
+    Cell copy = day, moved = std::move(copy);
+    EXPECT_EQ(moved, day);
+    EXPECT_EQ(sizeof(Cell), 16u);
+}
+
+TEST(Cell, DateSerialsCountFromThirtiethDecember1899) {
+    EXPECT_DOUBLE_EQ(dateSerial(QDate(1899, 12, 30)), 0.0);
+    EXPECT_DOUBLE_EQ(dateSerial(QDate(1900, 3, 1)), 61.0);
+    EXPECT_DOUBLE_EQ(dateSerial(QDateTime(QDate(2020, 1, 5), QTime(6, 0))), 43835.25);
+    EXPECT_DOUBLE_EQ(dateSerial(QDateTime(QDate(1899, 12, 29), QTime(6, 0))), -1.25);
+    EXPECT_EQ(serialToDateTime(-1.25), QDateTime(QDate(1899, 12, 29), QTime(6, 0)));
+    EXPECT_EQ(serialToDateTime(43835.5), QDateTime(QDate(2020, 1, 5), QTime(12, 0)));
+    EXPECT_EQ(serialToDateTime(43835.99999999999), QDateTime(QDate(2020, 1, 6), QTime(0, 0)));
+}

@@ -1,0 +1,204 @@
+// The loaders of the study context that read the study's own rows: age definitions, causes and
+// their sequelae, population units and aggregates, demographic parameters.
+
+#include "database/db_texts.h"
+#include "database/sql_tokens.h"
+#include "database/study_context.h"
+#include "platform/prompts.h"
+#include "shell/error_store.h"
+#include "shell/menu_state.h"
+
+namespace vesk {
+
+using sql::quoteName;
+
+namespace {
+
+// The rows of a query as cells, each row `columns` wide.
+QList<QList<Cell>> rowsOf(QSqlQuery& q, int columns) {
+    QList<QList<Cell>> rows;
+    while (q.next()) {
+        QList<Cell> row;
+        for (int c = 0; c < columns; ++c)
+            row.push_back(cellFromVariant(q.value(c)));
+        rows.push_back(row);
+    }
+    return rows;
+}
+
+Cell matrix(const QList<QList<Cell>>& rows, int columns) {
+    CellArray m{static_cast<int>(rows.size()), columns};
+    for (int r = 0; r < rows.size(); ++r)
+        for (int c = 0; c < columns; ++c)
+            m(r, c) = rows[r][c];
+    return Cell(std::move(m));
+}
+
+Cell vector(const QList<Cell>& items) {
+    CellArray v{static_cast<int>(items.size())};
+    for (int i = 0; i < items.size(); ++i)
+        v(i) = items[i];
+    return Cell(std::move(v));
+}
+
+bool isTrue(const Cell& c) {
+    return c.isNumber() && c.toDouble() != 0;
+}
+
+} // namespace
+
+void StudyContext::InitAgeGrps(const QString& bdsId, Cell& arrAgeDfn) {
+    if (!StudyDB)
+        return;
+    QSqlError e;
+    auto q = StudyDB->query(
+        QStringLiteral("SELECT YLL, YLD, PND FROM _DfnAgeGrps WHERE BDSId = ? ORDER BY rowid"), {bdsId}, &e);
+    if (!q) {
+        show(engineDescription(e));
+        return;
+    }
+    QList<QList<Cell>> rows = rowsOf(*q, 3);
+    if (rows.isEmpty()) {
+        show(dbtext::NoAgeDefinitions); // the former definitions stay
+        return;
+    }
+    for (auto& row : rows)
+        for (Cell& c : row)
+            if (c.isNull())
+                c = Cell(QString());
+    arrAgeDfn = matrix(rows, 3);
+    // VctrYLLAsg and VctrYLDAsg (the age-sex group labels of modes 0 and 1) are built from these rows
+    // by the age-sex groups; until that is in place they stay as they are.
+    QList<Cell> pnd;
+    for (const auto& row : rows)
+        pnd.push_back(row[2]);
+    VctrPNDAge = vector(pnd);
+}
+
+QString StudyContext::studyColumn() {
+    if (!StudyDB || CurBDSId.isEmpty())
+        return {};
+    auto q = StudyDB->query(QStringLiteral("SELECT name FROM pragma_table_info('_DctBDM')"));
+    while (q && q->next()) {
+        const QString name = q->value(0).toString();
+        if (name.toUpper() == CurBDSId.toUpper())
+            return isPlainIdentifier(name) ? name : QString();
+    }
+    return {};
+}
+
+bool StudyContext::InitCOB() {
+    const QString column = studyColumn();
+    if (!column.isEmpty()) {
+        const QString col = quoteName(column);
+        auto q = StudyDB->query(QStringLiteral("SELECT count(%1) FROM _DctBDM WHERE %1 <> 0").arg(col));
+        // A count always gives its row, also for 0: a study without causes passes here.
+        if (q && q->next())
+            return true;
+    }
+    show(dbtext::NoBDMRecords);
+    disableMenus(noStudyItems());
+    return false;
+}
+
+void StudyContext::InitCobcd() {
+    const QString column = studyColumn();
+    QList<QList<Cell>> causes;
+    if (!column.isEmpty()) {
+        auto q = StudyDB->query(QStringLiteral("SELECT CobCd, Sqla FROM _DctBDM WHERE %1 <> 0 ORDER BY CobCd")
+                                    .arg(quoteName(column)));
+        if (q)
+            causes = rowsOf(*q, 2);
+    }
+    if (causes.isEmpty()) {
+        ErrorStore(0, dbtext::CobcdsNotDeclared, dbtext::InitCobcdSource);
+        return;
+    }
+    CellArray mtx{static_cast<int>(causes.size()), 2};
+    for (int i = 0; i < causes.size(); ++i) {
+        const Cell& code = causes[i][0];
+        mtx(i, 0) = code;
+        if (!isTrue(causes[i][1]))
+            continue;
+        auto q = StudyDB->query(QStringLiteral("SELECT SqlaCd FROM _MapBDMSqla WHERE cobcd = ?"),
+                                {code.toString()});
+        const QList<QList<Cell>> sequelae = q ? rowsOf(*q, 1) : QList<QList<Cell>>();
+        if (sequelae.isEmpty()) {
+            ErrorStore(0, dbtext::SqlaNoMap1 + code.toString() + dbtext::SqlaNoMap2, dbtext::InitCobcdSource);
+        } else if (sequelae[0][0].isNull()) {
+            ErrorStore(0, dbtext::SqlaNull1 + code.toString() + dbtext::SqlaNull2, dbtext::InitCobcdSource);
+        } else {
+            QList<Cell> codes;
+            for (const auto& row : sequelae)
+                codes.push_back(row[0]);
+            mtx(i, 1) = vector(codes);
+        }
+    }
+    MtxCobCd = Cell(std::move(mtx));
+}
+
+void StudyContext::InitBPULst(const QString& tableName) {
+    if (!StudyDB)
+        return;
+    QSqlError e;
+    std::optional<QSqlQuery> q;
+    if (isPlainIdentifier(tableName))
+        q = StudyDB->query(
+            QStringLiteral("SELECT BPUID FROM %1 WHERE BDSId = ? ORDER BY Prty").arg(quoteName(tableName)),
+            {CurBDSId}, &e);
+    QList<Cell> units;
+    if (q)
+        for (const auto& row : rowsOf(*q, 1))
+            units.push_back(row[0]);
+    else if (e.isValid())
+        show(engineDescription(e));
+    if (units.isEmpty()) {
+        show(dbtext::NoBPUs + CurBDSId);
+        disableMenus({QStringLiteral("mnu_studyInp"), QStringLiteral("mnu_Daly"), QStringLiteral("mns_lsr"),
+                      QStringLiteral("mnu_Compute"), QStringLiteral("mnu_res")});
+        return;
+    }
+    VctrBPULst = vector(units);
+}
+
+void StudyContext::InitPAGLst(const QString& tableName) {
+    if (!StudyDB)
+        return;
+    QSqlError e;
+    std::optional<QSqlQuery> q;
+    // The old engine gave the distinct values in sorted order; the order is asked for here.
+    if (isPlainIdentifier(tableName))
+        q = StudyDB->query(QStringLiteral("SELECT DISTINCT PAG1Id FROM %1 WHERE BDSId = ? ORDER BY PAG1Id")
+                               .arg(quoteName(tableName)),
+                           {CurBDSId}, &e);
+    QList<Cell> aggregates;
+    if (q)
+        for (const auto& row : rowsOf(*q, 1))
+            aggregates.push_back(row[0]);
+    else if (e.isValid())
+        show(engineDescription(e));
+    if (aggregates.isEmpty()) {
+        show(dbtext::NoPAGs + CurBDSId);
+        disableMenus({QStringLiteral("mnu_studyInp"), QStringLiteral("mns_lsr")});
+        return;
+    }
+    VctrPAGLst = vector(aggregates);
+}
+
+void StudyContext::InitDmgphyPrmtrs(const QString& bdsId, Cell& mtxDmgphy) {
+    if (!StudyDB)
+        return;
+    QSqlError e;
+    auto q = StudyDB->query(
+        QStringLiteral("SELECT BPUID, YEAR, Cdmdl, PGR, IMR FROM DatDmgphyPrmtrs WHERE BPUID IN "
+                       "(SELECT BPUID FROM _DctBPU WHERE BDSId = ?) ORDER BY rowid"),
+        {bdsId}, &e);
+    if (!q) {
+        show(isNoSuchTable(e) ? dbtext::NoDmgphyTable : engineDescription(e));
+        return;
+    }
+    const auto rows = rowsOf(*q, 5);
+    mtxDmgphy = rows.isEmpty() ? Cell() : matrix(rows, 5);
+}
+
+} // namespace vesk

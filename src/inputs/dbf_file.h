@@ -1,0 +1,39 @@
+#pragma once
+// dBase and FoxPro tables (.dbf) through shapelib. The folder is the database and each file in it a
+// table named by its base name. A new table is written when the driver closes, so that the field
+// widths and the code page can follow the data: character fields as wide as their longest value
+// (at most 254 bytes), whole numbers N(6,0) or N(11,0), other numbers N(20,d) with the decimals
+// their values need, dates D(8) (the day only), Booleans L(1). Texts are Windows-1252 when every
+// character has a byte there (the language driver byte says so), else UTF-8, named in a .cpg file
+// beside the table, as other programs of this kind do.
+
+#include "inputs/foreign_driver.h"
+
+namespace vesk {
+
+class DbfDriver : public ForeignDriver {
+public:
+    static constexpr int kMaxText = 254;
+    static constexpr int kMaxNameBytes = 10;
+
+    bool open(const QString& path, bool forWriting) override;
+    bool hasTable(const QString& name) override;
+    bool createTable(const TableDef& def) override;
+    bool appendRows(const QString& table, const CellArray& rows) override;
+    std::optional<ForeignTable> readTable(const QString& name) override;
+    bool close() override;
+
+    struct Building {
+        TableDef def;
+        QList<QList<Cell>> rows;
+    };
+
+private:
+    // The file of a table in the folder, found case-blind; empty when there is none.
+    QString tableFile(const QString& name) const;
+    bool writeTable(const Building& table);
+    QString folder_;
+    QList<Building> building_;
+};
+
+} // namespace vesk

@@ -1,0 +1,80 @@
+#include "inputs/foreign_driver.h"
+
+#include "inputs/dbf_file.h"
+#include "inputs/sqlite_table_file.h"
+#include "inputs/wk1_file.h"
+#include "inputs/xls_file.h"
+#include "inputs/xlsx_file.h"
+
+namespace vesk {
+
+bool ForeignDriver::execute(const QString& sql) {
+    QString error;
+    const auto def = parseCreateTable(sql, &error);
+    if (!def) {
+        setForeignError(engine_error::kSyntaxInCreate, error);
+        return false;
+    }
+    return createTable(*def);
+}
+
+std::unique_ptr<ForeignDriver> makeForeignDriver(ForeignKind kind) {
+    switch (kind) {
+    case ForeignKind::Wk1:
+        return std::make_unique<Wk1Driver>();
+    case ForeignKind::Xlsx:
+        return std::make_unique<XlsxDriver>();
+    case ForeignKind::Xls:
+        return std::make_unique<XlsDriver>();
+    case ForeignKind::Dbf:
+        return std::make_unique<DbfDriver>();
+    case ForeignKind::Database:
+        return std::make_unique<SqliteTableDriver>();
+    default:
+        return nullptr;
+    }
+}
+
+QStringList headingsOf(const QList<Cell>& firstRow) {
+    QStringList out;
+    for (int j = 0; j < firstRow.size(); ++j) {
+        const QString h = firstRow[j].toString().trimmed();
+        out << (h.isEmpty() ? QStringLiteral("F%1").arg(j + 1) : h);
+    }
+    return out;
+}
+
+bool rowsFitFields(const CellArray& rows, int fieldCount) {
+    if (rows.rank() != 2 && !rows.isEmpty()) {
+        setForeignError(engine_error::kItemNotFound, QStringLiteral("The rows are not a table of fields."));
+        return false;
+    }
+    if (rows.rank() == 2 && rows.size(1) > fieldCount) {
+        setForeignError(
+            engine_error::kItemNotFound,
+            QStringLiteral("Item not found in this collection: the table has %1 fields, the rows %2.")
+                .arg(fieldCount)
+                .arg(rows.size(1)));
+        return false;
+    }
+    return true;
+}
+
+QString cutText(const QString& text, int limit) {
+    if (text.size() <= limit)
+        return text;
+    // Never leave half of a surrogate pair behind.
+    return text.left(text[limit - 1].isHighSurrogate() ? limit - 1 : limit);
+}
+
+Cell storedValue(const FieldDef& field, const Cell& value, int limit) {
+    if (value.isEmpty() || value.isNull())
+        return value;
+    const bool textField = field.type() == FieldType::Text;
+    if (!textField && !value.isText() && !value.isArray())
+        return value;
+    const int cap = textField && field.length > 0 ? std::min(field.length, limit) : limit;
+    return Cell(cutText(value.toString(), cap));
+}
+
+} // namespace vesk

@@ -1,0 +1,46 @@
+#pragma once
+// The common face of the foreign-file kinds: each kind is a small "installable driver" that opens
+// its file as a database, creates tables from a `create table` text, adds rows by field position
+// and reads a table back. The worksheet kinds take a named range as the table; dBase takes the
+// folder as the database and a file's base name as the table; database files are SQLite.
+
+#include "inputs/foreign_types.h"
+
+#include <memory>
+
+namespace vesk {
+
+class ForeignDriver {
+public:
+    virtual ~ForeignDriver() = default;
+
+    // Opens the database: the file, or for dBase the folder of the file. With `forWriting`, a
+    // file that does not exist yet is made (at the latest by close()).
+    virtual bool open(const QString& path, bool forWriting) = 0;
+    virtual bool hasTable(const QString& name) = 0;
+    // Runs a `create table` statement; nothing else is accepted.
+    bool execute(const QString& sql);
+    virtual bool createTable(const TableDef& def) = 0;
+    // Adds rows (records, fields) to a table, each value going to the field of its position.
+    virtual bool appendRows(const QString& table, const CellArray& rows) = 0;
+    // The table, or std::nullopt when the file holds none of that name.
+    virtual std::optional<ForeignTable> readTable(const QString& name) = 0;
+    // Writes out what was built and lets the file go. Returns false when the writing failed.
+    virtual bool close() = 0;
+};
+
+// A driver for the kind; nullptr for ForeignKind::None and Text (text files need none).
+std::unique_ptr<ForeignDriver> makeForeignDriver(ForeignKind kind);
+
+// Helpers shared by the drivers.
+// The field names of the first row of a range; a blank heading becomes "F" and its column number.
+QStringList headingsOf(const QList<Cell>& firstRow);
+// Whether the array fits the table's fields; sets the engine's error when it does not.
+bool rowsFitFields(const CellArray& rows, int fieldCount);
+// Text cut to the driver's limit: worksheets keep 255 characters, dBase 254.
+QString cutText(const QString& text, int limit);
+// The value a field stores: a text field, or any text, the value's text cut to the field's length
+// and to the driver's limit; other values as they are.
+Cell storedValue(const FieldDef& field, const Cell& value, int limit);
+
+} // namespace vesk

@@ -1,0 +1,159 @@
+#include "inputs/grid_functions.h"
+
+#include "platform/runtime.h"
+
+#include <QSqlQuery>
+#include <QSqlRecord>
+
+namespace vesk {
+
+namespace {
+QString cellText(const Cell& c) {
+    return c.isNull() ? QString() : c.toString();
+}
+} // namespace
+
+void FnArrToGrid(const CellArray& values, GridModel& grid, const QStringList* headers) {
+    if (values.rank() != 2)
+        return;
+    grid.setRedraw(false);
+    grid.clear();
+    const int fixedRows = grid.fixedRows(), fixedCols = grid.fixedCols();
+    grid.setRows(values.size(0) + fixedRows);
+    grid.setCols(values.size(1) + fixedCols);
+    if (headers) {
+        const int headRow = fixedRows > 0 ? fixedRows - 1 : 0;
+        for (int k = 0; k < headers->size(); ++k)
+            grid.setTextMatrix(headRow, fixedCols + k, headers->at(k));
+    }
+    for (int col = fixedCols; col < grid.cols(); ++col) {
+        for (int row = fixedRows; row < grid.rows(); ++row) {
+            if (fixedCols > 0)
+                grid.setTextMatrix(row, fixedCols - 1, QString::number(row));
+            grid.setTextMatrix(
+                row, col,
+                cellText(values(values.lbound(0) + row - fixedRows, values.lbound(1) + col - fixedCols)));
+        }
+    }
+    grid.setRedraw(true);
+}
+
+void FnFillGrid(const CellArray& values, GridModel& grid, int fixedCols, int fixedRows, int option) {
+    if (values.rank() != 2)
+        return;
+    grid.setRedraw(false);
+    grid.setRows(values.size(0));
+    grid.setCols(values.size(1));
+    grid.setFixedRows(fixedRows < grid.rows() ? fixedRows : grid.rows() - 1);
+    grid.setFixedCols(fixedCols < grid.cols() ? fixedCols : grid.cols() - 1);
+    for (int row = 0; row < grid.rows(); ++row)
+        for (int col = 0; col < grid.cols(); ++col)
+            grid.setTextMatrix(row, col, cellText(values(values.lbound(0) + row, values.lbound(1) + col)));
+    if (option >= 0)
+        grid.requestAutoFit(option);
+    grid.setRedraw(true);
+}
+
+namespace {
+CellArray block(const GridModel& grid, int r1, int c1, int r2, int c2) {
+    if (r2 < r1 || c2 < c1)
+        throw GridError(9, QStringLiteral("Subscript out of range"));
+    CellArray out{r2 - r1 + 1, c2 - c1 + 1};
+    for (int r = r1; r <= r2; ++r)
+        for (int c = c1; c <= c2; ++c)
+            out(r - r1, c - c1) = Cell(grid.textMatrix(r, c));
+    return out;
+}
+} // namespace
+
+CellArray FnGridToArr(const GridModel& grid) {
+    return block(grid, grid.fixedRows(), grid.fixedCols(), grid.rows() - 1, grid.cols() - 1);
+}
+
+CellArray FnGridSelToArr(const GridModel& grid) {
+    return block(grid, std::min(grid.row(), grid.rowSel()), std::min(grid.col(), grid.colSel()),
+                 std::max(grid.row(), grid.rowSel()), std::max(grid.col(), grid.colSel()));
+}
+
+namespace {
+Cell fromVariant(const QVariant& v) {
+    if (v.isNull())
+        return Cell::null();
+    switch (v.typeId()) {
+    case QMetaType::Bool:
+        return Cell::boolean(v.toBool());
+    case QMetaType::Int:
+    case QMetaType::UInt:
+    case QMetaType::LongLong:
+    case QMetaType::ULongLong:
+    case QMetaType::Double:
+        return Cell(v.toDouble());
+    case QMetaType::Float:
+        return Cell::single(v.toFloat());
+    case QMetaType::QDate:
+        return Cell::date(dateSerial(v.toDate()));
+    case QMetaType::QDateTime:
+        return Cell::date(dateSerial(v.toDateTime()));
+    default:
+        return Cell(v.toString());
+    }
+}
+} // namespace
+
+Cell FnRsToArr(QSqlQuery& rs) {
+    if (!rs.isActive() || !rs.first())
+        return Cell();
+    // Every record is read once, so that the count is exact whatever the driver reports.
+    QList<QList<Cell>> records;
+    const QSqlRecord fields = rs.record();
+    do {
+        QList<Cell> rec;
+        for (int f = 0; f < fields.count(); ++f)
+            rec << fromVariant(rs.value(f));
+        records << rec;
+    } while (rs.next());
+    CellArray matrix{static_cast<int>(fields.count()), static_cast<int>(records.size())};
+    CellArray names{static_cast<int>(fields.count())};
+    for (int f = 0; f < fields.count(); ++f) {
+        names(f) = Cell(fields.fieldName(f));
+        for (int r = 0; r < records.size(); ++r)
+            matrix(f, r) = records[r][f];
+    }
+    CellArray result{2};
+    result(0) = Cell(std::move(matrix));
+    result(1) = Cell(std::move(names));
+    return Cell(std::move(result));
+}
+
+bool ProcGridKey(int keyCode, GridModel& grid, bool numeric) {
+    const QString current = grid.text();
+    if (keyCode == key::kBackspace) {
+        if (!current.isEmpty())
+            grid.setText(current.left(current.size() - 1));
+        return true;
+    }
+    if (keyCode == key::kEnter) {
+        if (numeric && !current.isEmpty())
+            grid.setText(numberToText(Val(current)));
+        if (grid.col() < grid.cols() - 1) {
+            grid.setCurrent(grid.row(), grid.col() + 1);
+        } else {
+            if (grid.row() == grid.rows() - 1)
+                grid.setRows(grid.rows() + 1);
+            grid.setCurrent(grid.row() + 1, grid.fixedCols());
+        }
+        return true;
+    }
+    const char32_t code = static_cast<char32_t>(keyCode);
+    const QString typed = QString::fromUcs4(&code, 1);
+    if (numeric) {
+        const bool digit = keyCode >= '0' && keyCode <= '9';
+        const bool point = keyCode == '.' && !current.contains(u'.');
+        if (!digit && !point)
+            return false;
+    }
+    grid.setText(current + typed);
+    return true;
+}
+
+} // namespace vesk

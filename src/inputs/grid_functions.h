@@ -1,0 +1,64 @@
+#pragma once
+// GridFunctions: data between grids, two-dimensional arrays and recordsets, and the one editing
+// style of directly edited grids. Array dimension 1 runs over grid rows, dimension 2 over grid
+// columns; the body of a grid is what lies behind its fixed bands.
+
+#include "inputs/grid_model.h"
+#include "platform/cell_array.h"
+
+#include <QStringList>
+#include <stdexcept>
+
+class QSqlQuery;
+
+namespace vesk {
+
+// A run-time error of the helpers, for the caller to report: its number and description.
+class GridError : public std::runtime_error {
+public:
+    GridError(int number, const QString& description)
+        : std::runtime_error(description.toStdString()), number_(number) {}
+    int number() const { return number_; }
+
+private:
+    int number_;
+};
+
+// Fills the body from the array: the grid takes the array's rows and columns behind its fixed
+// bands, the headers (when given) go into the last fixed row, the last fixed column numbers the
+// rows with their grid index, Null shows as an empty cell and every other value as its text.
+// Nothing happens when `values` is not two-dimensional.
+void FnArrToGrid(const CellArray& values, GridModel& grid, const QStringList* headers = nullptr);
+
+// The array carries its own headings: the grid takes exactly its size, `fixedCols` and `fixedRows`
+// fixed bands (at most one less than the grid has), and every cell the value at its position.
+// `option` >= 0 asks the view to fit its columns with that many pixels to spare; -1 leaves them.
+void FnFillGrid(const CellArray& values, GridModel& grid, int fixedCols, int fixedRows, int option = -1);
+
+// The body as texts (rows, columns). A grid without body rows or columns raises GridError 9
+// ("Subscript out of range").
+CellArray FnGridToArr(const GridModel& grid);
+// The selected block as texts, whichever way it was dragged.
+CellArray FnGridSelToArr(const GridModel& grid);
+
+// A two-cell array: cell 0 the matrix of values in (field, record) order, field first, unlike the
+// grids; cell 1 the vector of field names. Empty for a recordset without rows. The query is
+// expected active, as exec() leaves it.
+Cell FnRsToArr(QSqlQuery& recordset);
+
+// Key codes as the form events give them.
+namespace key {
+constexpr int kBackspace = 8;
+constexpr int kEnter = 13;
+constexpr int kEscape = 27;
+} // namespace key
+
+// The common key handler of a directly edited grid. With `numeric`, digits pass, a full stop only
+// when the cell has none yet, all else but Enter and Backspace is dropped; without it every key
+// passes. A key that passes is appended to the current cell. Backspace cuts the last character.
+// Enter rewrites a numeric cell as the number its text reads as ("5." becomes "5"), then moves to
+// the next column, or from the last column to the first body column of the next row, adding a row
+// when the current row is the last. Returns false when the key was dropped.
+bool ProcGridKey(int keyCode, GridModel& grid, bool numeric);
+
+} // namespace vesk

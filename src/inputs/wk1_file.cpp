@@ -1,0 +1,368 @@
+#include "inputs/wk1_file.h"
+
+#include "inputs/codepage.h"
+#include "inputs/xlsx_file.h"
+
+#include <QFile>
+#include <QSaveFile>
+#include <QtEndian>
+#include <cmath>
+#include <cstring>
+
+namespace vesk {
+
+namespace {
+
+enum RecordType : quint16 {
+    kBof = 0x0000,
+    kEof = 0x0001,
+    kRange = 0x0006,
+    kName = 0x000B,
+    kBlank = 0x000C,
+    kInteger = 0x000D,
+    kNumber = 0x000E,
+    kLabel = 0x000F,
+    kFormula = 0x0010,
+    kString = 0x0033,
+};
+constexpr quint16 kVersion = 0x0406;
+constexpr quint8 kFormatDefault = 0xFF; // protected, special "default"
+constexpr quint8 kFormatDate = 0xF2;    // protected, special D1 (day-month-year)
+
+quint16 u16(const QByteArray& b, int at) {
+    return qFromLittleEndian<quint16>(reinterpret_cast<const uchar*>(b.constData()) + at);
+}
+
+void putU16(QByteArray& b, quint16 v) {
+    uchar raw[2];
+    qToLittleEndian(v, raw);
+    b.append(reinterpret_cast<const char*>(raw), 2);
+}
+
+void putRecord(QByteArray& out, quint16 type, const QByteArray& body) {
+    putU16(out, type);
+    putU16(out, static_cast<quint16>(body.size()));
+    out += body;
+}
+
+// Special formats 2-4 and 9-10 are dates, 7-8 and 11-12 times of day: both are date cells here.
+bool isDateFormat(quint8 format) {
+    if ((format & 0x70) != 0x70)
+        return false;
+    const int special = format & 0x0F;
+    return (special >= 2 && special <= 4) || (special >= 7 && special <= 12);
+}
+
+QString labelText(const QByteArray& body) {
+    QByteArray text = body.mid(5);
+    const int nul = static_cast<int>(text.indexOf('\0'));
+    if (nul >= 0)
+        text.truncate(nul);
+    // The first character is the alignment prefix: ' left, " right, ^ centred, \ repeated.
+    if (!text.isEmpty() && QByteArray("'\"^\\|").contains(text[0]))
+        text.remove(0, 1);
+    return decodeLmbcs(text);
+}
+
+QByteArray cellHead(quint8 format, int col, int row) {
+    QByteArray b;
+    b += static_cast<char>(format);
+    putU16(b, static_cast<quint16>(col));
+    putU16(b, static_cast<quint16>(row));
+    return b;
+}
+
+} // namespace
+
+std::optional<Wk1Sheet> Wk1Sheet::load(const QString& path, QString* error) {
+    QFile f(path);
+    if (!f.open(QIODevice::ReadOnly)) {
+        *error = f.errorString();
+        return std::nullopt;
+    }
+    const QByteArray data = f.readAll();
+    Wk1Sheet sheet;
+    int at = 0;
+    bool sawBof = false, sawEof = false;
+    while (at + 4 <= data.size() && !sawEof) {
+        const quint16 type = u16(data, at), len = u16(data, at + 2);
+        if (at + 4 + len > data.size())
+            break;
+        Record r{type, data.mid(at + 4, len)};
+        at += 4 + len;
+        if (!sawBof) {
+            if (type != kBof || len != 2 || u16(r.body, 0) < 0x0404 || u16(r.body, 0) > 0x0406) {
+                *error = QStringLiteral("not a Lotus 1-2-3 release 2 worksheet");
+                return std::nullopt;
+            }
+            sawBof = true;
+            continue;
+        }
+        switch (type) {
+        case kEof:
+            sawEof = true;
+            break;
+        case kRange:
+            break; // worked out again on saving
+        case kName:
+            if (len >= 24) {
+                QByteArray raw = r.body.left(16);
+                raw.truncate(static_cast<int>(qstrnlen(raw.constData(), 16)));
+                sheet.names_ << Wk1Name{decodeLmbcs(raw), u16(r.body, 16), u16(r.body, 18), u16(r.body, 20),
+                                        u16(r.body, 22)};
+            }
+            break;
+        default:
+            sheet.readCellRecord(r);
+            sheet.kept_ << r;
+        }
+    }
+    if (!sawBof) {
+        *error = QStringLiteral("not a Lotus 1-2-3 release 2 worksheet");
+        return std::nullopt;
+    }
+    return sheet;
+}
+
+void Wk1Sheet::readCellRecord(const Record& r) {
+    const bool cellRecord = r.type == kBlank || r.type == kInteger || r.type == kNumber || r.type == kLabel ||
+                            r.type == kFormula || r.type == kString;
+    if (!cellRecord || r.body.size() < 5)
+        return;
+    const quint8 format = static_cast<quint8>(r.body[0]);
+    const int col = u16(r.body, 1), row = u16(r.body, 3);
+    Cell value = Cell::null();
+    auto number = [&](double v) {
+        if (!std::isfinite(v))
+            return Cell::null(); // ERR and NA are kept as special not-a-numbers
+        return isDateFormat(format) ? Cell::date(dateFromExcelSerial(v)) : Cell(v);
+    };
+    if (r.type == kInteger && r.body.size() >= 7) {
+        value = number(static_cast<qint16>(u16(r.body, 5)));
+    } else if ((r.type == kNumber || r.type == kFormula) && r.body.size() >= 13) {
+        double v;
+        std::memcpy(&v, r.body.constData() + 5, 8);
+        value = number(qFromLittleEndian(v));
+    } else if (r.type == kLabel) {
+        value = Cell(labelText(r.body));
+    } else if (r.type == kString) {
+        QByteArray text = r.body.mid(5);
+        text.truncate(static_cast<int>(qstrnlen(text.constData(), static_cast<size_t>(text.size()))));
+        value = Cell(decodeLmbcs(text));
+    }
+    cells_[{row, col}] = Value{value, format};
+    lastRow_ = std::max(lastRow_, row);
+    lastCol_ = std::max(lastCol_, col);
+}
+
+Cell Wk1Sheet::cell(int row, int col) const {
+    const auto it = cells_.constFind({row, col});
+    return it == cells_.constEnd() ? Cell::null() : it->value;
+}
+
+void Wk1Sheet::setCell(int row, int col, const Cell& value) {
+    if (value.isEmpty() || value.isNull())
+        return;
+    Record r;
+    if (value.isText() || value.isArray()) {
+        r.type = kLabel;
+        r.body =
+            cellHead(kFormatDefault, col, row) + '\'' + encodeLmbcs(value.toString().left(kMaxLabel)) + '\0';
+    } else {
+        // Lotus has no logical cells: True is 1 and False 0, as its @TRUE and @FALSE give them.
+        // Lotus counts 29 February 1900 as a day, as worksheets after it do.
+        const double v = value.isBoolean() ? (value.toDouble() != 0.0 ? 1.0 : 0.0)
+                         : value.isDate()  ? excelSerialFromDate(value.toDouble())
+                                           : value.toDouble();
+        const quint8 format = value.isDate() ? kFormatDate : kFormatDefault;
+        if (!value.isDate() && v == std::trunc(v) && v >= -32768.0 && v <= 32767.0) {
+            r.type = kInteger;
+            r.body = cellHead(format, col, row);
+            putU16(r.body, static_cast<quint16>(static_cast<qint16>(v)));
+        } else {
+            r.type = kNumber;
+            r.body = cellHead(format, col, row);
+            const double le = qToLittleEndian(v);
+            r.body.append(reinterpret_cast<const char*>(&le), 8);
+        }
+    }
+    readCellRecord(r);
+    kept_ << r;
+}
+
+const Wk1Name* Wk1Sheet::findName(const QString& name) const {
+    for (const auto& n : names_)
+        if (n.name.compare(name, Qt::CaseInsensitive) == 0)
+            return &n;
+    return nullptr;
+}
+
+bool Wk1Sheet::save(const QString& path, QString* error) const {
+    QByteArray out, body;
+    putU16(body, kVersion);
+    putRecord(out, kBof, body);
+    body.clear();
+    putU16(body, 0);
+    putU16(body, 0);
+    putU16(body, static_cast<quint16>(std::max(lastCol_, 0)));
+    putU16(body, static_cast<quint16>(std::max(lastRow_, 0)));
+    putRecord(out, kRange, body);
+    for (const auto& r : kept_)
+        putRecord(out, r.type, r.body);
+    for (const auto& n : names_) {
+        body = encodeLmbcs(n.name).left(kMaxName);
+        body.append(16 - body.size(), '\0');
+        for (int v : {n.col1, n.row1, n.col2, n.row2})
+            putU16(body, static_cast<quint16>(v));
+        putRecord(out, kName, body);
+    }
+    putRecord(out, kEof, QByteArray());
+    QSaveFile f(path);
+    if (!f.open(QIODevice::WriteOnly) || f.write(out) != out.size() || !f.commit()) {
+        *error = f.errorString();
+        return false;
+    }
+    return true;
+}
+
+// ---------------------------------------------------------------------------------------------
+
+bool Wk1Driver::open(const QString& path, bool forWriting) {
+    path_ = path;
+    building_.clear();
+    dirty_ = false;
+    sheet_ = Wk1Sheet();
+    if (!QFile::exists(path)) {
+        if (forWriting)
+            return true;
+        setForeignError(engine_error::kCannotOpen, QStringLiteral("Cannot open the file '%1'.").arg(path));
+        return false;
+    }
+    QString error;
+    auto sheet = Wk1Sheet::load(path, &error);
+    if (!sheet) {
+        setForeignError(engine_error::kCannotOpen,
+                        QStringLiteral("Cannot open the file '%1': %2.").arg(path, error));
+        return false;
+    }
+    sheet_ = std::move(*sheet);
+    return true;
+}
+
+bool Wk1Driver::hasTable(const QString& name) {
+    if (sheet_.findName(name))
+        return true;
+    for (const auto& b : building_)
+        if (b.def.name.compare(name, Qt::CaseInsensitive) == 0)
+            return true;
+    return false;
+}
+
+bool Wk1Driver::createTable(const TableDef& def) {
+    if (def.name.isEmpty() || def.name.size() > Wk1Sheet::kMaxName) {
+        setForeignError(engine_error::kInvalidName,
+                        QStringLiteral("'%1' is not a valid name: a Lotus range name has 1 to %2 characters.")
+                            .arg(def.name)
+                            .arg(Wk1Sheet::kMaxName));
+        return false;
+    }
+    if (hasTable(def.name)) {
+        setForeignError(engine_error::kTableExists,
+                        QStringLiteral("Table '%1' already exists.").arg(def.name));
+        return false;
+    }
+    if (def.fields.size() > Wk1Sheet::kMaxCols) {
+        setForeignError(
+            engine_error::kTooLarge,
+            QStringLiteral("A Lotus worksheet has no more than %1 columns.").arg(Wk1Sheet::kMaxCols));
+        return false;
+    }
+    // The new range starts one blank row below whatever the sheet holds.
+    const int first = sheet_.lastRow() < 0 ? 0 : sheet_.lastRow() + 2;
+    if (first >= Wk1Sheet::kMaxRows) {
+        setForeignError(
+            engine_error::kTooLarge,
+            QStringLiteral("A Lotus worksheet has no more than %1 rows.").arg(Wk1Sheet::kMaxRows));
+        return false;
+    }
+    for (int j = 0; j < def.fields.size(); ++j)
+        sheet_.setCell(first, j, Cell(def.fields[j].name));
+    sheet_.addName(Wk1Name{def.name, 0, first, std::max(0, static_cast<int>(def.fields.size()) - 1), first});
+    building_ << Building{def, first, 0};
+    dirty_ = true;
+    return true;
+}
+
+bool Wk1Driver::appendRows(const QString& table, const CellArray& rows) {
+    Building* b = nullptr;
+    for (auto& candidate : building_)
+        if (candidate.def.name.compare(table, Qt::CaseInsensitive) == 0)
+            b = &candidate;
+    if (!b) {
+        setForeignError(
+            engine_error::kNotWritable,
+            QStringLiteral("Cannot update '%1'; the range was not made in this session.").arg(table));
+        return false;
+    }
+    if (!rowsFitFields(rows, static_cast<int>(b->def.fields.size())))
+        return false;
+    const int n = rows.rank() == 2 ? rows.size(0) : 0;
+    if (b->firstRow + b->rows + n >= Wk1Sheet::kMaxRows || b != &building_.last()) {
+        setForeignError(engine_error::kTooLarge,
+                        QStringLiteral("No room below the range '%1' in the worksheet.").arg(table));
+        return false;
+    }
+    for (int i = 0; i < n; ++i) {
+        const int row = b->firstRow + b->rows + 1;
+        for (int j = 0; j < rows.size(1); ++j)
+            sheet_.setCell(row, j,
+                           storedValue(b->def.fields[j], rows(rows.lbound(0) + i, rows.lbound(1) + j), 255));
+        ++b->rows;
+    }
+    // Stretch the range over the new rows.
+    Wk1Name grown{b->def.name, 0, b->firstRow, std::max(0, static_cast<int>(b->def.fields.size()) - 1),
+                  b->firstRow + b->rows};
+    QList<Wk1Name> names = sheet_.names();
+    for (auto& nm : names)
+        if (nm.name.compare(b->def.name, Qt::CaseInsensitive) == 0)
+            nm = grown;
+    sheet_.replaceNames(names);
+    dirty_ = true;
+    return true;
+}
+
+std::optional<ForeignTable> Wk1Driver::readTable(const QString& name) {
+    const Wk1Name* range = sheet_.findName(name);
+    if (!range)
+        return std::nullopt;
+    const int c1 = std::min(range->col1, range->col2), c2 = std::max(range->col1, range->col2);
+    const int r1 = std::min(range->row1, range->row2), r2 = std::max(range->row1, range->row2);
+    ForeignTable t;
+    t.name = range->name;
+    QList<Cell> heading;
+    for (int c = c1; c <= c2; ++c)
+        heading << sheet_.cell(r1, c);
+    t.fieldNames = headingsOf(heading);
+    if (r2 > r1) {
+        t.rows = CellArray{r2 - r1, c2 - c1 + 1};
+        for (int r = r1 + 1; r <= r2; ++r)
+            for (int c = c1; c <= c2; ++c)
+                t.rows(r - r1 - 1, c - c1) = sheet_.cell(r, c);
+    }
+    return t;
+}
+
+bool Wk1Driver::close() {
+    if (!dirty_)
+        return true;
+    dirty_ = false;
+    QString error;
+    if (!sheet_.save(path_, &error)) {
+        setForeignError(engine_error::kCannotOpen,
+                        QStringLiteral("Cannot write '%1': %2.").arg(path_, error));
+        return false;
+    }
+    return true;
+}
+
+} // namespace vesk

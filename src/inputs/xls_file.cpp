@@ -1,0 +1,144 @@
+#include "inputs/xls_file.h"
+
+#include <QFile>
+#include <QRegularExpression>
+#include <freexl.h>
+
+namespace vesk {
+
+XlsDriver::~XlsDriver() {
+    close();
+}
+
+bool XlsDriver::open(const QString& path, bool forWriting) {
+    close();
+    if (forWriting) {
+        setForeignError(engine_error::kNotWritable,
+                        QStringLiteral("Legacy Excel workbooks (.xls) can be read but not written; save the "
+                                       "table as an Excel workbook (.xlsx) instead."));
+        return false;
+    }
+    const void* h = nullptr;
+    if (freexl_open(QFile::encodeName(path).constData(), &h) != FREEXL_OK) {
+        if (h)
+            freexl_close(h);
+        setForeignError(engine_error::kCannotOpen,
+                        QStringLiteral("Cannot open the workbook '%1'.").arg(path));
+        return false;
+    }
+    handle_ = h;
+    unsigned count = 0;
+    freexl_get_info(handle_, FREEXL_BIFF_SHEET_COUNT, &count);
+    for (unsigned i = 0; i < count; ++i) {
+        const char* name = nullptr;
+        freexl_get_worksheet_name(handle_, static_cast<unsigned short>(i), &name);
+        sheets_ << QString::fromUtf8(name ? name : "");
+    }
+    names_ = readXlsNames(path);
+    return true;
+}
+
+bool XlsDriver::close() {
+    if (handle_)
+        freexl_close(handle_);
+    handle_ = nullptr;
+    sheets_.clear();
+    names_.clear();
+    return true;
+}
+
+std::optional<SheetArea> XlsDriver::findTable(const QString& name) {
+    for (const auto& n : names_)
+        if (n.name.compare(name, Qt::CaseInsensitive) == 0 && n.area.sheet >= 0 &&
+            n.area.sheet < sheets_.size())
+            return n.area;
+    QString sheet = name;
+    if (sheet.endsWith(u'$'))
+        sheet.chop(1);
+    const int index = static_cast<int>(
+        sheets_.indexOf(QRegularExpression(QStringLiteral("^%1$").arg(QRegularExpression::escape(sheet)),
+                                           QRegularExpression::CaseInsensitiveOption)));
+    if (index < 0 || freexl_select_active_worksheet(handle_, static_cast<unsigned short>(index)) != FREEXL_OK)
+        return std::nullopt;
+    unsigned rows = 0;
+    unsigned short cols = 0;
+    freexl_worksheet_dimensions(handle_, &rows, &cols);
+    return SheetArea{index, 0, 0, static_cast<int>(rows) - 1, static_cast<int>(cols) - 1};
+}
+
+bool XlsDriver::hasTable(const QString& name) {
+    return handle_ && findTable(name).has_value();
+}
+
+bool XlsDriver::createTable(const TableDef&) {
+    setForeignError(engine_error::kNotWritable,
+                    QStringLiteral("Legacy Excel workbooks (.xls) are read only."));
+    return false;
+}
+
+bool XlsDriver::appendRows(const QString&, const CellArray&) {
+    return createTable({});
+}
+
+Cell XlsDriver::cellAt(unsigned row, unsigned short col) const {
+    FreeXL_CellValue v;
+    if (freexl_get_cell_value(handle_, row, col, &v) != FREEXL_OK)
+        return Cell::null();
+    switch (v.type) {
+    case FREEXL_CELL_INT:
+        return Cell(v.value.int_value);
+    case FREEXL_CELL_DOUBLE:
+        return Cell(v.value.double_value);
+    case FREEXL_CELL_TEXT:
+    case FREEXL_CELL_SST_TEXT:
+        return Cell(QString::fromUtf8(v.value.text_value));
+    case FREEXL_CELL_DATE: {
+        const QDate day = QDate::fromString(QString::fromLatin1(v.value.text_value), Qt::ISODate);
+        return day.isValid() ? Cell::date(dateSerial(day)) : Cell::null();
+    }
+    case FREEXL_CELL_DATETIME: {
+        const QDateTime when = QDateTime::fromString(QString::fromLatin1(v.value.text_value),
+                                                     QStringLiteral("yyyy-MM-dd HH:mm:ss"));
+        return when.isValid() ? Cell::date(dateSerial(when)) : Cell::null();
+    }
+    case FREEXL_CELL_TIME: {
+        const QTime t =
+            QTime::fromString(QString::fromLatin1(v.value.text_value), QStringLiteral("HH:mm:ss"));
+        return t.isValid() ? Cell::date(t.msecsSinceStartOfDay() / 86400000.0) : Cell::null();
+    }
+    default:
+        return Cell::null();
+    }
+}
+
+std::optional<ForeignTable> XlsDriver::readTable(const QString& name) {
+    if (!handle_)
+        return std::nullopt;
+    const auto area = findTable(name);
+    if (!area ||
+        freexl_select_active_worksheet(handle_, static_cast<unsigned short>(area->sheet)) != FREEXL_OK)
+        return std::nullopt;
+    unsigned rows = 0;
+    unsigned short cols = 0;
+    freexl_worksheet_dimensions(handle_, &rows, &cols);
+    auto at = [&](int r, int c) {
+        return r < static_cast<int>(rows) && c < cols
+                   ? cellAt(static_cast<unsigned>(r), static_cast<unsigned short>(c))
+                   : Cell::null();
+    };
+    ForeignTable t;
+    t.name = name;
+    QList<Cell> heading;
+    for (int c = area->col1; c <= area->col2; ++c)
+        heading << at(area->row1, c);
+    t.fieldNames = headingsOf(heading);
+    if (area->row2 > area->row1) {
+        t.rows = CellArray{area->row2 - area->row1, area->col2 - area->col1 + 1};
+        for (int r = area->row1 + 1; r <= area->row2; ++r)
+            for (int c = area->col1; c <= area->col2; ++c)
+                t.rows(r - area->row1 - 1, c - area->col1) = at(r, c);
+    }
+    return t;
+}
+
+} // namespace vesk

@@ -1,0 +1,469 @@
+#include "inputs/xlsx_file.h"
+
+#include <QFile>
+#include <QRegularExpression>
+#include <QXmlStreamWriter>
+#include <cmath>
+#include <xlsxwriter.h>
+
+namespace vesk {
+
+namespace {
+
+constexpr int kWorksheetTextLimit = 255; // as the worksheet driver cut texts
+
+bool validSheetName(const QString& name) {
+    static const QRegularExpression bad(QStringLiteral("[\\[\\]:*?/\\\\]"));
+    return !name.isEmpty() && name.size() <= 31 && !name.contains(bad) && !name.startsWith(u'\'') &&
+           !name.endsWith(u'\'');
+}
+
+// A defined name starts with a letter, "_" or "\", holds no blank, and is no cell reference.
+bool validDefinedName(const QString& name) {
+    static const QRegularExpression form(QStringLiteral("^[A-Za-z_\\\\][A-Za-z0-9_.\\\\]*$"));
+    static const QRegularExpression r1c1(QStringLiteral("^[Rr][0-9]*[Cc][0-9]*$"));
+    int r, c;
+    return form.match(name).hasMatch() && !parseCellRef(name, &r, &c) && !r1c1.match(name).hasMatch() &&
+           name.size() <= 255;
+}
+
+QString quotedSheet(const QString& sheet) {
+    return u'\'' + QString(sheet).replace(QStringLiteral("'"), QStringLiteral("''")) + u'\'';
+}
+
+QString areaFormula(const XlsxDriver::Building& t) {
+    const int lastCol = std::max(0, static_cast<int>(t.def.fields.size()) - 1);
+    return quotedSheet(t.def.name) + u'!' + cellRef(0, 0, true) + u':' +
+           cellRef(static_cast<int>(t.rows.size()), lastCol, true);
+}
+
+bool hasTime(double serial) {
+    return serial != std::floor(serial);
+}
+
+} // namespace
+
+// ---------------------------------------------------------------------------------------------
+// New workbooks
+
+bool writeNewWorkbook(const QString& path, const QList<XlsxDriver::Building>& tables, QString* error) {
+    lxw_workbook* wb = workbook_new(QFile::encodeName(path).constData());
+    if (!wb) {
+        *error = QStringLiteral("cannot create the workbook");
+        return false;
+    }
+    lxw_format* dateFormat = workbook_add_format(wb);
+    format_set_num_format(dateFormat, "yyyy-mm-dd");
+    lxw_format* dateTimeFormat = workbook_add_format(wb);
+    format_set_num_format(dateTimeFormat, "yyyy-mm-dd hh:mm:ss");
+    for (const auto& t : tables) {
+        const QByteArray sheetName = t.def.name.toUtf8();
+        lxw_worksheet* ws = workbook_add_worksheet(wb, sheetName.constData());
+        if (!ws) {
+            workbook_close(wb);
+            QFile::remove(path);
+            *error = QStringLiteral("'%1' cannot name a sheet").arg(t.def.name);
+            return false;
+        }
+        for (int j = 0; j < t.def.fields.size(); ++j)
+            worksheet_write_string(ws, 0, static_cast<lxw_col_t>(j),
+                                   t.def.fields[j].name.toUtf8().constData(), nullptr);
+        for (int i = 0; i < t.rows.size(); ++i) {
+            const auto row = static_cast<lxw_row_t>(i + 1);
+            for (int j = 0; j < t.rows[i].size(); ++j) {
+                const Cell& v = t.rows[i][j];
+                const auto col = static_cast<lxw_col_t>(j);
+                if (v.isEmpty() || v.isNull() || (v.isNumber() && !std::isfinite(v.toDouble())))
+                    continue;
+                if (!v.isNumber())
+                    worksheet_write_string(ws, row, col, v.toString().toUtf8().constData(), nullptr);
+                else if (v.isBoolean())
+                    worksheet_write_boolean(ws, row, col, v.toDouble() != 0.0, nullptr);
+                else if (v.isDate())
+                    worksheet_write_number(ws, row, col, excelSerialFromDate(v.toDouble()),
+                                           hasTime(v.toDouble()) ? dateTimeFormat : dateFormat);
+                else
+                    worksheet_write_number(ws, row, col, v.toDouble(), nullptr);
+            }
+        }
+        if (validDefinedName(t.def.name))
+            workbook_define_name(wb, sheetName.constData(), (u'=' + areaFormula(t)).toUtf8().constData());
+    }
+    const lxw_error rc = workbook_close(wb);
+    if (rc != LXW_NO_ERROR) {
+        *error = QString::fromUtf8(lxw_strerror(rc));
+        return false;
+    }
+    return true;
+}
+
+// ---------------------------------------------------------------------------------------------
+// Tables added to a workbook that exists
+
+namespace {
+
+// Inserts `text` before the closing tag of `element` (any namespace prefix); false when absent.
+bool insertBeforeClose(QString& xml, const QString& element, const QString& text) {
+    const QRegularExpression close(QStringLiteral("</(\\w+:)?%1>").arg(element));
+    const auto m = close.match(xml);
+    if (!m.hasMatch())
+        return false;
+    xml.insert(m.capturedStart(), text);
+    return true;
+}
+
+QString prefixOf(const QString& xml, const QString& element) {
+    const QRegularExpression open(QStringLiteral("<(\\w+:)?%1[\\s>/]").arg(element));
+    return open.match(xml).captured(1);
+}
+
+// Appends the cell formats for dates and date-times to cellXfs; returns their indexes.
+bool addDateStyles(QString& styles, int* dateXf, int* dateTimeXf) {
+    const QRegularExpression block(QStringLiteral("<(\\w+:)?cellXfs([^>]*)>([\\s\\S]*?)</(\\w+:)?cellXfs>"));
+    const auto m = block.match(styles);
+    if (!m.hasMatch())
+        return false;
+    const QString prefix = m.captured(1);
+    static const QRegularExpression xfOpen(QStringLiteral("<(\\w+:)?xf[\\s>/]"));
+    const int existing = static_cast<int>(m.captured(3).count(xfOpen));
+    *dateXf = existing;
+    *dateTimeXf = existing + 1;
+    const QString xf =
+        QStringLiteral("<%1xf numFmtId=\"%2\" fontId=\"0\" fillId=\"0\" borderId=\"0\" xfId=\"0\" "
+                       "applyNumberFormat=\"1\"/>");
+    QString attrs = m.captured(2);
+    static const QRegularExpression count(QStringLiteral("count=\"\\d+\""));
+    attrs.replace(count, QStringLiteral("count=\"%1\"").arg(existing + 2));
+    const QString rebuilt =
+        QStringLiteral("<%1cellXfs%2>%3%4%5</%1cellXfs>")
+            .arg(prefix, attrs, m.captured(3), xf.arg(prefix).arg(14), xf.arg(prefix).arg(22));
+    styles.replace(m.capturedStart(), m.capturedLength(), rebuilt);
+    return true;
+}
+
+QByteArray sheetXml(const XlsxDriver::Building& t, int dateXf, int dateTimeXf) {
+    QByteArray out;
+    QXmlStreamWriter w(&out);
+    w.writeStartDocument(QStringLiteral("1.0"), true);
+    w.writeStartElement(QStringLiteral("worksheet"));
+    w.writeDefaultNamespace(QStringLiteral("http://schemas.openxmlformats.org/spreadsheetml/2006/main"));
+    w.writeStartElement(QStringLiteral("sheetData"));
+    auto text = [&](int r, int c, const QString& s) {
+        w.writeStartElement(QStringLiteral("c"));
+        w.writeAttribute(QStringLiteral("r"), cellRef(r, c));
+        w.writeAttribute(QStringLiteral("t"), QStringLiteral("inlineStr"));
+        w.writeStartElement(QStringLiteral("is"));
+        w.writeStartElement(QStringLiteral("t"));
+        w.writeAttribute(QStringLiteral("xml:space"), QStringLiteral("preserve"));
+        w.writeCharacters(s);
+        w.writeEndElement();
+        w.writeEndElement();
+        w.writeEndElement();
+    };
+    auto number = [&](int r, int c, const QString& type, int style, const QString& v) {
+        w.writeStartElement(QStringLiteral("c"));
+        w.writeAttribute(QStringLiteral("r"), cellRef(r, c));
+        if (!type.isEmpty())
+            w.writeAttribute(QStringLiteral("t"), type);
+        if (style >= 0)
+            w.writeAttribute(QStringLiteral("s"), QString::number(style));
+        w.writeTextElement(QStringLiteral("v"), v);
+        w.writeEndElement();
+    };
+    for (int i = 0; i <= t.rows.size(); ++i) {
+        w.writeStartElement(QStringLiteral("row"));
+        w.writeAttribute(QStringLiteral("r"), QString::number(i + 1));
+        if (i == 0) {
+            for (int j = 0; j < t.def.fields.size(); ++j)
+                text(0, j, t.def.fields[j].name);
+        } else {
+            for (int j = 0; j < t.rows[i - 1].size(); ++j) {
+                const Cell& v = t.rows[i - 1][j];
+                if (v.isEmpty() || v.isNull() || (v.isNumber() && !std::isfinite(v.toDouble())))
+                    continue;
+                const double x = v.toDouble();
+                if (!v.isNumber())
+                    text(i, j, v.toString());
+                else if (v.isBoolean())
+                    number(i, j, QStringLiteral("b"), -1,
+                           x != 0.0 ? QStringLiteral("1") : QStringLiteral("0"));
+                else if (v.isDate() && dateXf >= 0)
+                    number(i, j, QString(), hasTime(x) ? dateTimeXf : dateXf,
+                           QString::number(excelSerialFromDate(x), 'g', 17));
+                else
+                    number(i, j, QString(), -1, QString::number(x, 'g', 17));
+            }
+        }
+        w.writeEndElement();
+    }
+    w.writeEndElement();
+    w.writeEndElement();
+    w.writeEndDocument();
+    return out;
+}
+
+bool tableHasDates(const XlsxDriver::Building& t) {
+    for (const auto& row : t.rows)
+        for (const auto& v : row)
+            if (v.isDate())
+                return true;
+    return false;
+}
+
+} // namespace
+
+namespace {
+
+const QString kRelNs = QStringLiteral("http://schemas.openxmlformats.org/officeDocument/2006/relationships");
+
+// The parts of a workbook that a new sheet touches, as texts, and what the new sheets need to know.
+struct WorkbookParts {
+    QString workbookPart, folder, relsPart;
+    QString wb, rels, types;
+    QString sheetPrefix, relPrefix;
+    int nextSheetId = 1;
+    int dateXf = -1, dateTimeXf = -1;
+};
+
+bool loadParts(const ZipArchive& zip, const QString& workbookPart, WorkbookParts* p, QString* error) {
+    const int slash = static_cast<int>(workbookPart.lastIndexOf(u'/'));
+    p->workbookPart = workbookPart;
+    p->folder = workbookPart.left(slash + 1);
+    p->relsPart =
+        p->folder + QStringLiteral("_rels/") + workbookPart.mid(slash + 1) + QStringLiteral(".rels");
+    const ZipEntry *wb = zip.find(workbookPart), *rels = zip.find(p->relsPart),
+                   *types = zip.find(QStringLiteral("[Content_Types].xml"));
+    if (!wb || !rels || !types) {
+        *error = QStringLiteral("the workbook lacks one of its parts");
+        return false;
+    }
+    p->wb = QString::fromUtf8(wb->data);
+    p->rels = QString::fromUtf8(rels->data);
+    p->types = QString::fromUtf8(types->data);
+    static const QRegularExpression sheetId(QStringLiteral("sheetId=\"(\\d+)\""));
+    for (auto it = sheetId.globalMatch(p->wb); it.hasNext();)
+        p->nextSheetId = std::max(p->nextSheetId, it.next().captured(1).toInt() + 1);
+    p->sheetPrefix = prefixOf(p->wb, QStringLiteral("sheets"));
+    return true;
+}
+
+// The relationships' prefix declared on the workbook element; "r" declared there when it has none
+// (some writers declare it on each sheet element instead, and readers want it at the root).
+bool declareRelationshipPrefix(WorkbookParts& p, QString* error) {
+    const auto root = QRegularExpression(QStringLiteral("<(\\w+:)?workbook\\b[^>]*>")).match(p.wb);
+    if (!root.hasMatch()) {
+        *error = QStringLiteral("the workbook part has no workbook element");
+        return false;
+    }
+    const QRegularExpression decl(
+        QStringLiteral("xmlns:(\\w+)=\"%1\"").arg(QRegularExpression::escape(kRelNs)));
+    p.relPrefix = decl.match(root.captured(0)).captured(1);
+    if (p.relPrefix.isEmpty()) {
+        p.relPrefix = QStringLiteral("r");
+        p.wb.insert(root.capturedEnd() - (root.captured(0).endsWith(QLatin1String("/>")) ? 2 : 1),
+                    QStringLiteral(" xmlns:r=\"%1\"").arg(kRelNs));
+    }
+    return true;
+}
+
+// Cell formats for dates, in the styles part the workbook's relations name.
+bool addDateFormats(ZipArchive& zip, WorkbookParts& p, QString* error) {
+    static const QRegularExpression stylesRel(QStringLiteral(
+        "Type=\"[^\"]*/styles\"[^>]*Target=\"([^\"]+)\"|Target=\"([^\"]+)\"[^>]*Type=\"[^\"]*/styles\""));
+    const auto m = stylesRel.match(p.rels);
+    const QString target = m.captured(1).isEmpty() ? m.captured(2) : m.captured(1);
+    const QString part = target.startsWith(u'/') ? target.mid(1) : p.folder + target;
+    const ZipEntry* st = target.isEmpty() ? nullptr : zip.find(part);
+    QString styles = st ? QString::fromUtf8(st->data) : QString();
+    if (!st || !addDateStyles(styles, &p.dateXf, &p.dateTimeXf)) {
+        *error = QStringLiteral("the workbook has no cell formats to add a date format to");
+        return false;
+    }
+    zip.put(part, styles.toUtf8());
+    return true;
+}
+
+bool addSheet(ZipArchive& zip, WorkbookParts& p, const XlsxDriver::Building& t, QString* error) {
+    int k = 1;
+    while (zip.find(p.folder + QStringLiteral("worksheets/sheet%1.xml").arg(k)))
+        ++k;
+    const QString target = QStringLiteral("worksheets/sheet%1.xml").arg(k);
+    QString rid = QStringLiteral("rIdVesk%1").arg(k);
+    while (p.rels.contains(u'"' + rid + u'"'))
+        rid += u'x';
+    zip.put(p.folder + target, sheetXml(t, p.dateXf, p.dateTimeXf));
+    insertBeforeClose(p.rels, QStringLiteral("Relationships"),
+                      QStringLiteral("<Relationship Id=\"%1\" Type=\"%2/worksheet\" Target=\"%3\"/>")
+                          .arg(rid, kRelNs, target));
+    insertBeforeClose(p.types, QStringLiteral("Types"),
+                      QStringLiteral("<Override PartName=\"/%1%2\" ContentType=\"application/"
+                                     "vnd.openxmlformats-officedocument.spreadsheetml.worksheet+xml\"/>")
+                          .arg(p.folder, target));
+    const QString sheet = QStringLiteral("<%1sheet name=\"%2\" sheetId=\"%3\" %4:id=\"%5\"/>")
+                              .arg(p.sheetPrefix, t.def.name.toHtmlEscaped())
+                              .arg(p.nextSheetId++)
+                              .arg(p.relPrefix, rid);
+    if (!insertBeforeClose(p.wb, QStringLiteral("sheets"), sheet)) {
+        *error = QStringLiteral("the workbook part has no list of sheets");
+        return false;
+    }
+    if (!validDefinedName(t.def.name))
+        return true;
+    const QString name = QStringLiteral("<%1definedName name=\"%2\">%3</%1definedName>")
+                             .arg(p.sheetPrefix, t.def.name.toHtmlEscaped(), areaFormula(t).toHtmlEscaped());
+    if (!insertBeforeClose(p.wb, QStringLiteral("definedNames"), name)) {
+        // The list of names comes right after the list of sheets.
+        const auto m = QRegularExpression(QStringLiteral("</(\\w+:)?sheets>")).match(p.wb);
+        p.wb.insert(m.capturedEnd(),
+                    QStringLiteral("<%1definedNames>%2</%1definedNames>").arg(p.sheetPrefix, name));
+    }
+    return true;
+}
+
+} // namespace
+
+bool addSheetsToWorkbook(ZipArchive& zip, const QString& workbookPart,
+                         const QList<XlsxDriver::Building>& tables, QString* error) {
+    WorkbookParts p;
+    if (!loadParts(zip, workbookPart, &p, error) || !declareRelationshipPrefix(p, error))
+        return false;
+    bool needDates = false;
+    for (const auto& t : tables)
+        needDates = needDates || tableHasDates(t);
+    if (needDates && !addDateFormats(zip, p, error))
+        return false;
+    for (const auto& t : tables)
+        if (!addSheet(zip, p, t, error))
+            return false;
+    zip.put(p.workbookPart, p.wb.toUtf8());
+    zip.put(p.relsPart, p.rels.toUtf8());
+    zip.put(QStringLiteral("[Content_Types].xml"), p.types.toUtf8());
+    return true;
+}
+
+// ---------------------------------------------------------------------------------------------
+// The driver
+
+bool XlsxDriver::open(const QString& path, bool forWriting) {
+    path_ = path;
+    building_.clear();
+    book_.reset();
+    if (!QFile::exists(path)) {
+        if (forWriting)
+            return true;
+        setForeignError(engine_error::kCannotOpen, QStringLiteral("Cannot open the file '%1'.").arg(path));
+        return false;
+    }
+    QString error;
+    book_ = XlsxBook::load(path, &error);
+    if (!book_) {
+        setForeignError(engine_error::kCannotOpen,
+                        QStringLiteral("Cannot open the file '%1': %2.").arg(path, error));
+        return false;
+    }
+    return true;
+}
+
+bool XlsxDriver::hasTable(const QString& name) {
+    for (const auto& b : building_)
+        if (b.def.name.compare(name, Qt::CaseInsensitive) == 0)
+            return true;
+    if (!book_)
+        return false;
+    return book_->hasDefinedName(name) || book_->sheetNames().contains(name, Qt::CaseInsensitive);
+}
+
+bool XlsxDriver::createTable(const TableDef& def) {
+    if (!validSheetName(def.name)) {
+        setForeignError(
+            engine_error::kInvalidName,
+            QStringLiteral("'%1' is not a valid name: a sheet's name has 1 to 31 characters and none of "
+                           "[ ] : * ? / \\.")
+                .arg(def.name));
+        return false;
+    }
+    if (hasTable(def.name)) {
+        setForeignError(engine_error::kTableExists,
+                        QStringLiteral("Table '%1' already exists.").arg(def.name));
+        return false;
+    }
+    if (def.fields.size() > 16384) {
+        setForeignError(engine_error::kTooLarge,
+                        QStringLiteral("A worksheet has no more than 16384 columns."));
+        return false;
+    }
+    building_ << Building{def, {}};
+    return true;
+}
+
+bool XlsxDriver::appendRows(const QString& table, const CellArray& rows) {
+    Building* b = nullptr;
+    for (auto& candidate : building_)
+        if (candidate.def.name.compare(table, Qt::CaseInsensitive) == 0)
+            b = &candidate;
+    if (!b) {
+        setForeignError(
+            engine_error::kNotWritable,
+            QStringLiteral("Cannot update '%1'; the range was not made in this session.").arg(table));
+        return false;
+    }
+    if (!rowsFitFields(rows, static_cast<int>(b->def.fields.size())))
+        return false;
+    const int n = rows.rank() == 2 ? rows.size(0) : 0;
+    if (b->rows.size() + n >= 1048576) {
+        setForeignError(engine_error::kTooLarge,
+                        QStringLiteral("A worksheet has no more than 1048576 rows."));
+        return false;
+    }
+    for (int i = 0; i < n; ++i) {
+        QList<Cell> row;
+        for (int j = 0; j < rows.size(1); ++j)
+            row << storedValue(b->def.fields[j], rows(rows.lbound(0) + i, rows.lbound(1) + j),
+                               kWorksheetTextLimit);
+        b->rows << row;
+    }
+    return true;
+}
+
+std::optional<ForeignTable> XlsxDriver::readTable(const QString& name) {
+    if (!book_)
+        return std::nullopt;
+    const auto area = book_->findTable(name);
+    if (!area)
+        return std::nullopt;
+    const auto& cells = book_->sheetCells(area->sheet);
+    auto at = [&](int r, int c) { return cells.value({r, c}, Cell::null()); };
+    ForeignTable t;
+    t.name = name;
+    QList<Cell> heading;
+    for (int c = area->col1; c <= area->col2; ++c)
+        heading << at(area->row1, c);
+    t.fieldNames = headingsOf(heading);
+    if (area->row2 > area->row1) {
+        t.rows = CellArray{area->row2 - area->row1, area->col2 - area->col1 + 1};
+        for (int r = area->row1 + 1; r <= area->row2; ++r)
+            for (int c = area->col1; c <= area->col2; ++c)
+                t.rows(r - area->row1 - 1, c - area->col1) = at(r, c);
+    }
+    return t;
+}
+
+bool XlsxDriver::close() {
+    if (building_.isEmpty())
+        return true;
+    QString error;
+    bool ok;
+    if (!book_) {
+        ok = writeNewWorkbook(path_, building_, &error);
+    } else {
+        ZipArchive zip = book_->archive();
+        ok = addSheetsToWorkbook(zip, book_->workbookPart(), building_, &error) && zip.write(path_, &error);
+    }
+    building_.clear();
+    if (!ok)
+        setForeignError(engine_error::kCannotOpen,
+                        QStringLiteral("Cannot write '%1': %2.").arg(path_, error));
+    return ok;
+}
+
+} // namespace vesk

@@ -1,0 +1,68 @@
+#include "shell/time_log.h"
+
+#include "platform/runtime.h"
+#include "shell/settings.h"
+
+#include <QDateTime>
+#include <QTextStream>
+
+namespace vesk {
+
+QString timePhaseLiteral(TimePhase phase) {
+    switch (phase) {
+    case TimePhase::LoadPopulation:
+        return QStringLiteral("Loading population and Mortality data to Memory...  =  ");
+    case TimePhase::LoadCauseOfDeath:
+        return QStringLiteral("Loading Cause of Death data into Memory... =  ");
+    case TimePhase::LoadEpidemiological:
+        return QStringLiteral("Loading Epidemiological Data into Memory...  =  ");
+    case TimePhase::Compute:
+        return QStringLiteral("Computing YLD,YLL,DALY... =  ");
+    case TimePhase::StoreYLD:
+        return QStringLiteral("Storing YLD Results into Table... =  ");
+    case TimePhase::StoreYLL:
+        return QStringLiteral("Storing YLL Results into Table... =  ");
+    case TimePhase::StoreDALY:
+        return QStringLiteral("Storing DALY Results into Table... =  ");
+    }
+    return {};
+}
+
+QString timeLogPath() {
+    return settings().StatOutPath + QStringLiteral("Time.stp");
+}
+
+TimeLog::TimeLog(std::function<double()> seconds) : seconds_(std::move(seconds)) {
+    clock_.start();
+    if (!seconds_)
+        seconds_ = [this] { return clock_.elapsed() / 1000.0; };
+}
+
+TimeLog::~TimeLog() {
+    finish();
+}
+
+bool TimeLog::start() {
+    file_.setFileName(timeLogPath());
+    if (!file_.open(QIODevice::Append))
+        return false;
+    const QDateTime now = QDateTime::currentDateTime();
+    QTextStream(&file_) << "Start Application  = [Date: " << now.toString(QStringLiteral("dd/MM/yyyy"))
+                        << " And Time: " << now.toString(QStringLiteral("HH:mm:ss")) << " ]\r\n";
+    last_ = seconds_();
+    return true;
+}
+
+void TimeLog::phase(TimePhase phase) {
+    const double now = seconds_();
+    if (file_.isOpen())
+        QTextStream(&file_) << timePhaseLiteral(phase) << numberToText(roundHalfEven(now - last_)) << "\r\n";
+    last_ = now;
+}
+
+void TimeLog::finish() {
+    if (file_.isOpen())
+        file_.close();
+}
+
+} // namespace vesk

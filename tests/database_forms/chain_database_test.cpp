@@ -1,0 +1,159 @@
+// The program started on real study files: the loading chain runs the structure check and the
+// loaders of the study database, and File -> New makes a file and leads into Study Setup.
+
+#include "database/chk_db_stru.h"
+#include "database/database_backend.h"
+#include "database/db_create.h"
+#include "database/study_context.h"
+#include "frame_fixture.h"
+#include "shell/forms/frm_shw_cnt_mem.h"
+#include "shell/forms/menu_commands.h"
+#include "shell/settings.h"
+
+#include <QDir>
+#include <QMdiArea>
+#include <QMdiSubWindow>
+#include <QtTest>
+
+using namespace vesk;
+using namespace vesk::test;
+
+class ChainDatabaseTest : public QObject {
+    Q_OBJECT
+
+private:
+    DatabaseStudyBackend backend;
+    QList<bool> setupOpened;
+
+    void start() {
+        resetGlobals();
+        studyContext() = StudyContext{};
+        setStudyBackend(&backend);
+        setStudySetupOpener([this](FRMMAINMENU&, bool newDatabase) { setupOpened << newDatabase; });
+        registerRunLogViewers();
+        setupOpened.clear();
+    }
+    static QString studyFile(const ProgramFolder& folder, const QString& name = QStringLiteral("vesk.vdb")) {
+        return QDir(folder.work()).filePath(name);
+    }
+    static void fill(const QString& file, const QList<std::pair<QString, QVariantList>>& rows) {
+        QString error;
+        auto db = DbConnection::open(file, &error);
+        QVERIFY2(db, qPrintable(error));
+        for (const auto& [sql, values] : rows) {
+            QSqlError e;
+            QVERIFY2(db->exec(sql, values, &e), qPrintable(sql + ": " + e.text()));
+        }
+    }
+    // A file with a current study that has everything the chain loads.
+    static void fillStudy(const QString& file) {
+        fill(file,
+             {
+                 {"INSERT INTO _DctBDS (BDSId, Year, BDSTi, PAGSch, Slct) VALUES (?, ?, ?, ?, ?)",
+                  {"S1", 2001, "National", "SCH", 1}},
+                 {"INSERT INTO _DfnBPUPAGDscrptrs (PAGSch, BPU, PAG1, PAG2) VALUES (?, ?, ?, ?)",
+                  {"SCH", "District", "Province", "Nation"}},
+                 {"ALTER TABLE _DctBDM ADD COLUMN S1 BOOLEAN", {}},
+                 {"INSERT INTO _DctBDM (CobCd, Sqla, S1) VALUES (?, ?, ?)", {"A01", 0, 1}},
+                 {"INSERT INTO _DctBPU (BDSId, BPUID, Prty, PAG1Id) VALUES (?, ?, ?, ?)",
+                  {"S1", "U1", 1, "P1"}},
+                 {"INSERT INTO _DctPAG1 (BDSId, PAG1Id) VALUES (?, ?)", {"S1", "P1"}},
+                 {"INSERT INTO _DfnAgeGrps (BDSId, YLL, YLD, PND) VALUES (?, ?, ?, ?)", {"S1", 0, 0, 0}},
+             });
+    }
+
+private slots:
+    void init() { start(); }
+    void cleanup() {
+        resetGlobals();
+        setStudySetupOpener({});
+        studyContext() = StudyContext{};
+    }
+
+    void aSoundStudyLoadsWithoutAWord() {
+        ProgramFolder folder;
+        folder.writeStp();
+        QString error;
+        QVERIFY2(createStudyFile(studyFile(folder), &error), qPrintable(error));
+        fillStudy(studyFile(folder));
+        RunningProgram program(folder);
+        QVERIFY(program.waitForFrame());
+        QVERIFY(program.waitForChain());
+        QVERIFY2(program.prompts.messages().isEmpty(), qPrintable(program.prompts.messages().join('\n')));
+        QVERIFY(program.frame().chain().DBStruOK());
+        QVERIFY2(stateMismatch(program.frame(), MenuState::Ready).isEmpty(),
+                 qPrintable(stateMismatch(program.frame(), MenuState::Ready)));
+        QCOMPARE(program.frame().menuCaption("mnu_pag2"), QString("Nation"));
+        QCOMPARE(program.frame().menuCaption("mnu_bpu"), QString("District"));
+        QCOMPARE(program.frame().menuCaption("mnu_Pag1Results"), QString("Province"));
+        QCOMPARE(studyContext().CurBDSId, QString("S1"));
+        QVERIFY(studyContext().VctrBPULst.isArray());
+        QVERIFY(studyContext().MtxCobCd.isArray());
+        QCOMPARE(studyContext().StudyDB->path(), studyFile(folder));
+    }
+
+    void aSequelaWithoutMapEndsWithTheOfferOfErrors() {
+        ProgramFolder folder;
+        folder.writeStp();
+        QString error;
+        QVERIFY2(createStudyFile(studyFile(folder), &error), qPrintable(error));
+        fillStudy(studyFile(folder));
+        fill(studyFile(folder), {{"UPDATE _DctBDM SET Sqla = 1", {}}});
+        RunningProgram program(folder);
+        program.prompts.answer(Answer::Yes);
+        QVERIFY(program.waitForFrame());
+        QVERIFY(program.waitForChain());
+        QCOMPARE(program.prompts.messages(),
+                 QStringList({"An error occured during Initalization of Vesk Data, do you wish to view it"}));
+        const auto windows = program.frame().mdiArea()->subWindowList();
+        QCOMPARE(windows.size(), 1);
+        QCOMPARE(windows[0]->widget()->objectName(), QString("frmgridtest"));
+        QVERIFY(studyContext().MtxCobCd.isArray());
+        QVERIFY(studyContext().MtxCobCd.array()(0, 1).isEmpty());
+    }
+
+    void aFileChangedByHandStandsAsBadDatabase() {
+        ProgramFolder folder;
+        folder.writeStp();
+        QString error;
+        QVERIFY2(createStudyFile(studyFile(folder), &error), qPrintable(error));
+        fill(studyFile(folder), {{"DROP TABLE UserComments", {}}});
+        RunningProgram program(folder);
+        QVERIFY(program.waitForFrame());
+        QVERIFY(program.waitForChain());
+        QCOMPARE(
+            program.prompts.messages(),
+            QStringList({"The table UserComments is not present in the VESK Database. Please update the VESK "
+                         "Database and run the application."}));
+        QVERIFY(!program.frame().chain().DBStruOK());
+        QVERIFY(!program.frame().isMenuEnabled("mnu_Compute"));
+        QVERIFY(QFile::exists(folder.stat() + "vskstru.log"));
+    }
+
+    void fileNewMakesAFileAndLeadsIntoStudySetup() {
+        ProgramFolder folder;
+        folder.writeStp();
+        QString error;
+        QVERIFY2(createStudyFile(studyFile(folder), &error), qPrintable(error));
+        fillStudy(studyFile(folder));
+        RunningProgram program(folder);
+        QVERIFY(program.waitForFrame());
+        QVERIFY(program.waitForChain());
+        const QString fresh = studyFile(folder, "fresh.vdb");
+        program.prompts.fileAnswer(fresh);
+        program.frame().item("mnu_New")->trigger();
+        QVERIFY(program.waitForChain());
+        QVERIFY2(program.prompts.messages().isEmpty(), qPrintable(program.prompts.messages().join('\n')));
+        QVERIFY(QFile::exists(fresh));
+        QCOMPARE(folder.stpValue("OBJECT="), QString("fresh.vdb"));
+        QCOMPARE(preferences().txtVESKObj, QString("fresh.vdb"));
+        // Study Setup opens for a first study, on the new file.
+        QCOMPARE(setupOpened, QList<bool>({true}));
+        QVERIFY(studyContext().StudyDB);
+        QCOMPARE(studyContext().StudyDB->path(), fresh);
+        QVERIFY(checkDatabaseStructure(fresh).passed());
+    }
+};
+
+QTEST_MAIN(ChainDatabaseTest)
+#include "chain_database_test.moc"

@@ -1,0 +1,108 @@
+// Each kind writes an array of texts, whole numbers, fractions, dates, Booleans, empty cells and
+// text beyond ASCII, and reads it back. What a kind cannot hold is stated where it differs.
+
+#include "inputs/foreign_file.h"
+#include "test_support.h"
+
+#include <QFile>
+
+using namespace vesk;
+using vesk::test::dump;
+using vesk::test::table;
+
+namespace {
+
+const QString kWide = QStringLiteral("Zoë — ünïcode 中文");
+const double kNoon = dateSerial(QDateTime(QDate(2021, 6, 30), QTime(12, 30)));
+const double kDay1 = dateSerial(QDate(2020, 1, 5));
+const double kDay2 = dateSerial(QDate(2021, 6, 30));
+const QStringList kNames{"Name", "Count", "Big", "Rate", "Day", "Flag", "Note"};
+
+CellArray sample() {
+    return table({
+        {Cell("Tuberculosis"), Cell(12), Cell(100000), Cell(0.125), Cell::date(kDay1), Cell::boolean(true),
+         Cell(kWide)},
+        {Cell("Malaria"), Cell(-3), Cell(-70000), Cell(3.14159265358979), Cell::date(kNoon),
+         Cell::boolean(false), Cell()},
+        {Cell(), Cell(0), Cell(0), Cell(1e-7), Cell(), Cell(), Cell("plain")},
+    });
+}
+
+// What the typed kinds give back: an Empty cell is a field without a value, Null.
+CellArray typedBack() {
+    CellArray a = sample();
+    for (std::size_t k = 0; k < a.count(); ++k)
+        if (a.flat(k).isEmpty())
+            a.flat(k) = Cell::null();
+    return a;
+}
+
+class RoundTrip : public vesk::test::ScratchTest {
+protected:
+    // relTol 0: equal to the last bit.
+    void roundTrip(const QString& file, const QString& tableName, const CellArray& expected,
+                   const QStringList& expectedNames, double relTol = 0.0) {
+        ASSERT_TRUE(FnWriteArrFile(sample(), path(file), tableName, kNames))
+            << lastForeignError().description.toStdString();
+        QStringList names;
+        const CellArray back = FnReadArrFile(path(file), tableName, &names);
+        EXPECT_EQ(names, expectedNames);
+        EXPECT_TRUE(vesk::test::sameTable(back, expected, relTol));
+    }
+};
+
+} // namespace
+
+TEST_F(RoundTrip, DatabaseTableKeepsEverything) {
+    roundTrip("study.vdb", "Sample", typedBack(), kNames);
+}
+
+TEST_F(RoundTrip, MdbPathIsADatabaseTableToo) {
+    roundTrip("old.mdb", "Sample", typedBack(), kNames);
+}
+
+// The workbook writer puts numbers down with 16 significant digits: a time of day may move in its
+// seventeenth.
+TEST_F(RoundTrip, ExcelWorkbookKeepsEverything) {
+    roundTrip("book.xlsx", "Sample", typedBack(), kNames, 1e-15);
+}
+
+// Lotus has no logical cells: True and False come back as the numbers 1 and 0.
+TEST_F(RoundTrip, LotusWorksheetKeepsAllButBooleans) {
+    CellArray expected = typedBack();
+    expected(0, 5) = Cell(1);
+    expected(1, 5) = Cell(0);
+    roundTrip("sheet.wk1", "SAMPLE", expected, kNames);
+}
+
+// dBase dates hold the day only; an empty text and an empty cell are the same blank field.
+TEST_F(RoundTrip, DbaseTableKeepsAllButTheTimeOfDay) {
+    CellArray expected = typedBack();
+    expected(1, 4) = Cell::date(kDay2);
+    roundTrip("sample.dbf", "ignored", expected, kNames);
+    EXPECT_TRUE(QFile::exists(path("sample.cpg")))
+        << "text beyond Windows-1252 is UTF-8, named in a .cpg file";
+}
+
+// A text file holds texts: every value comes back as its text, an empty cell as an empty text;
+// there is no row of field names.
+TEST_F(RoundTrip, TextFileGivesTextsBack) {
+    const CellArray expected = table({
+        {Cell("Tuberculosis"), Cell("12"), Cell("100000"), Cell("0.125"), Cell("2020-01-05"), Cell("True"),
+         Cell(kWide)},
+        {Cell("Malaria"), Cell("-3"), Cell("-70000"), Cell("3.14159265358979"), Cell("2021-06-30 12:30:00"),
+         Cell("False"), Cell("")},
+        {Cell(""), Cell("0"), Cell("0"), Cell("1E-07"), Cell(""), Cell(""), Cell("plain")},
+    });
+    roundTrip("sample.txt", QString(), expected, {});
+    QFile f(path("sample.txt"));
+    ASSERT_TRUE(f.open(QIODevice::ReadOnly));
+    EXPECT_TRUE(f.readAll().startsWith("Tuberculosis;12;100000;0.125;2020-01-05;True;Zo\xC3\xAB"));
+}
+
+TEST_F(RoundTrip, LegacyExcelIsReadOnly) {
+    EXPECT_FALSE(FnWriteArrFile(sample(), path("book.xls"), "Sample", kNames));
+    EXPECT_EQ(lastForeignError().number, 3027);
+    EXPECT_TRUE(lastForeignError().description.contains(".xlsx"));
+    EXPECT_FALSE(QFile::exists(path("book.xls")));
+}

@@ -7,6 +7,7 @@
 #include "platform/prompts.h"
 #include "shell/error_store.h"
 #include "shell/menu_state.h"
+#include "study/asg_labels.h"
 
 namespace vesk {
 
@@ -67,12 +68,13 @@ void StudyContext::InitAgeGrps(const QString& bdsId, Cell& arrAgeDfn) {
             if (c.isNull())
                 c = Cell(QString());
     arrAgeDfn = matrix(rows, 3);
-    // VctrYLLAsg and VctrYLDAsg (the age-sex group labels of modes 0 and 1) are built from these rows
-    // by the age-sex groups; until that is in place they stay as they are.
-    QList<Cell> pnd;
-    for (const auto& row : rows)
-        pnd.push_back(row[2]);
-    VctrPNDAge = vector(pnd);
+    // The age-sex group labels of the YLL and YLD sets, and the PND column, rebuilt at every load.
+    CellArray yll, yld, pnd;
+    if (!buildAgeGroupVectors(arrAgeDfn.array(), yll, yld, pnd))
+        return; // ASGDfn has shown why; the former vectors stay
+    VctrYLLAsg = Cell(std::move(yll));
+    VctrYLDAsg = Cell(std::move(yld));
+    VctrPNDAge = Cell(std::move(pnd));
 }
 
 QString StudyContext::studyColumn() {

@@ -203,8 +203,16 @@ QString formatNumber(double value, const QString& picture) {
     if (point >= 0)
         for (int i = point + 1; i < picture.size() && (picture[i] == u'0' || picture[i] == u'#'); ++i)
             ++decimals;
-    const bool thousands = picture.left(point < 0 ? picture.size() : point).contains(u',');
+    const QString integerPicture = picture.left(point < 0 ? picture.size() : point);
+    const bool thousands = integerPicture.contains(u',');
     QString s = formatFixed(value, decimals);
+    // With no "0" before the point the integer digits are optional: 0.5 in "##.00" is ".50".
+    if (point >= 0 && !integerPicture.contains(u'0')) {
+        if (s.startsWith(QLatin1String("0.")))
+            s.remove(0, 1);
+        else if (s.startsWith(QLatin1String("-0.")))
+            s.remove(1, 1);
+    }
     if (!thousands)
         return s;
     const bool negative = s.startsWith(u'-');

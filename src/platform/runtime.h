@@ -25,7 +25,8 @@ double roundHalfEven(double value, int digits = 0);
 QString formatFixed(double value, int decimals);
 
 // A numeric format picture such as "0", "0.00", "#,##0.000": the decimals are the zeros after the
-// point, and a "," in the integer part asks for thousands separators.
+// point, and a "," in the integer part asks for thousands separators. An integer part of "#" only
+// makes its digits optional, so that 0.5 in "##.00" is ".50".
 QString formatNumber(double value, const QString& picture);
 
 // Rounding to single precision, where a computation stores an intermediate in a single float.

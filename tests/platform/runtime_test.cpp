@@ -50,6 +50,11 @@ TEST(Format, FixedDecimalsTiesAwayFromZero) {
     EXPECT_EQ(formatNumber(1234567.891, "#,##0.00"), "1,234,567.89");
     EXPECT_EQ(formatNumber(0.5, "0.000"), "0.500");
     EXPECT_EQ(formatNumber(-1234.5, "#,##0"), "-1,235");
+    // Optional integer digits: no leading zero before the point.
+    EXPECT_EQ(formatNumber(0.5, "##.00"), ".50");
+    EXPECT_EQ(formatNumber(-0.25, "##.0"), "-.3");
+    EXPECT_EQ(formatNumber(12.345, "##.00"), "12.35");
+    EXPECT_EQ(formatNumber(123.4, "##.0"), "123.4");
 }
 
 TEST(Numbers, PrintedAsTheRuntimeDoes) {

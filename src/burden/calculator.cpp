@@ -1,0 +1,282 @@
+#include "burden/calculator.h"
+
+#include "burden/calculator_texts.h"
+#include "burden/kernel.h"
+#include "platform/prompts.h"
+#include "platform/runtime.h"
+#include "shell/settings.h"
+#include "study/array_helpers.h"
+#include "study/asg_labels.h"
+
+#include <exception>
+
+namespace vesk {
+
+namespace ct = calculator_texts;
+
+namespace {
+
+QString tr(const char* text) {
+    return QString::fromLatin1(text);
+}
+
+void say(const char* text, const char* title = nullptr, Icon icon = Icon::Warning) {
+    prompts().ask(tr(text), Buttons::Ok, icon, title ? tr(title) : QString());
+}
+
+float single(const QString& text) {
+    return toSingle(Val(text));
+}
+
+} // namespace
+
+const CalculatorTaskInfo& calculatorTaskInfo(CalculatorTask task) {
+    static const CalculatorTaskInfo yll{
+        ct::kYllCaption, ct::kYllTitle, {tr(ct::kDeaths), tr(ct::kAgeAtDeath)}, ct::kYllPrefix};
+    static const CalculatorTaskInfo iyld{
+        ct::kIyldCaption,
+        ct::kYldTitle,
+        {tr(ct::kAgeAtOnset), tr(ct::kDuration), tr(ct::kDisabilityWeight), tr(ct::kIncidentCases)},
+        ct::kIyldPrefix};
+    static const CalculatorTaskInfo pyld{
+        ct::kPyldCaption,
+        ct::kYldTitle,
+        {tr(ct::kPrevalentCases), tr(ct::kDisabilityWeight), tr(ct::kAgeOfPrevalentCases)},
+        ct::kPyldPrefix};
+    switch (task) {
+    case CalculatorTask::Iyld:
+        return iyld;
+    case CalculatorTask::Pyld:
+        return pyld;
+    default:
+        return yll;
+    }
+}
+
+QString calculatorResultHead(const QString& prefix, const DapValues& dap) {
+    return prefix + u'[' + dap.r + u',' + dap.K + u']';
+}
+
+const CellArray* calculatorLifeTable() {
+    switch (settings().LifeTblType) {
+    case 2:
+        if (!preferences().userLifeTableLoaded || preferences().userLifeTable.rank() == 0) {
+            say(ct::kNoUserLifeTable, ct::kLifeTableTitle);
+            return nullptr;
+        }
+        return &preferences().userLifeTable;
+    case 3:
+        return &settings().MtxLTSWHO;
+    default:
+        return &settings().MtxLTSKRO;
+    }
+}
+
+// ---------------------------------------------------------------------------------------------
+// Build
+
+std::optional<QStringList> calculatorLabels(const QStringList& ages) {
+    CellArray boundaries({static_cast<int>(ages.size()), 1});
+    for (int i = 0; i < ages.size(); ++i)
+        boundaries(i, 0) = Cell(ages[i]);
+    CellArray labels;
+    if (!ASGDfn(boundaries, 0, labels) || labels.rank() != 1)
+        return std::nullopt;
+    QStringList out;
+    for (int i = labels.lbound(0); i <= labels.ubound(0); ++i)
+        out.push_back(labels(i).toString());
+    return out;
+}
+
+bool buildCalculator(CalculatorTask task, const AgeDefModel& ageDef, CalcDataModel& data) {
+    const QStringList ages = ageDef.ages();
+    if (ages.isEmpty()) {
+        say(ct::kFillAgeDefinition);
+        return false;
+    }
+    const auto labels = calculatorLabels(ages);
+    if (!labels) {
+        say(ct::kUnexpectedError, nullptr, Icon::Critical);
+        return false;
+    }
+    const CalculatorTaskInfo& info = calculatorTaskInfo(task);
+    data.build(tr(info.title), *labels, info.inputHeads);
+    return true;
+}
+
+// ---------------------------------------------------------------------------------------------
+// Readers
+
+bool ageInGroup(const QString& label, double age) {
+    if (age < FnAsgStart(label))
+        return false;
+    const Cell end = FnAsgEnd(label);
+    if (end.isText())
+        return true; // "W": the open end
+    return age < end.toDouble();
+}
+
+namespace {
+
+// The age of column `input` of each row, none when blank; nullopt when one lies outside its group.
+std::optional<std::vector<std::optional<float>>> readAges(const CalcDataModel& data, int input,
+                                                          const char* refusal) {
+    std::vector<std::optional<float>> out;
+    for (int row = 0; row < data.rowCount(); ++row) {
+        const QString text = data.inputText(row, input);
+        if (text.trimmed().isEmpty()) {
+            out.emplace_back();
+            continue;
+        }
+        const float a = single(text);
+        if (!ageInGroup(data.labels().at(row), a)) {
+            say(refusal);
+            return std::nullopt;
+        }
+        out.emplace_back(a);
+    }
+    return out;
+}
+
+} // namespace
+
+std::optional<std::vector<std::optional<float>>> BuildAGD(const CalcDataModel& data, int input) {
+    return readAges(data, input, ct::kBadAgd);
+}
+
+std::vector<float> BuildDBC(const CalcDataModel& data, int input) {
+    std::vector<float> out;
+    for (int row = 0; row < data.rowCount(); ++row)
+        out.push_back(single(data.inputText(row, input)));
+    return out;
+}
+
+std::optional<std::vector<YldRow>> BuildADW(CalculatorTask task, const CalcDataModel& data) {
+    // Columns: IYLD age at onset, duration, weight, cases; PYLD cases, weight, age.
+    const bool prevalence = task == CalculatorTask::Pyld;
+    const int ageColumn = prevalence ? 2 : 0;
+    const auto ages = readAges(data, ageColumn, ct::kBadOnset);
+    if (!ages)
+        return std::nullopt;
+    std::vector<YldRow> out;
+    for (int row = 0; row < data.rowCount(); ++row) {
+        YldRow r;
+        r.a = (*ages)[row];
+        if (prevalence) {
+            r.N = single(data.inputText(row, 0));
+            r.D = single(data.inputText(row, 1));
+        } else {
+            r.L = single(data.inputText(row, 1));
+            r.D = single(data.inputText(row, 2));
+            r.N = single(data.inputText(row, 3));
+        }
+        out.push_back(r);
+    }
+    return out;
+}
+
+// ---------------------------------------------------------------------------------------------
+// Arithmetic
+
+std::vector<Cell> CalYllCalculator(const QStringList& labels, const std::vector<std::optional<float>>& ages,
+                                   const std::vector<float>& deaths, const DapValues& dap,
+                                   const CellArray& lifeTable) {
+    const float r = single(dap.r);
+    const float K = single(dap.K);
+    const Cell Beta(dap.Beta);
+    const Cell C(dap.C);
+    std::vector<Cell> out;
+    for (std::size_t row = 0; row < ages.size(); ++row) {
+        if (!ages[row]) {
+            out.push_back(Cell::null());
+            continue;
+        }
+        const float a = *ages[row];
+        const QString sex = labels.at(static_cast<int>(row)).trimmed().left(1).toUpper();
+        const float L = FnLifeExpAt(lifeTable, a, sex);
+        const double perDeath = FnYLLF(a, L, r, K, Beta, C);
+        out.push_back(Cell(deaths[row] * perDeath));
+    }
+    return out;
+}
+
+std::vector<Cell> CalIyld(const std::vector<YldRow>& rows, const DapValues& dap) {
+    const float r = single(dap.r);
+    const float K = single(dap.K);
+    std::vector<Cell> out;
+    for (const YldRow& row : rows) {
+        if (!row.a)
+            out.push_back(Cell::null());
+        else
+            out.push_back(Cell(
+                static_cast<double>(FnlYLD(*row.a, row.L, row.D, r, K, Cell(dap.Beta), Cell(dap.C), row.N))));
+    }
+    return out;
+}
+
+std::vector<Cell> CalPyld(const std::vector<YldRow>& rows, const DapValues& dap) {
+    const float K = single(dap.K);
+    std::vector<Cell> out;
+    for (const YldRow& row : rows) {
+        if (!row.a)
+            out.push_back(Cell::null());
+        else
+            out.push_back(
+                Cell(static_cast<double>(FnPYLD(*row.a, row.D, K, Cell(dap.Beta), Cell(dap.C), row.N))));
+    }
+    return out;
+}
+
+// ---------------------------------------------------------------------------------------------
+// Compute
+
+namespace {
+
+// CalYllRslt: the ages and deaths of the grid, the life table, and a column per set.
+bool CalYllRslt(const std::vector<DapValues>& sets, CalcDataModel& data) {
+    const auto ages = BuildAGD(data, 1);
+    if (!ages)
+        return false;
+    const std::vector<float> deaths = BuildDBC(data, 0);
+    const CellArray* table = calculatorLifeTable();
+    if (!table)
+        return false;
+    for (const DapValues& dap : sets)
+        data.setResultColumn(calculatorResultHead(tr(ct::kYllPrefix), dap),
+                             CalYllCalculator(data.labels(), *ages, deaths, dap, *table));
+    return true;
+}
+
+bool computeYld(CalculatorTask task, const std::vector<DapValues>& sets, CalcDataModel& data) {
+    const auto rows = BuildADW(task, data);
+    if (!rows)
+        return false;
+    const QString prefix = tr(calculatorTaskInfo(task).resultPrefix);
+    for (const DapValues& dap : sets)
+        data.setResultColumn(calculatorResultHead(prefix, dap),
+                             task == CalculatorTask::Pyld ? CalPyld(*rows, dap) : CalIyld(*rows, dap));
+    return true;
+}
+
+} // namespace
+
+bool computeCalculator(CalculatorTask task, const DapGridModel& dap, CalcDataModel& data) {
+    const std::vector<DapValues> sets = dap.selectedSets();
+    if (sets.empty()) {
+        say(ct::kSelectDap);
+        return false;
+    }
+    if (!data.isBuilt()) {
+        say(ct::kFillAgeDefinition);
+        return false;
+    }
+    try {
+        return task == CalculatorTask::Yll ? CalYllRslt(sets, data) : computeYld(task, sets, data);
+    } catch (const std::exception& e) {
+        prompts().ask(tr(ct::kYllCalculatorError) + QString::fromStdString(e.what()), Buttons::Ok,
+                      Icon::Critical, tr(ct::kYllCalculatorTitle));
+        return false;
+    }
+}
+
+} // namespace vesk

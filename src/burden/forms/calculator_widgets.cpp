@@ -1,0 +1,162 @@
+#include "burden/forms/calculator_widgets.h"
+
+#include "burden/calculator_models.h"
+#include "burden/calculator_texts.h"
+#include "platform/prompts.h"
+#include "shell/settings.h"
+#include "study/age_quick_fill.h"
+#include "study/asg_texts.h"
+#include "study/forms/five_yr_ag.h"
+
+#include <QComboBox>
+#include <QHeaderView>
+#include <QKeyEvent>
+#include <QLineEdit>
+#include <QMenu>
+#include <QPrintDialog>
+#include <QPrinter>
+#include <QPrinterInfo>
+#include <QTableView>
+#include <QTextDocument>
+#include <algorithm>
+
+namespace vesk {
+
+namespace ct = calculator_texts;
+
+CalcCellDelegate::CalcCellDelegate(bool allowW, QString refusal, QObject* parent)
+    : QStyledItemDelegate(parent), allowW_(allowW), refusal_(std::move(refusal)) {}
+
+QWidget* CalcCellDelegate::createEditor(QWidget* parent, const QStyleOptionViewItem& option,
+                                        const QModelIndex& index) const {
+    QWidget* editor = QStyledItemDelegate::createEditor(parent, option, index);
+    if (auto* line = qobject_cast<QLineEdit*>(editor))
+        line->setAlignment(Qt::AlignRight);
+    return editor;
+}
+
+bool CalcCellDelegate::eventFilter(QObject* watched, QEvent* event) {
+    if (event->type() == QEvent::KeyPress) {
+        const QString text = static_cast<QKeyEvent*>(event)->text();
+        if (!text.isEmpty() && text.at(0).isPrint()) {
+            const QChar c = text.at(0);
+            const bool ok = c.isDigit() || c == u'.' || (allowW_ && (c == u'W' || c == u'w'));
+            if (!ok) {
+                if (!refusal_.isEmpty())
+                    prompts().ask(refusal_, Buttons::Ok, Icon::Warning);
+                return true; // the key is not taken
+            }
+        }
+    }
+    return QStyledItemDelegate::eventFilter(watched, event);
+}
+
+void CalcCellDelegate::initStyleOption(QStyleOptionViewItem* option, const QModelIndex& index) const {
+    QStyledItemDelegate::initStyleOption(option, index);
+    if (!(index.flags() & Qt::ItemIsEditable))
+        option->backgroundBrush = option->palette.window();
+}
+
+QTableView* makeCalcGrid(const QString& objectName, QWidget* parent) {
+    auto* view = new QTableView(parent);
+    view->setObjectName(objectName);
+    view->setEditTriggers(QAbstractItemView::AnyKeyPressed | QAbstractItemView::DoubleClicked |
+                          QAbstractItemView::EditKeyPressed);
+    view->setSelectionMode(QAbstractItemView::SingleSelection);
+    view->verticalHeader()->setDefaultSectionSize(view->fontMetrics().height() + 6);
+    view->horizontalHeader()->setHighlightSections(false);
+    view->setAlternatingRowColors(false);
+    return view;
+}
+
+QTableView* makeDapGrid(DapGridModel* model, QWidget* parent) {
+    QTableView* view = makeCalcGrid(QStringLiteral("flexBuiltInDAP"), parent);
+    view->setModel(model);
+    view->setItemDelegate(new CalcCellDelegate(false, QString(), view));
+    view->verticalHeader()->hide();
+    // A click marks a row; no cell stays highlighted as if it were chosen.
+    view->setSelectionMode(QAbstractItemView::NoSelection);
+    QHeaderView* header = view->horizontalHeader();
+    header->setMinimumSectionSize(52);
+    header->setSectionResizeMode(QHeaderView::ResizeToContents);
+    QObject::connect(view, &QTableView::clicked, view, [model](const QModelIndex& index) {
+        if (index.column() == DapGridModel::SelectColumn)
+            model->toggleSelect(index.row());
+    });
+    view->resizeColumnsToContents();
+    const int frame = 2 * view->frameWidth();
+    view->setFixedHeight(header->sizeHint().height() +
+                         model->rowCount() * view->verticalHeader()->defaultSectionSize() + frame);
+    view->setFixedWidth(header->length() + frame);
+    view->setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
+    view->setVerticalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
+    return view;
+}
+
+QTableView* makeAgeDefGrid(const QString& objectName, AgeDefModel* model, QWidget* parent) {
+    QTableView* view = makeCalcGrid(objectName, parent);
+    view->setModel(model);
+    view->setItemDelegate(new CalcCellDelegate(true, QString::fromLatin1(ct::kNotValidEntryAge), view));
+    view->horizontalHeader()->setSectionResizeMode(0, QHeaderView::Stretch);
+    view->setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
+    view->setContextMenuPolicy(Qt::CustomContextMenu);
+    QObject::connect(view, &QWidget::customContextMenuRequested, view, [view, model](const QPoint& at) {
+        QMenu menu(view);
+        QAction* five = menu.addAction(QString::fromLatin1(asg_texts::kFiveAgeGroup));
+        QAction* seven = menu.addAction(QString::fromLatin1(asg_texts::kSevenAgeGroup));
+        QAction* ladder = menu.addAction(QString::fromLatin1(asg_texts::kFiveYearAgeGroup));
+        QAction* chosen = menu.exec(view->viewport()->mapToGlobal(at));
+        if (chosen == five)
+            model->setAges(FiveAgeGroupList());
+        else if (chosen == seven)
+            model->setAges(SevenAgeGroupList());
+        else if (chosen == ladder)
+            if (const auto ages = FiveYrAg::chooseAges(view->window()))
+                model->setAges(*ages);
+    });
+    return view;
+}
+
+QComboBox* makeDecimalsBox(QWidget* parent) {
+    auto* box = new QComboBox(parent);
+    box->setObjectName(QStringLiteral("ID_DecPlcs"));
+    for (int d = 0; d <= 10; ++d)
+        box->addItem(QString::number(d));
+    box->setCurrentIndex(std::clamp(settings().ToolDecPlcs, 0, 10));
+    return box;
+}
+
+void printSheetTo(QPrinter& printer, const CalculatorSheet& sheet) {
+    QTextDocument doc;
+    doc.setHtml(calculatorPrintHtml(sheet));
+    doc.print(&printer);
+}
+
+void printCalculatorSheet(QWidget* parent, const CalculatorSheet& sheet) {
+    if (QPrinterInfo::availablePrinters().isEmpty()) {
+        const auto path =
+            prompts().saveFileName(QStringLiteral("Print to PDF"), QStringLiteral("PDF (*.pdf)"));
+        if (!path)
+            return;
+        QPrinter printer(QPrinter::HighResolution);
+        printer.setOutputFormat(QPrinter::PdfFormat);
+        printer.setOutputFileName(*path);
+        printSheetTo(printer, sheet);
+        return;
+    }
+    QPrinter printer(QPrinter::HighResolution);
+    QPrintDialog dialog(&printer, parent);
+    if (dialog.exec() == QDialog::Accepted)
+        printSheetTo(printer, sheet);
+}
+
+void saveCalculatorSheet(const CalculatorSheet& sheet) {
+    const auto path = prompts().saveFileName(QStringLiteral("Save As"), QStringLiteral("Text Files (*.txt)"));
+    if (!path)
+        return;
+    QString error;
+    if (!writeCalculatorFile(*path, calculatorSaveText(sheet), &error))
+        prompts().ask(error, Buttons::Ok, Icon::Critical, QString::fromLatin1(ct::kTitleVesk));
+}
+
+} // namespace vesk

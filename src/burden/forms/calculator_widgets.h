@@ -1,0 +1,53 @@
+#pragma once
+// The pieces both calculator windows are made of: grid views with their key rules, the parameter
+// grid, the age grid's pop-up of quick-fill lists, the decimals box, and print and save.
+
+#include "burden/calculator_output.h"
+
+#include <QString>
+#include <QStyledItemDelegate>
+
+class QComboBox;
+class QPrinter;
+class QTableView;
+class QWidget;
+
+namespace vesk {
+
+class AgeDefModel;
+class DapGridModel;
+
+// The editor of a grid cell takes only digits and "." (and "W"/"w" when allowed). Any other key
+// shows `refusal` (when not empty) and is not taken. Cells that cannot be edited are shaded.
+class CalcCellDelegate : public QStyledItemDelegate {
+public:
+    CalcCellDelegate(bool allowW, QString refusal, QObject* parent);
+    QWidget* createEditor(QWidget* parent, const QStyleOptionViewItem& option,
+                          const QModelIndex& index) const override;
+    bool eventFilter(QObject* watched, QEvent* event) override;
+
+protected:
+    void initStyleOption(QStyleOptionViewItem* option, const QModelIndex& index) const override;
+
+private:
+    bool allowW_;
+    QString refusal_;
+};
+
+// A grid view as the calculators show them: compact rows, edit on a key or a double click.
+QTableView* makeCalcGrid(const QString& objectName, QWidget* parent);
+// flexBuiltInDAP over its model: a click in "Select" toggles the row.
+QTableView* makeDapGrid(DapGridModel* model, QWidget* parent);
+// AgeDef over its model, with the pop-up "Five Age Group", "Seven Age Group", "Five Year Age Group".
+QTableView* makeAgeDefGrid(const QString& objectName, AgeDefModel* model, QWidget* parent);
+// ID_DecPlcs: 0 to 10, starting at the tools' decimal places of the settings.
+QComboBox* makeDecimalsBox(QWidget* parent);
+
+// mnu_File_Print: to the printer the user chooses, or, where no printer is attached, to a PDF file.
+void printCalculatorSheet(QWidget* parent, const CalculatorSheet& sheet);
+// Lays the sheet out on a printer (or a PDF printer).
+void printSheetTo(QPrinter& printer, const CalculatorSheet& sheet);
+// mnu_File_Save: a text file with ";" between fields, at the name the user gives.
+void saveCalculatorSheet(const CalculatorSheet& sheet);
+
+} // namespace vesk

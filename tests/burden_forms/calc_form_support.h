@@ -1,0 +1,91 @@
+#pragma once
+// Driving the calculators' grids as a user does: open a cell's editor, type, press Enter; click a
+// cell; read what a cell and a head show. And a standard life table of straight lines.
+
+#include "platform/cell_array.h"
+#include "platform/prompts.h"
+#include "shell/error_store.h"
+#include "shell/settings.h"
+
+#include <QAbstractItemView>
+#include <QApplication>
+#include <QHeaderView>
+#include <QLineEdit>
+#include <QTableView>
+#include <QTest>
+
+namespace vesk::test {
+
+inline double femaleE(double x) {
+    return 82.5 - 0.8 * x;
+}
+inline double maleE(double x) {
+    return 80.0 - 0.78 * x;
+}
+
+inline CellArray straightLifeTable() {
+    CellArray t({101, 3});
+    for (int x = 0; x <= 100; ++x) {
+        t(x, 0) = Cell(QString::number(x));
+        t(x, 1) = Cell(QString::number(femaleE(x), 'g', 10));
+        t(x, 2) = Cell(QString::number(maleE(x), 'g', 10));
+    }
+    return t;
+}
+
+// The settings the calculators read, and a clean error store with its log in `statOut`.
+inline void calculatorSettings(const QString& statOut) {
+    settings().StatOutPath = statOut + QStringLiteral("/");
+    settings().MtxLTSKRO = straightLifeTable();
+    settings().LifeTblType = 1;
+    settings().ToolDecPlcs = 2;
+    clearErrorStore();
+}
+
+// Opens the editor of a cell as a double click would, and returns it.
+inline QLineEdit* openEditor(QTableView* view, int row, int column) {
+    const QModelIndex index = view->model()->index(row, column);
+    view->scrollTo(index);
+    view->setCurrentIndex(index);
+    view->edit(index);
+    for (QLineEdit* e : view->viewport()->findChildren<QLineEdit*>())
+        if (e->isVisible())
+            return e;
+    return nullptr;
+}
+
+// Types `text` into a cell and presses Enter; false when no editor opened.
+inline bool typeCell(QTableView* view, int row, int column, const QString& text) {
+    QLineEdit* editor = openEditor(view, row, column);
+    if (!editor)
+        return false;
+    editor->selectAll();
+    QTest::keyClicks(editor, text);
+    QTest::keyClick(editor, Qt::Key_Return);
+    QApplication::processEvents();
+    return true;
+}
+
+inline void clickCell(QTableView* view, int row, int column) {
+    const QModelIndex index = view->model()->index(row, column);
+    view->scrollTo(index);
+    QTest::mouseClick(view->viewport(), Qt::LeftButton, {}, view->visualRect(index).center());
+}
+
+inline QString cellText(QTableView* view, int row, int column) {
+    return view->model()->index(row, column).data().toString();
+}
+
+inline QString head(QTableView* view, int column) {
+    return view->model()->headerData(column, Qt::Horizontal).toString();
+}
+
+// The column of a head, -1 when none.
+inline int columnOf(QTableView* view, const QString& text) {
+    for (int c = 0; c < view->model()->columnCount(); ++c)
+        if (head(view, c) == text)
+            return c;
+    return -1;
+}
+
+} // namespace vesk::test

@@ -1,0 +1,54 @@
+#pragma once
+// Small helpers of the age-sex group tests: arrays from lists, and a prompt service per test.
+
+#include "platform/cell_array.h"
+#include "platform/prompts.h"
+
+#include <QStringList>
+#include <gtest/gtest.h>
+#include <initializer_list>
+#include <ostream>
+#include <vector>
+
+// Readable failures: QString and QStringList as text.
+inline void PrintTo(const QString& s, std::ostream* os) {
+    *os << '"' << s.toStdString() << '"';
+}
+inline void PrintTo(const QStringList& l, std::ostream* os) {
+    *os << '[' << l.join(", ").toStdString() << ']';
+}
+
+namespace vesk::test {
+
+// A boundaries array (rows, 3) with `ages` in column `column` and the other columns blank.
+inline CellArray boundaryColumn(const std::vector<double>& ages, int column = 0) {
+    CellArray b({static_cast<int>(ages.size()), 3});
+    for (int i = 0; i < static_cast<int>(ages.size()); ++i)
+        b(i, column) = Cell(ages[i]);
+    return b;
+}
+
+inline QStringList texts(const CellArray& a) {
+    QStringList out;
+    if (a.rank() != 1)
+        return out;
+    for (int i = a.lbound(0); i <= a.ubound(0); ++i)
+        out.push_back(a(i).toString());
+    return out;
+}
+
+inline CellArray labelArray(const QStringList& labels) {
+    CellArray out({static_cast<int>(labels.size())});
+    for (int i = 0; i < labels.size(); ++i)
+        out(i) = Cell(labels[i]);
+    return out;
+}
+
+// A test with its own scripted prompts installed.
+class PromptedTest : public ::testing::Test {
+protected:
+    ScriptedPrompts prompts_;
+    ScopedPromptService scope_{&prompts_};
+};
+
+} // namespace vesk::test

@@ -1,9 +1,10 @@
 #include "study/population_units.h"
 
-#include "database/sql_tokens.h"
 #include "database/study_context.h"
 #include "platform/prompts.h"
 #include "platform/runtime.h"
+#include "study/array_helpers.h"
+#include "study/asg_data.h"
 #include "study/population_units_texts.h"
 
 #include <QSqlRecord>
@@ -74,30 +75,12 @@ void removeMapPairsOfPAG1(QList<MapPair>& map, const QString& pag1) {
     map.removeIf([&](const MapPair& p) { return p.pag1 == pag1; });
 }
 
-bool FnBpuHasData(const DbConnection& db, const QString& bpuId, const QStringList& tables) {
-    for (const QString& table : tables) {
-        if (!isPlainIdentifier(table))
-            continue;
-        auto q = db.query(
-            QStringLiteral("SELECT 1 FROM %1 WHERE BPUID = ? LIMIT 1").arg(sql::quoteName(table)), {bpuId});
-        if (q && q->next())
-            return true;
-    }
-    return false;
-}
-
 QStringList studyDataTables() {
     QStringList tables;
     for (const QString& t : studyContext().TblNmLst)
         if (!t.isEmpty())
             tables << t;
-    if (tables.isEmpty()) {
-        StudyContext defaults;
-        defaults.InitTblNames();
-        for (const QString& t : defaults.TblNmLst)
-            tables << t;
-    }
-    return tables;
+    return tables.isEmpty() ? asgDataTables() : tables;
 }
 
 QStringList PopulationUnits::sourceStudies(PopLevel level) const {
@@ -268,9 +251,16 @@ bool PopulationUnits::apply(const LevelTerms& terms, const UnitRow& pag2, const 
 }
 
 bool PopulationUnits::deleteBPU(const QString& id, const QStringList& dataTables) const {
+    bool hasData = false;
+    try {
+        hasData = FnBpuHasData(db_.database(), id, dataTables);
+    } catch (const AsgError& error) {
+        prompts().ask(QString::number(error.number()) + u' ' + QString::fromStdString(error.what()));
+        return false;
+    }
     QSqlError e;
     bool ok;
-    if (FnBpuHasData(db_, id, dataTables)) {
+    if (hasData) {
         if (prompts().ask(putext::SureDeleteRow, Buttons::OkCancel, Icon::Question, putext::TitleVesk) !=
             Answer::Ok)
             return false;

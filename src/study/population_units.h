@@ -45,11 +45,8 @@ void setMapPair(QList<MapPair>& map, const QString& bpu, const QString& pag1);
 void removeMapPairOfBPU(QList<MapPair>& map, const QString& bpu);
 void removeMapPairsOfPAG1(QList<MapPair>& map, const QString& pag1);
 
-// Whether the unit has any row in one of the data tables (the context's list of study data
-// tables): true at the first table with a row. A table that is missing counts as no rows.
-bool FnBpuHasData(const DbConnection& db, const QString& bpuId, const QStringList& tables);
-// The data tables of a study as the context lists them (TblNmLst), or its five names when the
-// context has not been loaded.
+// The data tables of a study as the context lists them (TblNmLst), or their five names when the
+// context has not been loaded: the tables whose rows make a unit one "with data".
 QStringList studyDataTables();
 
 class PopulationUnits {
@@ -74,8 +71,9 @@ public:
     bool apply(const LevelTerms& terms, const UnitRow& pag2, const QList<UnitRow>& pag1Rows,
                const QList<UnitRow>& bpuRows, const QList<MapPair>& map) const;
 
-    // Deletes a BPU row. A unit with data asks first and goes from this study alone; a unit
-    // without data goes at once from every study that holds the id. Returns whether it went.
+    // Deletes a BPU row. A unit with data (FnBpuHasData over `dataTables`) asks first and goes from this
+    // study alone; a unit without data goes at once from every study that holds the id. Returns whether it
+    // went.
     bool deleteBPU(const QString& id, const QStringList& dataTables) const;
     // Deletes a PAG1 row after the questions, and with it the study's BPUs under it (their data
     // rows stay). Returns whether it went.

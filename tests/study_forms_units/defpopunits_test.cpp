@@ -206,6 +206,25 @@ private slots:
             QString("1"));
     }
 
+    // The form holds one aggregate of level 2: a copy takes the chosen study's first.
+    void copyingTheLevelTwoAggregateFillsItsIdAndName() {
+        fx->addStudy("S2", 1999, false);
+        fx->exec("INSERT INTO _DctPAG2 (BDSId, PAG2Id, PAG2Name) VALUES ('S2', 'M1', 'Mainland'), "
+                 "('S2', 'M2', 'Islands')");
+        defpopunits form(fx->db, "S1");
+        form.show();
+        QVERIFY(child<QLineEdit>(&form, "txtPAG2Id")->text().isEmpty());
+        child<QRadioButton>(&form, "OptPickPAG2")->click();
+        child<QComboBox>(&form, "cmbPAG2")->setCurrentIndex(0);
+        QCOMPARE(child<QLineEdit>(&form, "txtPAG2Id")->text(), QString("M1"));
+        QCOMPARE(child<QLineEdit>(&form, "txtPAG2Name")->text(), QString("Mainland"));
+        QCOMPARE(fx->value("SELECT count(*) FROM _DctPAG2 WHERE BDSId = 'S1'"), QString("0"));
+        // Defining it afresh empties the fields again.
+        child<QRadioButton>(&form, "OptFreshPAG2")->click();
+        QVERIFY(child<QLineEdit>(&form, "txtPAG2Id")->text().isEmpty());
+        QVERIFY(fx->prompts.messages().isEmpty());
+    }
+
     void aChosenStudyWithoutRowsSaysNoRecords() {
         fx->addStudy("S2", 1999, false);
         fx->exec("INSERT INTO _DctBPU (BDSId, BPUID, BPUName, Prty, PAG1Id) VALUES ('S2', 'B7', 'Seven', 4, "

@@ -1,6 +1,7 @@
 // Population units of a study: copying, the map, Apply in its order, the deletion rules.
 
 #include "database/study_context.h"
+#include "study/asg_data.h"
 #include "study/population_units.h"
 #include "study_units_support.h"
 
@@ -145,7 +146,7 @@ TEST_F(PopulationUnitsTest, CopiedUnitsShareTheirDataWithTheCurrentStudy) {
     studyContext().InitDmgphyPrmtrs("S1", after);
     ASSERT_TRUE(after.isArray());
     EXPECT_EQ(after.array()(0, 0).toString(), QStringLiteral("B7"));
-    EXPECT_TRUE(FnBpuHasData(*db, "B7", {"DatADW", "DatASDR", "DatCSM", "DatDmgphyPrmtrs", "DatPop"}));
+    EXPECT_TRUE(FnBpuHasData(db->database(), "B7", studyDataTables()));
 }
 
 TEST_F(PopulationUnitsTest, TheMapLeavesOutUnitsWhosePAG1HasGone) {

@@ -7,6 +7,7 @@
 #include "platform/prompts.h"
 #include "shell/error_store.h"
 #include "shell/menu_state.h"
+#include "study/asg_labels.h"
 
 namespace vesk {
 
@@ -60,19 +61,22 @@ void StudyContext::InitAgeGrps(const QString& bdsId, Cell& arrAgeDfn) {
     QList<QList<Cell>> rows = rowsOf(*q, 3);
     if (rows.isEmpty()) {
         show(dbtext::NoAgeDefinitions); // the former definitions stay
+        disableMenus(noStudyItems());
         return;
     }
+    for (const QString& item : noStudyItems())
+        menus().setMenuEnabled(item, true);
     for (auto& row : rows)
         for (Cell& c : row)
             if (c.isNull())
                 c = Cell(QString());
     arrAgeDfn = matrix(rows, 3);
-    // VctrYLLAsg and VctrYLDAsg (the age-sex group labels of modes 0 and 1) are built from these rows
-    // by the age-sex groups; until that is in place they stay as they are.
-    QList<Cell> pnd;
-    for (const auto& row : rows)
-        pnd.push_back(row[2]);
-    VctrPNDAge = vector(pnd);
+    // The age-sex group labels of the YLL and YLD sets, and the PND column alone.
+    CellArray yll, yld, pnd;
+    buildAgeGroupVectors(arrAgeDfn.array(), yll, yld, pnd);
+    VctrYLLAsg = yll.rank() > 0 ? Cell(std::move(yll)) : Cell();
+    VctrYLDAsg = yld.rank() > 0 ? Cell(std::move(yld)) : Cell();
+    VctrPNDAge = Cell(std::move(pnd));
 }
 
 QString StudyContext::studyColumn() {

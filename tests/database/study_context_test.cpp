@@ -261,9 +261,21 @@ TEST_F(StudyContextTest, InitAgeGrpsKeepsTheRowsAsStored) {
     ASSERT_TRUE(ctx().VctrPNDAge.isArray());
     EXPECT_EQ(ctx().VctrPNDAge.array().size(), 4);
     EXPECT_EQ(ctx().VctrPNDAge.array()(2).toDouble(), 15);
-    // The age-sex group labels are built by the age-sex groups, not here.
-    EXPECT_TRUE(ctx().VctrYLLAsg.isEmpty());
-    EXPECT_TRUE(ctx().VctrYLDAsg.isEmpty());
+    // The age-sex group labels of the YLL and YLD sets, built from the rows as typed and sorted.
+    ASSERT_TRUE(ctx().VctrYLLAsg.isArray());
+    const CellArray& yll = ctx().VctrYLLAsg.array();
+    ASSERT_EQ(yll.size(), 8);
+    EXPECT_EQ(yll(0).toString(), "F0-4");
+    EXPECT_EQ(yll(1).toString(), "F05-14");
+    EXPECT_EQ(yll(2).toString(), "F1-w");
+    EXPECT_EQ(yll(3).toString(), "F15-0");
+    EXPECT_EQ(yll(7).toString(), "M15-0");
+    ASSERT_TRUE(ctx().VctrYLDAsg.isArray());
+    const CellArray& yld = ctx().VctrYLDAsg.array();
+    ASSERT_EQ(yld.size(), 6);
+    EXPECT_EQ(yld(1).toString(), "F05-0");
+    EXPECT_EQ(yld(5).toString(), "M1-w");
+    EXPECT_TRUE(disabled.isEmpty());
 }
 
 TEST_F(StudyContextTest, AStudyWithoutAgeDefinitionsKeepsTheFormerOnes) {
@@ -274,6 +286,7 @@ TEST_F(StudyContextTest, AStudyWithoutAgeDefinitionsKeepsTheFormerOnes) {
     ctx().ArrAgeDfn = Cell(former);
     ctx().InitAgeGrps(ctx().CurBDSId, ctx().ArrAgeDfn);
     EXPECT_EQ(prompts.messages(), QStringList({"Please define Age definitions for Current Study"}));
+    EXPECT_EQ(disabled, kSixMenus);
     ASSERT_TRUE(ctx().ArrAgeDfn.isArray());
     EXPECT_EQ(ctx().ArrAgeDfn.array()(0, 0).toDouble(), 7);
 }

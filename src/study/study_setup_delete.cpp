@@ -135,6 +135,7 @@ bool fillBuiltInDapGrid(StudyContext& context, GridModel& grid) {
     grid.clear();
     for (int c = 0; c < 5; ++c)
         grid.setTextMatrix(0, c, text(t::kDapColumns[c]));
+    grid.setTextMatrix(0, kDapChoiceColumn, text(t::kDapChoice));
     for (int r = 0; r < rows.size(); ++r) {
         for (int c = 0; c < 5; ++c)
             grid.setTextMatrix(r + 1, c, rows[r][c]);

@@ -56,6 +56,8 @@ inline constexpr const char* kDeleteProceed =
 inline constexpr const char* kBuiltInDap = "Built in DAP Set";
 inline constexpr const char* kAddlDap = "Additional DAP Set for Sensitivity Analysis";
 inline constexpr const char* kDapColumns[5] = {"DAP Id", "r", "K", "Beta", "C"};
+// The heading of the column of "False" or "True".
+inline constexpr const char* kDapChoice = "Select";
 inline constexpr const char* kYetToBeDeveloped = "Yet to be developed";
 
 // Tab "Age Groups".

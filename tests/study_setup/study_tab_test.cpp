@@ -226,9 +226,9 @@ TEST_F(StudyTab, BuiltInParameterSetsStartTheTableAndFillMtxDAP) {
               QStringList({"0|0|0|0|0", "1|0.03|1|0.04|0.1658", "2|0|1|0.04|0.1658", "3|0.03|0|0|0"}));
     ASSERT_EQ(grid.rows(), 5);
     QStringList heads;
-    for (int c = 0; c < 5; ++c)
+    for (int c = 0; c < 6; ++c)
         heads << grid.textMatrix(0, c);
-    EXPECT_EQ(heads, QStringList({"DAP Id", "r", "K", "Beta", "C"}));
+    EXPECT_EQ(heads, QStringList({"DAP Id", "r", "K", "Beta", "C", "Select"}));
     EXPECT_EQ(grid.textMatrix(2, 1), "0.03");
     EXPECT_EQ(grid.textMatrix(2, 4), "0.1658");
     EXPECT_EQ(grid.textMatrix(2, 5), "False");

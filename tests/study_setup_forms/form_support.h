@@ -13,6 +13,7 @@ namespace vesk::test {
 
 // A click on the body cell (row, col) of a grid, counted from the first body row and column.
 inline void clickCell(FlexGridView* view, int row, int col) {
+    QCoreApplication::processEvents(); // a page just shown is laid out first
     const QModelIndex index = view->model()->index(row, col);
     view->scrollTo(index);
     QTest::mouseClick(view->viewport(), Qt::LeftButton, {}, view->visualRect(index).center());

@@ -120,7 +120,8 @@ private:
                 [] { return DEFINESTUDY1::instance() && DEFINESTUDY1::instance()->isVisible(); }))
             return nullptr;
         DEFINESTUDY1* f = DEFINESTUDY1::instance();
-        QTest::qWaitForWindowActive(f);
+        if (!QTest::qWaitForWindowActive(f))
+            qWarning("Study Setup is not the active window");
         return f;
     }
     void shoot(DEFINESTUDY1& f, int tab, const char* name) {

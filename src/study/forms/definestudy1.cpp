@@ -46,7 +46,18 @@ FlexGridView* gridView(QWidget* parent, const char* name, GridModel& model, Flex
     view->setGrid(&model);
     view->setEditStyle(style);
     view->horizontalHeader()->setStretchLastSection(true);
+    view->verticalHeader()->setDefaultSectionSize(22);
+    // The cursor shows in the grid that has the focus only.
+    view->setStyleSheet(QStringLiteral("QTableView:!focus { selection-background-color: transparent; "
+                                       "selection-color: palette(text); }"));
     return view;
+}
+
+bool gridColumnEmpty(const GridModel& g) {
+    for (int r = g.fixedRows(); r < g.rows(); ++r)
+        if (!g.textMatrix(r, 0).isEmpty())
+            return false;
+    return true;
 }
 
 // Twips of the old screen to pixels.
@@ -109,6 +120,9 @@ DEFINESTUDY1::DEFINESTUDY1(bool newDatabase, QWidget* parent)
     connectAgeGroupsTab();
     connectSchemeTab();
     connectCausesTab();
+    // The options that match what the load put on the tabs.
+    OptDisplayAges->setChecked(!gridColumnEmpty(session_->ages.RPTGrid));
+    (session_->scheme.scheme.isEmpty() ? OptNewSchema : OptDisplaySchema)->setChecked(true);
     showSession();
 }
 
@@ -161,6 +175,7 @@ QWidget* DEFINESTUDY1::buildStudyTab() {
     dbgrid2 = gridView(tab, "dbgrid2", session_->dbgrid2, FlexGridView::EditStyle::ReadOnly);
     dbgrid2->setSelectionBehavior(QAbstractItemView::SelectRows);
     dbgrid2->setSelectionMode(QAbstractItemView::SingleSelection);
+    dbgrid2->setStyleSheet(QString()); // the selected study shows at all times
     dbgrid2->verticalHeader()->setFixedWidth(pixels(t::kStudyColumnWidths[0]));
     dbgrid2->horizontalHeader()->setStretchLastSection(false);
     layout->addWidget(dbgrid2, 2, 0, 1, 2);
@@ -178,17 +193,16 @@ QWidget* DEFINESTUDY1::buildStudyTab() {
     addlDap_.setRows(3);
     for (int c = 0; c < 5; ++c)
         addlDap_.setTextMatrix(0, c, text(t::kDapColumns[c]));
+    addlDap_.setTextMatrix(0, 5, text(t::kDapChoice));
     flexAddlDAP = gridView(addl, "flexAddlDAP", addlDap_, FlexGridView::EditStyle::ReadOnly);
     adl->addWidget(flexAddlDAP);
     for (FlexGridView* v : {flexBuiltInDAP, flexAddlDAP}) {
         v->verticalHeader()->setVisible(false);
-        for (int c = 0; c < 6; ++c)
-            v->setColumnWidth(c, 56);
+        v->setMinimumHeight(22 * 5 + 8);
     }
     layout->addWidget(builtIn, 3, 0);
     layout->addWidget(addl, 3, 1);
-    layout->setRowStretch(2, 2);
-    layout->setRowStretch(3, 1);
+    layout->setRowStretch(2, 1);
     return tab;
 }
 
@@ -301,18 +315,19 @@ QWidget* DEFINESTUDY1::buildCausesTab() {
     DbGridCauseGrps =
         gridView(tab, "DbGridCauseGrps", session_->DbGridCauseGrps, FlexGridView::EditStyle::ReadOnly);
     DbGridCauseGrps->verticalHeader()->setVisible(false);
-    DbGridCauseGrps->setColumnWidth(0, 70);
-    DbGridCauseGrps->setColumnWidth(1, 300);
+    DbGridCauseGrps->horizontalHeader()->setStretchLastSection(false);
     layout->addWidget(DbGridCauseGrps, 0, 0, 1, 3);
     cmdSelectAll = named(new QPushButton(text(t::kSelectAll), tab), "cmdSelectAll");
     cmdUnselectAll = named(new QPushButton(text(t::kUnselectAll), tab), "cmdUnselectAll");
     cmdSwap = named(new QPushButton(text(t::kSwap), tab), "cmdSwap");
-    int column = 0;
-    for (QPushButton* b : {cmdSelectAll, cmdUnselectAll, cmdSwap}) {
+    for (QPushButton* b : {cmdSelectAll, cmdUnselectAll, cmdSwap})
         b->setAutoDefault(false);
-        layout->addWidget(b, column < 2 ? 1 + column : 1, column < 2 ? 0 : 1, Qt::AlignLeft);
-        ++column;
-    }
+    // The two long buttons one above the other, Swap beside them.
+    cmdUnselectAll->setMinimumWidth(cmdUnselectAll->sizeHint().width());
+    cmdSelectAll->setMinimumWidth(cmdUnselectAll->sizeHint().width());
+    layout->addWidget(cmdSelectAll, 1, 0);
+    layout->addWidget(cmdUnselectAll, 2, 0);
+    layout->addWidget(cmdSwap, 1, 1, 2, 1, Qt::AlignVCenter | Qt::AlignLeft);
 
     auto* maps = new QGroupBox(tab);
     auto* ml = new QVBoxLayout(maps);
@@ -321,7 +336,6 @@ QWidget* DEFINESTUDY1::buildCausesTab() {
     ml->addWidget(LstSqlacd);
     MsflxdtCobcd = gridView(maps, "MsflxdtCobcd", session_->MsflxdtCobcd, FlexGridView::EditStyle::Direct);
     MsflxdtCobcd->verticalHeader()->setVisible(false);
-    MsflxdtCobcd->setColumnWidth(0, 70);
     MsflxdtCobcd->installEventFilter(this);
     ml->addWidget(MsflxdtCobcd);
     layout->addWidget(maps, 0, 3, 3, 1);

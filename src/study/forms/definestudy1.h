@@ -87,6 +87,7 @@ public slots:
 
 protected:
     void closeEvent(QCloseEvent* event) override;
+    void resizeEvent(QResizeEvent* event) override;
     bool eventFilter(QObject* watched, QEvent* event) override;
 
 private:
@@ -101,6 +102,7 @@ private:
 
     // The widgets from the session's fields, without counting as edits.
     void showSession();
+    void fitGrids();
     void markDirty();
     void applyClicked();
     void tabChanged(int index);

@@ -12,6 +12,7 @@
 
 #include <QCloseEvent>
 #include <QComboBox>
+#include <QHeaderView>
 #include <QKeyEvent>
 #include <QLineEdit>
 #include <QListWidget>
@@ -59,15 +60,31 @@ void DEFINESTUDY1::showSession() {
     for (int r = 1; r < g.rows(); ++r)
         lstYear->addItem(g.textMatrix(r, 1) + QStringLiteral("  ") + g.textMatrix(r, 2) +
                          QStringLiteral("  ") + g.textMatrix(r, 3));
-    const int widths[5] = {t::kStudyColumnWidths[1], t::kStudyColumnWidths[2], t::kStudyColumnWidths[3],
-                           t::kStudyColumnWidths[4], t::kStudyColumnWidths[5]};
-    for (int c = 0; c < 5; ++c)
-        dbgrid2->setColumnWidth(c, widths[c] / 15);
+    fitGrids();
     Txtpagsch->setText(s.scheme.scheme);
     TXTBPU->setText(s.scheme.bpu);
     tXTPAG1->setText(s.scheme.pag1);
     TXTPAG2->setText(s.scheme.pag2);
     showing_ = false;
+}
+
+void DEFINESTUDY1::fitGrids() {
+    if (!dbgrid2 || !DbGridCauseGrps)
+        return; // not built yet
+    // The study grid: the widths of the old screen in twips, never narrower than a heading.
+    const QFontMetrics head(dbgrid2->horizontalHeader()->font());
+    for (int c = 0; c < 5; ++c)
+        dbgrid2->setColumnWidth(c, std::max(t::kStudyColumnWidths[c + 1] / 15,
+                                            head.horizontalAdvance(text(t::kStudyColumns[c])) + 16));
+    for (FlexGridView* v : {flexBuiltInDAP, flexAddlDAP})
+        for (int c = 0; c < 6; ++c)
+            v->setColumnWidth(c, std::max(52, head.horizontalAdvance(QStringLiteral("0.1658")) + 16));
+    // The causes: code and choice fitted, the description takes the rest.
+    ProcAutoFitCols(*DbGridCauseGrps, 16);
+    const int rest = DbGridCauseGrps->viewport()->width() - DbGridCauseGrps->columnWidth(0) -
+                     DbGridCauseGrps->columnWidth(2);
+    DbGridCauseGrps->setColumnWidth(1, std::max(DbGridCauseGrps->columnWidth(1), rest));
+    MsflxdtCobcd->setColumnWidth(0, std::max(70, head.horizontalAdvance(QStringLiteral("A0000")) + 16));
 }
 
 void DEFINESTUDY1::connectStudyTab() {
@@ -203,6 +220,7 @@ void DEFINESTUDY1::connectCausesTab() {
         run(*s.context.StudyDB, s.context.CurBDSId);
         fillCauseGrid(*s.context.StudyDB, s.context.CurBDSId, s.DbGridCauseGrps);
         markDirty();
+        fitGrids();
     };
     connect(cmdSelectAll, &QPushButton::clicked, this, [bulk] {
         bulk([](const DbConnection& db, const QString& id) { return setAllCauses(db, id, true); });
@@ -420,8 +438,13 @@ void DEFINESTUDY1::closeEvent(QCloseEvent* event) {
         event->ignore();
         return;
     }
+    // Accepted here and not passed on: the dialog's own close would reject(), which closes again.
     event->accept();
-    QDialog::closeEvent(event);
+}
+
+void DEFINESTUDY1::resizeEvent(QResizeEvent* event) {
+    QDialog::resizeEvent(event);
+    fitGrids();
 }
 
 void DEFINESTUDY1::reject() {

@@ -1,5 +1,6 @@
 // The desktop program: the splash, then the main frame, whose timer runs the loading chain.
 
+#include "burden/forms/calculators_open.h"
 #include "database/database_backend.h"
 #include "platform/forms/qt_services.h"
 #include "shell/forms/frm_main_menu.h"
@@ -22,6 +23,7 @@ int main(int argc, char** argv) {
     vesk::DatabaseStudyBackend databaseBackend;
     vesk::setStudyBackend(&databaseBackend);
     vesk::registerRunLogViewers();
+    vesk::registerCalculators();
 
     vesk::FRMMAINMENU frame;
     vesk::frmSplash splash([&frame] { frame.showFrame(); });

@@ -71,11 +71,12 @@ void StudyContext::InitAgeGrps(const QString& bdsId, Cell& arrAgeDfn) {
             if (c.isNull())
                 c = Cell(QString());
     arrAgeDfn = matrix(rows, 3);
-    // The age-sex group labels of the YLL and YLD sets, and the PND column alone.
+    // The age-sex group labels of the YLL and YLD sets, and the PND column, rebuilt at every load.
     CellArray yll, yld, pnd;
-    buildAgeGroupVectors(arrAgeDfn.array(), yll, yld, pnd);
-    VctrYLLAsg = yll.rank() > 0 ? Cell(std::move(yll)) : Cell();
-    VctrYLDAsg = yld.rank() > 0 ? Cell(std::move(yld)) : Cell();
+    if (!buildAgeGroupVectors(arrAgeDfn.array(), yll, yld, pnd))
+        return; // ASGDfn has shown why; the former vectors stay
+    VctrYLLAsg = Cell(std::move(yll));
+    VctrYLDAsg = Cell(std::move(yld));
     VctrPNDAge = Cell(std::move(pnd));
 }
 

@@ -194,10 +194,7 @@ bool DbfDriver::createTable(const TableDef& def) {
 }
 
 bool DbfDriver::appendRows(const QString& table, const CellArray& rows) {
-    Building* b = nullptr;
-    for (auto& candidate : building_)
-        if (candidate.def.name.compare(table, Qt::CaseInsensitive) == 0)
-            b = &candidate;
+    Building* b = findBuilding(building_, table);
     if (!b) {
         setForeignError(
             engine_error::kNotWritable,

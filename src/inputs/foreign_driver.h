@@ -37,6 +37,15 @@ std::unique_ptr<ForeignDriver> makeForeignDriver(ForeignKind kind);
 QStringList headingsOf(const QList<Cell>& firstRow);
 // Whether the array fits the table's fields; sets the engine's error when it does not.
 bool rowsFitFields(const CellArray& rows, int fieldCount);
+
+// The table being written in this session under `table` (names compared case-blind), or nullptr.
+template <typename Building>
+Building* findBuilding(QList<Building>& building, const QString& table) {
+    for (auto& candidate : building)
+        if (candidate.def.name.compare(table, Qt::CaseInsensitive) == 0)
+            return &candidate;
+    return nullptr;
+}
 // Text cut to the driver's limit: worksheets keep 255 characters, dBase 254.
 QString cutText(const QString& text, int limit);
 // The value a field stores: a text field, or any text, the value's text cut to the field's length

@@ -397,10 +397,7 @@ bool XlsxDriver::createTable(const TableDef& def) {
 }
 
 bool XlsxDriver::appendRows(const QString& table, const CellArray& rows) {
-    Building* b = nullptr;
-    for (auto& candidate : building_)
-        if (candidate.def.name.compare(table, Qt::CaseInsensitive) == 0)
-            b = &candidate;
+    Building* b = findBuilding(building_, table);
     if (!b) {
         setForeignError(
             engine_error::kNotWritable,

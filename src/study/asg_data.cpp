@@ -1,5 +1,7 @@
 #include "study/asg_data.h"
 
+#include "database/db_connection.h"
+#include "database/study_context.h"
 #include "shell/settings.h"
 #include "study/array_helpers.h"
 #include "study/asg_labels.h"
@@ -126,6 +128,43 @@ bool FnBpuHasData(const QSqlDatabase& db, const QString& bpuId, const QStringLis
             return true;
     }
     return false;
+}
+
+namespace {
+
+QStringList textsOf(const Cell& list) {
+    QStringList out;
+    if (!list.isArray() || list.array().rank() != 1)
+        return out;
+    const CellArray& a = list.array();
+    for (int i = a.lbound(0); i <= a.ubound(0); ++i)
+        out.push_back(a(i).toString());
+    return out;
+}
+
+} // namespace
+
+CellArray canModifyAsg() {
+    const StudyContext& c = studyContext();
+    if (!c.StudyDB) {
+        CellArray record({4});
+        record(0) = Cell(FlagDataADW() ? -1 : 0);
+        record(1) = Cell(FlagDataCSM() ? -1 : 0);
+        return record;
+    }
+    const CellArray dfn = c.ArrAgeDfn.isArray() ? c.ArrAgeDfn.array() : CellArray();
+    return canModifyAsg(c.StudyDB->database(), dfn, textsOf(c.VctrBPULst));
+}
+
+bool FnBpuHasData(const QString& bpuId) {
+    const StudyContext& c = studyContext();
+    if (!c.StudyDB)
+        return false;
+    QStringList tables;
+    for (const QString& t : c.TblNmLst)
+        if (!t.isEmpty())
+            tables.push_back(t);
+    return FnBpuHasData(c.StudyDB->database(), bpuId, tables.isEmpty() ? asgDataTables() : tables);
 }
 
 } // namespace vesk

@@ -38,11 +38,17 @@ CellArray canModifyAsg(const QSqlDatabase& db, const CellArray& arrAgeDfn, const
                        const QString& adwTable = asgAdwTableName(),
                        const QString& csmTable = asgCsmTableName());
 
+// The same for the current study: StudyDB, ArrAgeDfn and VctrBPULst of the study context. With no
+// open database the arrays stay Empty and the flags are reported as they are.
+CellArray canModifyAsg();
+
 // The data tables of a study, as the study context lists them.
 QStringList asgDataTables();
 
 // Whether the unit `bpuId` has any row in one of `tables`: true at the first table with a row.
 // Throws AsgError when a query fails or a name is not a plain identifier.
 bool FnBpuHasData(const QSqlDatabase& db, const QString& bpuId, const QStringList& tables = asgDataTables());
+// The same in the current study's database over the context's TblNmLst; false with no database.
+bool FnBpuHasData(const QString& bpuId);
 
 } // namespace vesk

@@ -247,3 +247,20 @@ TEST_F(ChkDBStruTest, ReportWithoutMessages) {
 }
 
 } // namespace
+
+TEST_F(ChkDBStruTest, ADefaultRemovedByHandIsCaught) {
+    alter("_DctBDMGrps", "\"GrpCd\" SMALLINT DEFAULT 0", "\"GrpCd\" SMALLINT");
+    EXPECT_FALSE(ChkDBStru(file));
+    EXPECT_EQ(prompts.messages(), QStringList({attributeMessage("GrpCd", "_DctBDMGrps", 2, "0")}));
+    EXPECT_EQ(log(), "Array Properties:   GrpCd|_DctBDMGrps|0     Table Properties   :GrpCd|_DctBDMGrps|\r\n");
+}
+
+TEST_F(ChkDBStruTest, AFieldRenamedByHandIsTakenForAMissingOne) {
+    run("ALTER TABLE _DctBDS RENAME COLUMN BDSTi TO BDSTitle");
+    EXPECT_FALSE(ChkDBStru(file));
+    EXPECT_EQ(prompts.messages(),
+              QStringList({"The field BDSTi is not present in the table _DctBDS of the VESK Database. Please "
+                           "update the VESK Database and run the application."}));
+    EXPECT_EQ(logLines(),
+              QStringList({"The field BDSTi present in table _DctBDS is either misspelt or missing."}));
+}

@@ -153,6 +153,49 @@ private slots:
         QCOMPARE(studyContext().StudyDB->path(), fresh);
         QVERIFY(checkDatabaseStructure(fresh).passed());
     }
+
+    // File -> New, then File -> Open on a file that is no database: the menu states after each step.
+    void fileNewThenOpenOfAFileThatIsNoDatabase() {
+        ProgramFolder folder;
+        folder.writeStp();
+        QString error;
+        QVERIFY2(createStudyFile(studyFile(folder), &error), qPrintable(error));
+        fillStudy(studyFile(folder));
+        RunningProgram program(folder);
+        QVERIFY(program.waitForFrame());
+        QVERIFY(program.waitForChain());
+        FRMMAINMENU& frame = program.frame();
+        const QStringList ready{"mnu_study", "mnu_res", "mnu_Reports", "Mnu_import", "mnu_exp", "Mnu_Purge",
+                                "Cls", "mnu_Compute", "mnu_tools", "mnu_Help"};
+        for (const auto& name : ready)
+            QVERIFY2(frame.isMenuEnabled(name), qPrintable(name));
+
+        program.prompts.fileAnswer(studyFile(folder, "fresh.vdb"));
+        frame.item("mnu_New")->trigger();
+        QVERIFY(program.waitForChain());
+        QVERIFY(checkDatabaseStructure(studyFile(folder, "fresh.vdb")).passed());
+        for (const auto& name : {"mnu_study", "Cls", "mnu_tools", "mnu_Help", "mnu_New", "mnu_Open"})
+            QVERIFY2(frame.isMenuEnabled(name), name);
+
+        const QString notes = studyFile(folder, "notes.vdb");
+        QFile text(notes);
+        QVERIFY(text.open(QIODevice::WriteOnly));
+        text.write(QByteArray(4096, 'n'));
+        text.close();
+        program.prompts.clear();
+        program.prompts.fileAnswer(notes);
+        frame.item("mnu_Open")->trigger();
+        QVERIFY(!program.prompts.messages().isEmpty());
+        QVERIFY(program.prompts.messages().last().startsWith(
+            "The file chosen by you does not appear to be a VESK Database."));
+        for (const auto& name : {"mnu_res", "mnu_Reports", "Mnu_import", "mnu_exp", "Mnu_Purge", "Cls",
+                                 "mnu_cgroups", "mnu_Compute"})
+            QVERIFY2(!frame.isMenuEnabled(name), name);
+        for (const auto& name : {"mnu_study", "mnu_tools", "mnu_Help", "mnu_New", "mnu_Open", "mnu_exit"})
+            QVERIFY2(frame.isMenuEnabled(name), name);
+        // The database in use before is not re-opened, and the settings still name the new file.
+        QCOMPARE(folder.stpValue("OBJECT="), QString("fresh.vdb"));
+    }
 };
 
 QTEST_MAIN(ChainDatabaseTest)

@@ -28,7 +28,7 @@ TEST_F(SettingsWriter, GoldenRoundTripIsByteIdentical) {
 }
 
 TEST_F(SettingsWriter, DeliveredFileRoundTripsByteIdentically) {
-    const QString delivered = QStringLiteral(VESK_BIN_DIR "/Vesk.stp");
+    const QString delivered = QStringLiteral(VESK_BIN_DIR "/../delivered/Vesk.stp");
     CellArray oaigd;
     if (!QFileInfo::exists(delivered) || !FnReadOAIGD(oaigd, delivered))
         GTEST_SKIP() << "the built Vesk.stp has no [OAIGD] rows yet: the delivered numeric blocks are "

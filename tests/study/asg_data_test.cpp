@@ -2,6 +2,8 @@
 // has any data. A SQLite file with the data tables of the study database, created here.
 
 #include "asg_test_support.h"
+#include "database/db_connection.h"
+#include "database/study_context.h"
 #include "shell/settings.h"
 #include "study/array_helpers.h"
 #include "study/asg_data.h"
@@ -207,4 +209,32 @@ TEST_F(AsgDataTest, UnitHasDataInAnyTable) {
     exec("insert into DatPOP (BPUID, YEAR, Bai, M, F) values ('b02', 2001, 0, 1, 1)");
     EXPECT_TRUE(FnBpuHasData(db_, "B02")); // ids compare case-blind
     EXPECT_FALSE(FnBpuHasData(db_, "B02", {"DatADW", "DatCSM"}));
+}
+
+TEST_F(AsgDataTest, CurrentStudyOfTheContext) {
+    addAdw("B01", "M01-4");
+    QString error;
+    // A second connection to the same file, as the study context holds it.
+    db_.close();
+    StudyContext& c = studyContext();
+    c.StudyDB = DbConnection::open(dir_.filePath(QStringLiteral("study.vdb")), &error);
+    ASSERT_TRUE(c.StudyDB) << error.toStdString();
+    c.ArrAgeDfn = Cell(ageDefinition());
+    CellArray units({2});
+    units(0) = Cell("B01");
+    units(1) = Cell("B02");
+    c.VctrBPULst = Cell(units);
+    const CellArray r = canModifyAsg();
+    EXPECT_EQ(r(0), Cell(-1));
+    EXPECT_EQ(r(1), Cell(0));
+    EXPECT_EQ(countOf(r(2), "M01-4"), 1);
+    EXPECT_TRUE(FnBpuHasData("B01"));
+    EXPECT_FALSE(FnBpuHasData("B02"));
+    c.StudyDB.reset();
+    c.ArrAgeDfn = Cell();
+    c.VctrBPULst = Cell();
+    EXPECT_FALSE(FnBpuHasData("B01"));
+    const CellArray none = canModifyAsg();
+    EXPECT_TRUE(none(2).isEmpty());
+    EXPECT_EQ(none(0), Cell(-1)); // the flag as it stood
 }

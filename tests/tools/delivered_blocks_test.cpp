@@ -12,7 +12,7 @@ using namespace vesk;
 
 namespace {
 
-const QString kDelivered = QStringLiteral(VESK_BIN_DIR "/Vesk.stp");
+const QString kDelivered = QStringLiteral(VESK_BIN_DIR "/../delivered/Vesk.stp");
 
 } // namespace
 

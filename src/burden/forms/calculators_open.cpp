@@ -1,5 +1,8 @@
 #include "burden/forms/calculators_open.h"
 
+#include "shell/forms/frm_main_menu.h"
+#include "shell/forms/menu_commands.h"
+
 #include "burden/forms/frm_daly_cal.h"
 #include "burden/forms/frm_yll_cal.h"
 
@@ -72,6 +75,13 @@ frmDALYCal* openDalyCalculator(QWidget* parent) {
     open = new frmDALYCal();
     place(open, parent);
     return open;
+}
+
+void registerCalculators() {
+    registerMenuCommand(QStringLiteral("mnu_yllcal"), [](FRMMAINMENU& f) { openYllCalculator(f.mdiArea()); });
+    registerMenuCommand(QStringLiteral("mnu_yldcal"), [](FRMMAINMENU& f) { openIyldCalculator(f.mdiArea()); });
+    registerMenuCommand(QStringLiteral("mnu_pyldcal"), [](FRMMAINMENU& f) { openPyldCalculator(f.mdiArea()); });
+    registerMenuCommand(QStringLiteral("mnu_dcal"), [](FRMMAINMENU& f) { openDalyCalculator(f.mdiArea()); });
 }
 
 } // namespace vesk

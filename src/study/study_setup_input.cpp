@@ -1,5 +1,6 @@
 #include "study/study_setup_input.h"
 
+#include "study/age_quick_fill.h"
 #include "study/study_setup_texts.h"
 
 #include <QRegularExpression>
@@ -80,6 +81,10 @@ std::optional<QList<int>> parseStudyYears(const QString& text) {
     std::sort(years.begin(), years.end());
     years.erase(std::unique(years.begin(), years.end()), years.end());
     return years;
+}
+
+QList<int> FiveYearAgeGroup(int n) {
+    return FiveYrAgList(FirstYears::ZeroOneFour, 5 * n);
 }
 
 QString formatStudyYears(const QList<int>& years) {

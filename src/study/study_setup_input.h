@@ -30,6 +30,9 @@ QString studyTitleKeyMessage(QChar key, int position);
 // The years of the year field, sorted and without repeats; std::nullopt when the text does not
 // follow the grammar ("Not a valid Entry for Date"). A blank text gives std::nullopt as well.
 std::optional<QList<int>> parseStudyYears(const QString& text);
+// FiveYearAgeGroup(n): the lower ages 0, 1, 5, 10, ... 5n (0 and 1 alone for n below 1).
+QList<int> FiveYearAgeGroup(int n);
+
 // The years as the year field shows them: runs of consecutive years as ranges, joined by commas.
 QString formatStudyYears(const QList<int>& years);
 

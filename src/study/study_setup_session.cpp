@@ -69,15 +69,18 @@ void StudySetupSession::showCurrentStudy() {
     std::sort(years.begin(), years.end());
     yearList = years;
     study = {current->id, formatStudyYears(years), current->title};
-    if (const auto s = quietScheme(db, current->id))
-        scheme = *s;
+    // The other tabs follow the study: its scheme and its age definitions, or blanks.
+    const auto s = quietScheme(db, current->id);
+    scheme = s ? *s : SchemeFields{};
     QList<QList<Cell>> rows;
     auto q = db.query(QStringLiteral("SELECT YLL, YLD, PND FROM _DfnAgeGrps WHERE BDSId = ? ORDER BY rowid"),
                       {current->id});
     while (q && q->next())
         rows.push_back(
             {cellFromVariant(q->value(0)), cellFromVariant(q->value(1)), cellFromVariant(q->value(2))});
-    if (!rows.isEmpty())
+    if (rows.isEmpty())
+        ages.clearGrids();
+    else
         ages.fillGrids(rows, false);
 }
 

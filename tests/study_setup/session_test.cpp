@@ -172,3 +172,25 @@ TEST_F(SessionTest, TheLoadShowsTheCurrentStudy) {
     EXPECT_TRUE(s.FnChkMinStdParameter()); // each grid holds its heading and two rows
     EXPECT_TRUE(prompts.messages().isEmpty());
 }
+
+TEST_F(SessionTest, MarkingAnotherStudyShowsItsOwnSchemeAndAges) {
+    exec("INSERT INTO _DctBDS (BDSId, Year, BDSTi, PAGSch, Slct) VALUES ('S1', 2001, 'First', 'SCH', 1), "
+         "('S2', 2003, 'Second', NULL, 0)");
+    exec("INSERT INTO _DfnBPUPAGDscrptrs (PAGSch, BPU, PAG1, PAG2) VALUES ('SCH', 'District', 'State', "
+         "'Nation')");
+    exec("INSERT INTO _DfnAgeGrps (BDSId, YLL, YLD, PND) VALUES ('S1', 0, 0, 0), ('S1', 5, 5, 5)");
+    StudySetupSession s(false);
+    s.load();
+    EXPECT_EQ(s.scheme.scheme, "SCH");
+    EXPECT_EQ(s.ages.grid(0).rows(), 3);
+    ASSERT_EQ(s.dbgrid2.textMatrix(2, 1), "S2");
+    ASSERT_TRUE(s.markCurrentAt(2));
+    EXPECT_EQ(ctx().CurBDSId, "S2");
+    EXPECT_EQ(s.study.id, "S2");
+    EXPECT_EQ(s.study.years, "2003");
+    EXPECT_EQ(s.scheme.scheme, "");
+    EXPECT_EQ(s.scheme.bpu, "");
+    EXPECT_EQ(s.ages.grid(0).rows(), 2);
+    EXPECT_EQ(s.dbgrid2.textMatrix(2, 5), "True");
+    EXPECT_EQ(s.dbgrid2.textMatrix(1, 5), "False");
+}

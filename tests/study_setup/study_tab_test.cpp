@@ -50,6 +50,13 @@ TEST(StudySetupInput, YearGrammar) {
     EXPECT_EQ(formatStudyYears({1999, 2000, 2001, 2005}), "1999-2001,2005");
 }
 
+TEST(StudySetupInput, FiveYearAgeGroup) {
+    EXPECT_EQ(FiveYearAgeGroup(3), (QList<int>{0, 1, 5, 10, 15}));
+    EXPECT_EQ(FiveYearAgeGroup(1), (QList<int>{0, 1, 5}));
+    EXPECT_EQ(FiveYearAgeGroup(0), (QList<int>{0, 1}));
+    EXPECT_EQ(FiveYearAgeGroup(17).last(), 85);
+}
+
 using StudyTab = SetupTest;
 
 TEST_F(StudyTab, AStudyOfThreeYearsIsThreeRowsWithOneCurrent) {

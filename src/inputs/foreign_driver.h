@@ -39,8 +39,7 @@ QStringList headingsOf(const QList<Cell>& firstRow);
 bool rowsFitFields(const CellArray& rows, int fieldCount);
 
 // The table being written in this session under `table` (names compared case-blind), or nullptr.
-template <typename Building>
-Building* findBuilding(QList<Building>& building, const QString& table) {
+template <typename Building> Building* findBuilding(QList<Building>& building, const QString& table) {
     for (auto& candidate : building)
         if (candidate.def.name.compare(table, Qt::CaseInsensitive) == 0)
             return &candidate;

@@ -4,7 +4,6 @@
 #include "platform/runtime.h"
 
 #include <QHash>
-
 #include <atomic>
 #include <cmath>
 #include <mutex>
@@ -33,9 +32,13 @@ const QString* internText(const QString& text) {
 
 Cell::Cell(const QString& text) : kind_(Kind::Text), text_(internText(text)) {}
 
-Cell::Cell(const CellArray& array) : kind_(Kind::Array), arr_(new ArrayBox) { arr_->value = array; }
+Cell::Cell(const CellArray& array) : kind_(Kind::Array), arr_(new ArrayBox) {
+    arr_->value = array;
+}
 
-Cell::Cell(CellArray&& array) : kind_(Kind::Array), arr_(new ArrayBox) { arr_->value = std::move(array); }
+Cell::Cell(CellArray&& array) : kind_(Kind::Array), arr_(new ArrayBox) {
+    arr_->value = std::move(array);
+}
 
 Cell::Cell(const Cell& other) noexcept : kind_(other.kind_), sub_(other.sub_), num_(other.num_) {
     // Copying num_ copies the whole union; the array pointer then needs one more reference.
@@ -72,7 +75,9 @@ Cell& Cell::operator=(Cell&& other) noexcept {
     return *this;
 }
 
-Cell::~Cell() { release(); }
+Cell::~Cell() {
+    release();
+}
 
 void Cell::retain() const noexcept {
     if (kind_ == Kind::Array)
@@ -155,7 +160,9 @@ constexpr qint64 kDayZeroJulian = 2415019;
 constexpr double kMsPerDay = 86400000.0;
 } // namespace
 
-double dateSerial(const QDate& day) { return static_cast<double>(day.toJulianDay() - kDayZeroJulian); }
+double dateSerial(const QDate& day) {
+    return static_cast<double>(day.toJulianDay() - kDayZeroJulian);
+}
 
 double dateSerial(const QDateTime& when) {
     const double days = dateSerial(when.date());

@@ -90,6 +90,8 @@ QString toCsv(const CsvTable& table) {
     return s;
 }
 
-QString csvNumber(double value) { return QString::asprintf("%.10g", value); }
+QString csvNumber(double value) {
+    return QString::asprintf("%.10g", value);
+}
 
 } // namespace vesk

@@ -7,8 +7,12 @@ RecordingProgress fallback;
 Progress* installed = nullptr;
 } // namespace
 
-Progress& progress() { return installed ? *installed : fallback; }
+Progress& progress() {
+    return installed ? *installed : fallback;
+}
 
-void setProgress(Progress* p) { installed = p; }
+void setProgress(Progress* p) {
+    installed = p;
+}
 
 } // namespace vesk

@@ -29,9 +29,13 @@ PromptService* installed = nullptr;
 
 } // namespace
 
-PromptService& prompts() { return installed ? *installed : headless; }
+PromptService& prompts() {
+    return installed ? *installed : headless;
+}
 
-void setPromptService(PromptService* service) { installed = service; }
+void setPromptService(PromptService* service) {
+    installed = service;
+}
 
 Answer defaultAnswer(Buttons buttons) {
     switch (buttons) {
@@ -118,6 +122,8 @@ ScopedPromptService::ScopedPromptService(PromptService* service) : previous_(ins
     setPromptService(service);
 }
 
-ScopedPromptService::~ScopedPromptService() { setPromptService(previous_); }
+ScopedPromptService::~ScopedPromptService() {
+    setPromptService(previous_);
+}
 
 } // namespace vesk

@@ -5,7 +5,6 @@
 
 #include <QList>
 #include <QString>
-
 #include <deque>
 #include <optional>
 

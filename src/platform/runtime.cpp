@@ -6,7 +6,9 @@ namespace vesk {
 
 namespace {
 
-bool isBlank(QChar c) { return c == u' ' || c == u'\t' || c == u'\n' || c == u'\r'; }
+bool isBlank(QChar c) {
+    return c == u' ' || c == u'\t' || c == u'\n' || c == u'\r';
+}
 
 // Characters of the text with the blanks taken out, as the lenient parse sees them.
 QString withoutBlanks(const QString& text) {
@@ -171,7 +173,9 @@ QString numberToText(double value) {
     return mant + u'E' + sign + exp;
 }
 
-bool Like(const QString& text, const QString& pattern) { return likeFrom(text, 0, pattern, 0); }
+bool Like(const QString& text, const QString& pattern) {
+    return likeFrom(text, 0, pattern, 0);
+}
 
 double roundHalfEven(double value, int digits) {
     const double scale = std::pow(10.0, digits);
@@ -224,9 +228,13 @@ QString formatNumber(double value, const QString& picture) {
     return (negative ? QStringLiteral("-") : QString()) + groupThousands(intPart) + rest;
 }
 
-double vbInt(double value) { return std::floor(value); }
+double vbInt(double value) {
+    return std::floor(value);
+}
 
-double vbFix(double value) { return std::trunc(value); }
+double vbFix(double value) {
+    return std::trunc(value);
+}
 
 QString Mid(const QString& text, int start1, int length) {
     if (start1 < 1)

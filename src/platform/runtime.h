@@ -30,7 +30,9 @@ QString formatFixed(double value, int decimals);
 QString formatNumber(double value, const QString& picture);
 
 // Rounding to single precision, where a computation stores an intermediate in a single float.
-inline float toSingle(double value) { return static_cast<float>(value); }
+inline float toSingle(double value) {
+    return static_cast<float>(value);
+}
 
 // Int: truncation towards minus infinity. Fix: truncation towards zero.
 double vbInt(double value);

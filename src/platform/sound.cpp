@@ -11,8 +11,12 @@ SilentSound fallback;
 SoundService* installed = nullptr;
 } // namespace
 
-SoundService& sounds() { return installed ? *installed : fallback; }
+SoundService& sounds() {
+    return installed ? *installed : fallback;
+}
 
-void setSoundService(SoundService* s) { installed = s; }
+void setSoundService(SoundService* s) {
+    installed = s;
+}
 
 } // namespace vesk

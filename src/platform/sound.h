@@ -24,7 +24,11 @@ SoundService& sounds();
 void setSoundService(SoundService* s); // not owned; nullptr goes back to the default
 
 // Plays `path` asynchronously; an empty path stops the sound.
-inline void playSound(const QString& path) { sounds().play(path); }
-inline void stopSound() { sounds().play(QString()); }
+inline void playSound(const QString& path) {
+    sounds().play(path);
+}
+inline void stopSound() {
+    sounds().play(QString());
+}
 
 } // namespace vesk

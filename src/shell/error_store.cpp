@@ -15,11 +15,17 @@ Cell& ErrStore() {
     return store;
 }
 
-int errorStoreCount() { return ErrStore().isArray() ? ErrStore().array().size(0) : 0; }
+int errorStoreCount() {
+    return ErrStore().isArray() ? ErrStore().array().size(0) : 0;
+}
 
-void clearErrorStore() { ErrStore() = Cell(); }
+void clearErrorStore() {
+    ErrStore() = Cell();
+}
 
-QString errorLogPath() { return settings().StatOutPath + QStringLiteral("errorsrec.stp"); }
+QString errorLogPath() {
+    return settings().StatOutPath + QStringLiteral("errorsrec.stp");
+}
 
 namespace {
 
@@ -34,8 +40,8 @@ void appendLogBlock(const CellArray& rows) {
         return;
     QTextStream out(&log);
     const QDateTime now = QDateTime::currentDateTime();
-    out << "[Date : " << now.toString(QStringLiteral("dd/MM/yyyy")) << "   Time : "
-        << now.toString(QStringLiteral("HH:mm:ss")) << "]\r\n";
+    out << "[Date : " << now.toString(QStringLiteral("dd/MM/yyyy"))
+        << "   Time : " << now.toString(QStringLiteral("HH:mm:ss")) << "]\r\n";
     for (int i = 0; i < rows.size(0); ++i)
         out << "       " << rows(i, 0).toString() << ',' << rows(i, 1).toString() << ','
             << rows(i, 2).toString() << "\r\n";
@@ -43,7 +49,9 @@ void appendLogBlock(const CellArray& rows) {
 
 } // namespace
 
-void setErrorLogEnabled(bool enabled) { logEnabled() = enabled; }
+void setErrorLogEnabled(bool enabled) {
+    logEnabled() = enabled;
+}
 
 void ErrorStore(double number, const QString& description, const QString& source) {
     Cell& store = ErrStore();

@@ -10,9 +10,9 @@ StudyBackend* installed = nullptr;
 } // namespace
 
 bool UnbuiltStudyBackend::ChkDBStru(const QString& path) {
-    prompts().ask(QStringLiteral("Study databases cannot be checked or opened by this build of VESK yet: %1")
-                      .arg(path),
-                  Buttons::Ok, Icon::Warning, QStringLiteral("VESK"));
+    prompts().ask(
+        QStringLiteral("Study databases cannot be checked or opened by this build of VESK yet: %1").arg(path),
+        Buttons::Ok, Icon::Warning, QStringLiteral("VESK"));
     return false;
 }
 
@@ -22,8 +22,12 @@ bool UnbuiltStudyBackend::CreateNewDatabase() {
     return false;
 }
 
-StudyBackend& studyBackend() { return installed ? *installed : unbuilt; }
+StudyBackend& studyBackend() {
+    return installed ? *installed : unbuilt;
+}
 
-void setStudyBackend(StudyBackend* backend) { installed = backend; }
+void setStudyBackend(StudyBackend* backend) {
+    installed = backend;
+}
 
 } // namespace vesk

@@ -252,7 +252,8 @@ TEST_F(ChkDBStruTest, ADefaultRemovedByHandIsCaught) {
     alter("_DctBDMGrps", "\"GrpCd\" SMALLINT DEFAULT 0", "\"GrpCd\" SMALLINT");
     EXPECT_FALSE(ChkDBStru(file));
     EXPECT_EQ(prompts.messages(), QStringList({attributeMessage("GrpCd", "_DctBDMGrps", 2, "0")}));
-    EXPECT_EQ(log(), "Array Properties:   GrpCd|_DctBDMGrps|0     Table Properties   :GrpCd|_DctBDMGrps|\r\n");
+    EXPECT_EQ(log(),
+              "Array Properties:   GrpCd|_DctBDMGrps|0     Table Properties   :GrpCd|_DctBDMGrps|\r\n");
 }
 
 TEST_F(ChkDBStruTest, AFieldRenamedByHandIsTakenForAMissingOne) {

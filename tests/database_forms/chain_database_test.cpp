@@ -165,8 +165,8 @@ private slots:
         QVERIFY(program.waitForFrame());
         QVERIFY(program.waitForChain());
         FRMMAINMENU& frame = program.frame();
-        const QStringList ready{"mnu_study", "mnu_res", "mnu_Reports", "Mnu_import", "mnu_exp", "Mnu_Purge",
-                                "Cls", "mnu_Compute", "mnu_tools", "mnu_Help"};
+        const QStringList ready{"mnu_study", "mnu_res", "mnu_Reports", "Mnu_import", "mnu_exp",
+                                "Mnu_Purge", "Cls",     "mnu_Compute", "mnu_tools",  "mnu_Help"};
         for (const auto& name : ready)
             QVERIFY2(frame.isMenuEnabled(name), qPrintable(name));
 

@@ -4,7 +4,9 @@
 
 using namespace vesk;
 
-TEST(Cell, IsSixteenBytes) { EXPECT_EQ(sizeof(Cell), 16u); }
+TEST(Cell, IsSixteenBytes) {
+    EXPECT_EQ(sizeof(Cell), 16u);
+}
 
 TEST(Cell, EmptyNullAndZeroStayApart) {
     Cell empty, null = Cell::null(), zero(0.0);

@@ -21,4 +21,6 @@ TEST(Csv, UnclosedQuoteIsAnError) {
     EXPECT_FALSE(e.isEmpty());
 }
 
-TEST(Csv, FullPrecisionNumbers) { EXPECT_EQ(csvNumber(33.13123456789), "33.13123457"); }
+TEST(Csv, FullPrecisionNumbers) {
+    EXPECT_EQ(csvNumber(33.13123456789), "33.13123457");
+}

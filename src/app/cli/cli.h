@@ -4,7 +4,6 @@
 
 #include <QString>
 #include <QStringList>
-
 #include <functional>
 #include <optional>
 
@@ -12,8 +11,8 @@ namespace vesk::cli {
 
 struct Command {
     QString name;
-    QString summary; // one line for `vesk-cli --help`
-    QString usage;   // the text of `vesk-cli <name> --help`
+    QString summary;                                 // one line for `vesk-cli --help`
+    QString usage;                                   // the text of `vesk-cli <name> --help`
     std::function<int(const QStringList& args)> run; // args after the command name
 };
 
@@ -29,8 +28,8 @@ std::optional<QString> takeOption(QStringList& args, const QString& name);
 bool takeFlag(QStringList& args, const QString& name);
 // The text of a file argument, or of standard input when the argument is absent or "-".
 std::optional<QString> readInput(const QString& path, QString* error);
-void out(const QString& text);  // standard output, UTF-8
-void err(const QString& text);  // standard error, UTF-8, with a line end
+void out(const QString& text); // standard output, UTF-8
+void err(const QString& text); // standard error, UTF-8, with a line end
 // The settings file beside the program, or the one named by --settings.
 QString defaultSettingsPath();
 

@@ -4,7 +4,6 @@
 #include <QDir>
 #include <QFile>
 #include <QTextStream>
-
 #include <cstdio>
 
 namespace vesk::cli {
@@ -25,7 +24,9 @@ void printHelp() {
 }
 } // namespace
 
-Registrar::Registrar(Command command) { registry().push_back(std::move(command)); }
+Registrar::Registrar(Command command) {
+    registry().push_back(std::move(command));
+}
 
 const QList<Command>& commands() {
     std::sort(registry().begin(), registry().end(),
@@ -46,7 +47,9 @@ std::optional<QString> takeOption(QStringList& args, const QString& name) {
     return v;
 }
 
-bool takeFlag(QStringList& args, const QString& name) { return args.removeAll(name) > 0; }
+bool takeFlag(QStringList& args, const QString& name) {
+    return args.removeAll(name) > 0;
+}
 
 std::optional<QString> readInput(const QString& path, QString* error) {
     QFile f;

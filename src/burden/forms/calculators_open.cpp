@@ -1,10 +1,9 @@
 #include "burden/forms/calculators_open.h"
 
-#include "shell/forms/frm_main_menu.h"
-#include "shell/forms/menu_commands.h"
-
 #include "burden/forms/frm_daly_cal.h"
 #include "burden/forms/frm_yll_cal.h"
+#include "shell/forms/frm_main_menu.h"
+#include "shell/forms/menu_commands.h"
 
 #include <QMdiArea>
 #include <QMdiSubWindow>
@@ -79,8 +78,10 @@ frmDALYCal* openDalyCalculator(QWidget* parent) {
 
 void registerCalculators() {
     registerMenuCommand(QStringLiteral("mnu_yllcal"), [](FRMMAINMENU& f) { openYllCalculator(f.mdiArea()); });
-    registerMenuCommand(QStringLiteral("mnu_yldcal"), [](FRMMAINMENU& f) { openIyldCalculator(f.mdiArea()); });
-    registerMenuCommand(QStringLiteral("mnu_pyldcal"), [](FRMMAINMENU& f) { openPyldCalculator(f.mdiArea()); });
+    registerMenuCommand(QStringLiteral("mnu_yldcal"),
+                        [](FRMMAINMENU& f) { openIyldCalculator(f.mdiArea()); });
+    registerMenuCommand(QStringLiteral("mnu_pyldcal"),
+                        [](FRMMAINMENU& f) { openPyldCalculator(f.mdiArea()); });
     registerMenuCommand(QStringLiteral("mnu_dcal"), [](FRMMAINMENU& f) { openDalyCalculator(f.mdiArea()); });
 }
 

@@ -109,7 +109,9 @@ std::optional<QString> QtPromptService::inputBox(const QString& prompt, const QS
 
 QtSoundService::QtSoundService() : effect_(new QSoundEffect) {}
 
-QtSoundService::~QtSoundService() { delete effect_; }
+QtSoundService::~QtSoundService() {
+    delete effect_;
+}
 
 void QtSoundService::play(const QString& path) {
     effect_->stop();

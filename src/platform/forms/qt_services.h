@@ -5,7 +5,6 @@
 #include "platform/sound.h"
 
 #include <QObject>
-
 #include <functional>
 
 class QSoundEffect;

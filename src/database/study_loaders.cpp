@@ -61,8 +61,11 @@ void StudyContext::InitAgeGrps(const QString& bdsId, Cell& arrAgeDfn) {
     QList<QList<Cell>> rows = rowsOf(*q, 3);
     if (rows.isEmpty()) {
         show(dbtext::NoAgeDefinitions); // the former definitions stay
+        disableMenus(noStudyItems());
         return;
     }
+    for (const QString& item : noStudyItems())
+        menus().setMenuEnabled(item, true);
     for (auto& row : rows)
         for (Cell& c : row)
             if (c.isNull())

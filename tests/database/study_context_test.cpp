@@ -264,6 +264,8 @@ TEST_F(StudyContextTest, InitAgeGrpsKeepsTheRowsAsStored) {
     // The age-sex group labels are rebuilt from the rows at the same load.
     EXPECT_TRUE(ctx().VctrYLLAsg.isArray());
     EXPECT_TRUE(ctx().VctrYLDAsg.isArray());
+    // The entries that need age definitions stay on.
+    EXPECT_TRUE(disabled.isEmpty());
 }
 
 TEST_F(StudyContextTest, InitAgeGrpsBuildsTheAgeSexGroupLabels) {
@@ -297,6 +299,7 @@ TEST_F(StudyContextTest, AStudyWithoutAgeDefinitionsKeepsTheFormerOnes) {
     ctx().ArrAgeDfn = Cell(former);
     ctx().InitAgeGrps(ctx().CurBDSId, ctx().ArrAgeDfn);
     EXPECT_EQ(prompts.messages(), QStringList({"Please define Age definitions for Current Study"}));
+    EXPECT_EQ(disabled, kSixMenus);
     ASSERT_TRUE(ctx().ArrAgeDfn.isArray());
     EXPECT_EQ(ctx().ArrAgeDfn.array()(0, 0).toDouble(), 7);
 }

@@ -6,6 +6,8 @@
 #include "shell/forms/frm_main_menu.h"
 #include "shell/forms/frm_shw_cnt_mem.h"
 #include "shell/forms/frm_splash.h"
+#include "study/forms/definestudy1_register.h"
+#include "study/forms/study_forms_register.h"
 
 #include <QApplication>
 
@@ -24,6 +26,8 @@ int main(int argc, char** argv) {
     vesk::setStudyBackend(&databaseBackend);
     vesk::registerRunLogViewers();
     vesk::registerCalculators();
+    vesk::registerStudySetup();
+    vesk::registerStudyDefinitionForms();
 
     vesk::FRMMAINMENU frame;
     vesk::frmSplash splash([&frame] { frame.showFrame(); });

@@ -12,7 +12,9 @@
 #include <QHeaderView>
 #include <QKeyEvent>
 #include <QLineEdit>
+#include <QMainWindow>
 #include <QMenu>
+#include <QMenuBar>
 #include <QPrintDialog>
 #include <QPrinter>
 #include <QPrinterInfo>
@@ -157,6 +159,21 @@ void saveCalculatorSheet(const CalculatorSheet& sheet) {
     QString error;
     if (!writeCalculatorFile(*path, calculatorSaveText(sheet), &error))
         prompts().ask(error, Buttons::Ok, Icon::Critical, QString::fromLatin1(ct::kTitleVesk));
+}
+
+CalculatorMenuActions addCalculatorMenus(QMainWindow* window) {
+    CalculatorMenuActions a;
+    QMenu* file = window->menuBar()->addMenu(QObject::tr("&File"));
+    a.print = file->addAction(QObject::tr("&Print"));
+    a.print->setObjectName(QStringLiteral("mnu_File_Print"));
+    a.save = file->addAction(QObject::tr("&Save"));
+    a.save->setObjectName(QStringLiteral("mnu_File_Save"));
+    file->addSeparator();
+    file->addAction(QObject::tr("&Close"), window, &QWidget::close);
+    QMenu* help = window->menuBar()->addMenu(QObject::tr("&Help"));
+    a.help = help->addAction(QObject::tr("&Contents"));
+    a.help->setObjectName(QStringLiteral("mnu_Help"));
+    return a;
 }
 
 } // namespace vesk

@@ -12,6 +12,9 @@ class QPrinter;
 class QTableView;
 class QWidget;
 
+class QAction;
+class QMainWindow;
+
 namespace vesk {
 
 class AgeDefModel;
@@ -38,6 +41,14 @@ private:
 QTableView* makeCalcGrid(const QString& objectName, QWidget* parent);
 // flexBuiltInDAP over its model: a click in "Select" toggles the row.
 QTableView* makeDapGrid(DapGridModel* model, QWidget* parent);
+
+// The File (Print, Save, Close) and Help menus the calculator windows share.
+struct CalculatorMenuActions {
+    QAction* print = nullptr;
+    QAction* save = nullptr;
+    QAction* help = nullptr;
+};
+CalculatorMenuActions addCalculatorMenus(QMainWindow* window);
 // AgeDef over its model, with the pop-up "Five Age Group", "Seven Age Group", "Five Year Age Group".
 QTableView* makeAgeDefGrid(const QString& objectName, AgeDefModel* model, QWidget* parent);
 // ID_DecPlcs: 0 to 10, starting at the tools' decimal places of the settings.

@@ -66,16 +66,13 @@ frmDALYCal::frmDALYCal(QWidget* parent)
 }
 
 void frmDALYCal::buildMenus() {
-    QMenu* file = menuBar()->addMenu(tr("&File"));
-    mnu_File_Print = file->addAction(tr("&Print"), this, &frmDALYCal::mnu_File_Print_Click);
-    mnu_File_Print->setObjectName(QStringLiteral("mnu_File_Print"));
-    mnu_File_Save = file->addAction(tr("&Save"), this, &frmDALYCal::mnu_File_Save_Click);
-    mnu_File_Save->setObjectName(QStringLiteral("mnu_File_Save"));
-    file->addSeparator();
-    file->addAction(tr("&Close"), this, &QWidget::close);
-    QMenu* help = menuBar()->addMenu(tr("&Help"));
-    mnu_Help = help->addAction(tr("&Contents"), this, &frmDALYCal::mnu_Help_Click);
-    mnu_Help->setObjectName(QStringLiteral("mnu_Help"));
+    const CalculatorMenuActions menus = addCalculatorMenus(this);
+    mnu_File_Print = menus.print;
+    mnu_File_Save = menus.save;
+    mnu_Help = menus.help;
+    connect(mnu_File_Print, &QAction::triggered, this, &frmDALYCal::mnu_File_Print_Click);
+    connect(mnu_File_Save, &QAction::triggered, this, &frmDALYCal::mnu_File_Save_Click);
+    connect(mnu_Help, &QAction::triggered, this, &frmDALYCal::mnu_Help_Click);
 }
 
 QWidget* frmDALYCal::buildTop() {

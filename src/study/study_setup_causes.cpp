@@ -3,6 +3,7 @@
 #include "database/sql_tokens.h"
 #include "platform/prompts.h"
 #include "shell/menu_state.h"
+#include "study/cause_dictionary.h"
 #include "study/study_setup.h"
 #include "study/study_setup_texts.h"
 
@@ -146,27 +147,11 @@ std::optional<QString> causeName(const DbConnection& db, const QString& cobcd) {
 
 bool mapCauseToSequela(const DbConnection& db, const QString& sqlaCd, const QString& cobcd) {
     const QString cause = cobcd.trimmed();
-    if (!causeName(db, cause))
-        return false;
-    auto q =
-        db.query(QStringLiteral("SELECT 1 FROM _MapBDMSqla WHERE SqlaCd = ? AND cobcd = ?"), {sqlaCd, cause});
-    if (q && q->next()) {
-        prompts().ask(text(t::kAlreadyMapped));
-        return false;
-    }
-    return run(db, QStringLiteral("INSERT INTO _MapBDMSqla (SqlaCd, cobcd) VALUES (?, ?)"),
-               {sqlaCd, cause}) &&
-           run(db, QStringLiteral("UPDATE _DctBDM SET Sqla = 1 WHERE CobCd = ?"), {cause});
+    return causeName(db, cause) && CauseDictionary(db).mapSequela(sqlaCd, cause);
 }
 
 bool unmapCauseFromSequela(const DbConnection& db, const QString& sqlaCd, const QString& cobcd) {
-    const QString cause = cobcd.trimmed();
-    if (!run(db, QStringLiteral("DELETE FROM _MapBDMSqla WHERE cobcd = ? AND SqlaCd = ?"), {cause, sqlaCd}))
-        return false;
-    auto q = db.query(QStringLiteral("SELECT 1 FROM _MapBDMSqla WHERE cobcd = ?"), {cause});
-    if (q && q->next())
-        return true;
-    return run(db, QStringLiteral("UPDATE _DctBDM SET Sqla = 0 WHERE CobCd = ?"), {cause});
+    return CauseDictionary(db).removeSequelaMap(cobcd.trimmed(), sqlaCd);
 }
 
 } // namespace vesk

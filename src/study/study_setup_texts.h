@@ -124,7 +124,6 @@ inline constexpr const char* kNoSuchCobcd = "This COBcd doesnot exist";
 inline constexpr const char* kDictionariesNotImported1 = "Dictionaries are not imported";
 inline constexpr const char* kDictionariesNotImported2 =
     "Please import from File - Import  -  Dictinaries and maps";
-inline constexpr const char* kAlreadyMapped = "This Cobcd has allready been mapped to the above Sequelacd";
 
 // Leaving a tab, and the end of a new database.
 inline constexpr const char* kApplyChanges = "              Apply Changes";

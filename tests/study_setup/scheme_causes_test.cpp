@@ -139,7 +139,7 @@ TEST_F(SchemeCausesTest, SequelaMapsAreEditedAndTheFlagFollows) {
     EXPECT_FALSE(mapCauseToSequela(db(), "SQ1", "A0101"));
     EXPECT_EQ(prompts.messages(),
               QStringList({"This Cobcd has allready been mapped to the above Sequelacd"}));
-    EXPECT_EQ(scalar("SELECT Sqla FROM _DctBDM WHERE CobCd = 'A0101'"), "1");
+    EXPECT_EQ(scalar("SELECT Sqla FROM _DctBDM WHERE CobCd = 'A0101'"), "-1");
     GridModel grid;
     fillSequelaCauseGrid(db(), "SQ1", grid);
     EXPECT_EQ(grid.textMatrix(0, 0), "Cobcd");
@@ -149,7 +149,7 @@ TEST_F(SchemeCausesTest, SequelaMapsAreEditedAndTheFlagFollows) {
     EXPECT_EQ(grid.rows(), 3); // the row to type the next one into
     // Removing one of two sequelae keeps the flag; removing the last clears it.
     ASSERT_TRUE(unmapCauseFromSequela(db(), "SQ1", "A0101"));
-    EXPECT_EQ(scalar("SELECT Sqla FROM _DctBDM WHERE CobCd = 'A0101'"), "1");
+    EXPECT_EQ(scalar("SELECT Sqla FROM _DctBDM WHERE CobCd = 'A0101'"), "-1");
     ASSERT_TRUE(unmapCauseFromSequela(db(), "SQ2", "A0101"));
     EXPECT_EQ(scalar("SELECT Sqla FROM _DctBDM WHERE CobCd = 'A0101'"), "0");
     EXPECT_TRUE(rows("SELECT * FROM _MapBDMSqla").isEmpty());

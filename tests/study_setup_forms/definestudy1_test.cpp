@@ -381,7 +381,7 @@ private slots:
         typeAge(f.MsflxdtCobcd, 0, "A0101");
         QCOMPARE(rows("SELECT SqlaCd, cobcd FROM _MapBDMSqla"), QStringList({"SQ1|A0101"}));
         QCOMPARE(f.session().MsflxdtCobcd.textMatrix(1, 1), QString("Tuberculosis"));
-        QCOMPARE(rows("SELECT Sqla FROM _DctBDM"), QStringList({"1"}));
+        QCOMPARE(rows("SELECT Sqla FROM _DctBDM"), QStringList({"-1"}));
         typeAge(f.MsflxdtCobcd, 1, "Z9999");
         QCOMPARE(prompts_.messages().last(), QString("This COBcd doesnot exist"));
         clickCell(f.MsflxdtCobcd, 0, 0);

@@ -57,7 +57,10 @@ public:
     void InitPAGScheme();
     void InitAgeGrps(const QString& bdsId, Cell& arrAgeDfn);
     bool InitCOB();
-    void InitCobcd();
+    // The study's causes and their sequelae into MtxCobCd. What is wrong with them (no causes, a
+    // flagged cause without maps) goes to the error store, unless `quiet`: a refresh behind the
+    // user's back, whose findings the next load or Study Setup reports in their turn.
+    void InitCobcd(bool quiet = false);
     void InitBPULst(const QString& tableName);
     void InitPAGLst(const QString& tableName);
     void InitDmgphyPrmtrs(const QString& bdsId, Cell& mtxDmgphy);

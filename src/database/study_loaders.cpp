@@ -106,7 +106,11 @@ bool StudyContext::InitCOB() {
     return false;
 }
 
-void StudyContext::InitCobcd() {
+void StudyContext::InitCobcd(bool quiet) {
+    const auto store = [quiet](const QString& description) {
+        if (!quiet)
+            ErrorStore(0, description, dbtext::InitCobcdSource);
+    };
     const QString column = studyColumn();
     QList<QList<Cell>> causes;
     if (!column.isEmpty()) {
@@ -116,7 +120,7 @@ void StudyContext::InitCobcd() {
             causes = rowsOf(*q, 2);
     }
     if (causes.isEmpty()) {
-        ErrorStore(0, dbtext::CobcdsNotDeclared, dbtext::InitCobcdSource);
+        store(dbtext::CobcdsNotDeclared);
         return;
     }
     CellArray mtx{static_cast<int>(causes.size()), 2};
@@ -129,9 +133,9 @@ void StudyContext::InitCobcd() {
                                 {code.toString()});
         const QList<QList<Cell>> sequelae = q ? rowsOf(*q, 1) : QList<QList<Cell>>();
         if (sequelae.isEmpty()) {
-            ErrorStore(0, dbtext::SqlaNoMap1 + code.toString() + dbtext::SqlaNoMap2, dbtext::InitCobcdSource);
+            store(dbtext::SqlaNoMap1 + code.toString() + dbtext::SqlaNoMap2);
         } else if (sequelae[0][0].isNull()) {
-            ErrorStore(0, dbtext::SqlaNull1 + code.toString() + dbtext::SqlaNull2, dbtext::InitCobcdSource);
+            store(dbtext::SqlaNull1 + code.toString() + dbtext::SqlaNull2);
         } else {
             QList<Cell> codes;
             for (const auto& row : sequelae)

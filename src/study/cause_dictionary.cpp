@@ -315,7 +315,7 @@ bool CauseDictionary::deleteSequela(const QString& code) const {
 void reloadStudyCauses() {
     StudyContext& c = studyContext();
     if (c.StudyDB && !c.CurBDSId.isEmpty())
-        c.InitCobcd();
+        c.InitCobcd(/*quiet=*/true);
 }
 
 } // namespace vesk

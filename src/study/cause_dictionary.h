@@ -82,7 +82,8 @@ private:
     const DbConnection& db_;
 };
 
-// After a change of causes or sequelae: the causes of the current study in the context.
+// After a change of causes or sequelae: the causes of the current study in the context, quietly
+// (what is wrong with them is reported by the next load or by Study Setup, not by this refresh).
 void reloadStudyCauses();
 
 } // namespace vesk

@@ -326,6 +326,22 @@ TEST_F(StudyContextTest, AStudyWithoutCausesPassesInitCOBAndFailsInitCobcd) {
     EXPECT_TRUE(ctx().MtxCobCd.isEmpty());
 }
 
+TEST_F(StudyContextTest, AQuietInitCobcdStoresNothing) {
+    addCurrentStudy();
+    addCauseColumn("S1");
+    addCause("A01", 0, 0);
+    addCause("C03", 1, 0);
+    ASSERT_TRUE(ctx().InitBDS());
+    ctx().InitCobcd(/*quiet=*/true);
+    EXPECT_EQ(errorStoreCount(), 0);
+    EXPECT_TRUE(ctx().MtxCobCd.isEmpty());
+    exec(*db, "UPDATE _DctBDM SET S1 = 1");
+    ctx().InitCobcd(/*quiet=*/true);
+    EXPECT_EQ(errorStoreCount(), 0); // C03 is flagged without maps
+    ASSERT_TRUE(ctx().MtxCobCd.isArray());
+    EXPECT_EQ(ctx().MtxCobCd.array().size(0), 2);
+}
+
 TEST_F(StudyContextTest, TheStudyColumnIsFoundWithoutRegardToCase) {
     addStudy("s1", 2001, "SCH", 1);
     addCauseColumn("S1");

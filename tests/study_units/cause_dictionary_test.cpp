@@ -3,6 +3,7 @@
 
 #include "database/study_context.h"
 #include "platform/progress.h"
+#include "shell/error_store.h"
 #include "study/cause_dictionary.h"
 #include "study_units_support.h"
 
@@ -258,6 +259,16 @@ TEST_F(CauseDictionaryTest, DeletingAGroupCascadesThroughAllLevelsWithOneQuestio
     EXPECT_EQ(rows("SELECT COBCd FROM DatADW"), QStringList({"21011"}));
     EXPECT_EQ(rows("SELECT SqlaCd || cobcd FROM _MapBDMSqla"), QStringList({"SQ111011"}));
     EXPECT_EQ(prompts.unanswered(), 0);
+}
+
+TEST_F(CauseDictionaryTest, MapsMadeBeforeTheStudyHasCausesStoreNoErrors) {
+    buildSmallDictionary();
+    exec("INSERT INTO _DctBDMSqla (SqlaCd, Sequela) VALUES ('SQ9', 'Late effect')");
+    clearErrorStore();
+    ASSERT_TRUE(dict().mapSequela("SQ9", "11011"));
+    ASSERT_TRUE(dict().removeSequelaMap("11011", "SQ9"));
+    EXPECT_EQ(errorStoreCount(), 0);
+    EXPECT_TRUE(studyContext().MtxCobCd.isEmpty());
 }
 
 TEST_F(CauseDictionaryTest, ACascadeReloadsTheStudysCauses) {

@@ -9,6 +9,7 @@
 #include <QMdiArea>
 #include <QMdiSubWindow>
 #include <QPointer>
+#include <QStyle>
 
 namespace vesk {
 
@@ -21,9 +22,12 @@ void showInFrame(FRMMAINMENU& frame, QWidget* form, QPointer<QMdiSubWindow>& slo
     if (slot)
         slot->close();
     form->setAttribute(Qt::WA_DeleteOnClose);
+    const QSize wanted = form->size(); // the form's own opening size, not the area's guess
     slot = frame.mdiArea()->addSubWindow(form);
     slot->setAttribute(Qt::WA_DeleteOnClose);
     slot->show();
+    slot->resize(wanted + slot->size() - slot->contentsRect().size() +
+                 QSize(0, slot->style()->pixelMetric(QStyle::PM_TitleBarHeight, nullptr, slot)));
 }
 
 } // namespace

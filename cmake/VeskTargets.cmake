@@ -23,6 +23,7 @@ function(vesk_add_qtest name)
     add_executable(${name} ${ARG_SOURCES})
     set_target_properties(${name} PROPERTIES AUTOMOC ON)
     target_link_libraries(${name} PRIVATE vesk_forms Qt6::Test ${ARG_LIBS})
+    target_include_directories(${name} PRIVATE ${CMAKE_SOURCE_DIR}/tests/support)
     target_compile_options(${name} PRIVATE ${VESK_WARNINGS})
     target_compile_definitions(${name} PRIVATE
         VESK_TEST_DATA="${CMAKE_SOURCE_DIR}/tests/data"

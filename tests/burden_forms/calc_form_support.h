@@ -2,6 +2,7 @@
 // Driving the calculators' grids as a user does: open a cell's editor, type, press Enter; click a
 // cell; read what a cell and a head show. And a standard life table of straight lines.
 
+#include "grid_gestures.h"
 #include "platform/cell_array.h"
 #include "platform/prompts.h"
 #include "shell/error_store.h"
@@ -64,12 +65,6 @@ inline bool typeCell(QTableView* view, int row, int column, const QString& text)
     QTest::keyClick(editor, Qt::Key_Return);
     QApplication::processEvents();
     return true;
-}
-
-inline void clickCell(QTableView* view, int row, int column) {
-    const QModelIndex index = view->model()->index(row, column);
-    view->scrollTo(index);
-    QTest::mouseClick(view->viewport(), Qt::LeftButton, {}, view->visualRect(index).center());
 }
 
 inline QString cellText(QTableView* view, int row, int column) {

@@ -5,6 +5,7 @@
 
 #include "database/study_context.h"
 #include "forms_support.h"
+#include "sample_dictionary.h"
 #include "study/forms/defpopunits.h"
 #include "study/forms/frm_buld_main_cl_dic.h"
 
@@ -18,125 +19,19 @@
 
 using namespace vesk;
 using namespace vesk::test;
-
-namespace {
-
-template <typename T> T* child(QWidget* form, const QString& name) {
-    T* w = form->findChild<T*>(name);
-    if (!w)
-        qFatal("no widget %s", qPrintable(name));
-    return w;
-}
-
-struct Entry {
-    QString code, description, parent;
-};
-
-const QList<Entry> kGroups = {{"1", "Communicable", ""}, {"2", "Noncommunicable", ""}, {"3", "Injuries", ""}};
-const QList<Entry> kSubGroups = {
-    {"11", "Infectious", "1"}, {"12", "Maternal", "1"}, {"21", "Cancers", "2"}, {"31", "Unintentional", "3"}};
-const QList<Entry> kClusters = {{"1101", "Diarrhoeal", "11"},  {"1102", "Malaria", "11"},
-                                {"1201", "Haemorrhage", "12"}, {"2101", "Lung", "21"},
-                                {"2102", "Breast", "21"},      {"3101", "Road traffic", "31"}};
-const QList<Entry> kCauses = {
-    {"11011", "Cholera", "1101"},    {"11012", "Shigellosis", "1101"},    {"11021", "Falciparum", "1102"},
-    {"11022", "Vivax", "1102"},      {"12011", "Antepartum", "1201"},     {"12012", "Postpartum", "1201"},
-    {"21011", "Small cell", "2101"}, {"21012", "Non-small cell", "2101"}, {"21021", "Ductal", "2102"},
-    {"21022", "Lobular", "2102"},    {"31011", "Pedestrian", "3101"},     {"31012", "Motorcyclist", "3101"}};
-const QList<Entry> kSequelae = {{"SQ1", "Dehydration", ""},
-                                {"SQ2", "Anaemia", ""},
-                                {"SQ3", "Infertility", ""},
-                                {"SQ4", "Disfigurement", ""},
-                                {"SQ5", "Paraplegia", ""}};
-const QList<QPair<QString, QString>> kMaps = {{"SQ1", "11011"}, {"SQ1", "11012"}, {"SQ2", "11021"},
-                                              {"SQ2", "11022"}, {"SQ2", "12012"}, {"SQ3", "12011"},
-                                              {"SQ4", "21021"}, {"SQ5", "31011"}, {"SQ5", "31012"}};
-
-QStringList joined(const QList<Entry>& entries, bool withParent) {
-    QStringList out;
-    for (const Entry& e : entries)
-        out << (withParent ? e.code + u'|' + e.description + u'|' + e.parent : e.code + u'|' + e.description);
-    return out;
-}
-
-} // namespace
+using namespace vesk::test::sample;
 
 class DictionaryFormTest : public QObject {
     Q_OBJECT
 
     std::unique_ptr<StudyFixture> fx;
 
-    // Types the rows of a level on its tab, choosing each row's parent in the tab's combo.
-    static void enterLevel(FRMBULDMAINCLDIC& form, int tab, const QString& grid, const QString& combo,
-                           const QList<Entry>& entries) {
-        child<QTabWidget>(&form, "SSTab1")->setCurrentIndex(tab);
-        auto* view = child<FlexGridView>(&form, grid);
-        for (int r = 0; r < entries.size(); ++r) {
-            typeRow(view, r, {entries[r].code, entries[r].description});
-            if (!combo.isEmpty()) {
-                auto* parents = child<QComboBox>(&form, combo);
-                const int i = parents->findText(entries[r].parent);
-                QVERIFY2(i > 0, qPrintable(entries[r].parent));
-                parents->setCurrentIndex(i);
-            }
-        }
-    }
-
-    void buildDictionary(FRMBULDMAINCLDIC& form) {
-        enterLevel(form, 0, "MsbdmGrps", "", kGroups);
-        enterLevel(form, 1, "MSFlexsubgrps", "cmbgrpcode", kSubGroups);
-        enterLevel(form, 2, "MSFlexbdmclstr", "cmbSgrpcode", kClusters);
-        enterLevel(form, 3, "MSFlexsgrptab", "cmbclstrcode", kCauses);
-        child<QPushButton>(&form, "cmdAppend")->click();
-        QCOMPARE(fx->prompts.messages(), QStringList());
-        enterLevel(form, 4, "MSFlxSequelaDct", "", kSequelae);
-        child<QPushButton>(&form, "cmdAppend")->click();
-        QCOMPARE(fx->prompts.messages(), QStringList({"The Sequela has been updated "}));
-        auto* sequelae = child<FlexGridView>(&form, "MSFlxSequelaDct");
-        auto* causes = child<QComboBox>(&form, "cmbCobcd");
-        QCOMPARE(causes->count(), 12);
-        for (const auto& [sequela, cause] : kMaps) {
-            const int row = static_cast<int>(std::find_if(kSequelae.begin(), kSequelae.end(),
-                                                          [&](const Entry& e) { return e.code == sequela; }) -
-                                             kSequelae.begin());
-            clickCell(sequelae, row, 0);
-            causes->setCurrentIndex(causes->findText(cause));
-            child<QPushButton>(&form, "cmdMap")->click();
-        }
-        clickCell(sequelae, 1, 0);
-        auto* list = child<QListWidget>(&form, "lstSqlaCauses");
-        QCOMPARE(list->count(), 3); // SQ2: 11021, 11022, 12012
-        fx->prompts.clear();
-    }
+    void buildDictionary(FRMBULDMAINCLDIC& form) { enterDictionary(form, fx->prompts); }
 
     void buildUnits() {
         defpopunits form(fx->db, "S1");
         form.show();
-        auto* tabs = child<QTabWidget>(&form, "SSBPU");
-        QTest::keyClicks(child<QLineEdit>(&form, "txtPAG2Id"), "IN");
-        QTest::keyClicks(child<QLineEdit>(&form, "txtPAG2Name"), "India");
-        tabs->setCurrentIndex(1);
-        auto* pag1 = child<FlexGridView>(&form, "MSFLPAG1");
-        typeRow(pag1, 0, {"KA", "Karnataka"});
-        typeRow(pag1, 1, {"TN", "Tamil Nadu"});
-        tabs->setCurrentIndex(2);
-        auto* bpu = child<FlexGridView>(&form, "MSFGBPU");
-        typeRow(bpu, 0, {"BLR", "Bangalore", "1"});
-        typeRow(bpu, 1, {"MYS", "Mysore", "2"});
-        typeRow(bpu, 2, {"MAA", "Chennai", "3"});
-        typeRow(bpu, 3, {"CBE", "Coimbatore", "4"});
-        tabs->setCurrentIndex(3);
-        for (const auto& [unit, aggregate] :
-             QList<QPair<QString, QString>>{{"BLR", "KA"}, {"MYS", "KA"}, {"MAA", "TN"}, {"CBE", "TN"}}) {
-            auto* units = child<QListWidget>(&form, "lstbpu");
-            units->setCurrentItem(units->findItems(unit, Qt::MatchExactly).value(0));
-            auto* aggregates = child<QListWidget>(&form, "List1");
-            aggregates->setCurrentItem(aggregates->findItems(aggregate, Qt::MatchExactly).value(0));
-            child<QPushButton>(&form, "cmdSet")->click();
-        }
-        child<QPushButton>(&form, "cmdApply")->click();
-        QCOMPARE(fx->prompts.messages(), QStringList({"Population Units updated successfully"}));
-        fx->prompts.clear();
+        enterUnits(form, fx->prompts);
     }
 
     void addData(const QString& cause) {
@@ -198,10 +93,7 @@ private slots:
                  QStringList({"21011", "21012", "21022"}));
         QCOMPARE(fx->rows("SELECT SqlaCd, Sequela FROM _DctBDMSqla ORDER BY SqlaCd"),
                  joined(kSequelae, false));
-        QStringList maps;
-        for (const auto& [s, c] : kMaps)
-            maps << s + u'|' + c;
-        QCOMPARE(fx->rows("SELECT SqlaCd, cobcd FROM _MapBDMSqla ORDER BY SqlaCd, cobcd"), maps);
+        QCOMPARE(fx->rows("SELECT SqlaCd, cobcd FROM _MapBDMSqla ORDER BY SqlaCd, cobcd"), joinedMaps());
         QCOMPARE(fx->rows("SELECT BDSId, PAG2Id, PAG2Name FROM _DctPAG2"), QStringList({"S1|IN|India"}));
         QCOMPARE(fx->rows("SELECT BDSId, PAG1Id, PAG1Name, PAG2Id FROM _DctPAG1 ORDER BY PAG1Id"),
                  QStringList({"S1|KA|Karnataka|IN", "S1|TN|Tamil Nadu|IN"}));

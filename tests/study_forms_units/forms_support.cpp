@@ -5,7 +5,6 @@
 #include "shell/error_store.h"
 #include "shell/settings.h"
 
-#include <QLineEdit>
 #include <QSqlRecord>
 #include <QtTest>
 
@@ -81,49 +80,6 @@ QStringList StudyFixture::rows(const QString& sql, const QVariantList& values) {
 QString StudyFixture::value(const QString& sql, const QVariantList& values) {
     const QStringList r = rows(sql, values);
     return r.isEmpty() ? QString() : r.first();
-}
-
-void clickCell(FlexGridView* view, int row, int col) {
-    const QModelIndex index = view->model()->index(row, col);
-    view->scrollTo(index);
-    QTest::mouseClick(view->viewport(), Qt::LeftButton, {}, view->visualRect(index).center());
-}
-
-void typeCell(FlexGridView* view, int row, int col, const QString& text) {
-    clickCell(view, row, col);
-    view->setFocus();
-    QTest::keyClick(view, Qt::Key_Return);
-    QLineEdit* box = view->cellBox();
-    box->clear();
-    QTest::keyClicks(box, text);
-    QTest::keyClick(box, Qt::Key_Return);
-}
-
-void typeRow(FlexGridView* view, int row, const QStringList& texts) {
-    for (int c = 0; c < texts.size(); ++c)
-        typeCell(view, row, c, texts[c]);
-}
-
-void pressDelete(FlexGridView* view) {
-    view->setFocus();
-    QTest::keyClick(view, Qt::Key_Delete);
-}
-
-QStringList gridTexts(const FlexGridView* view) {
-    QStringList out;
-    const QAbstractItemModel* m = view->model();
-    for (int r = 0; r < m->rowCount(); ++r) {
-        QStringList row;
-        bool any = false;
-        for (int c = 0; c < m->columnCount(); ++c) {
-            const QString t = m->data(m->index(r, c)).toString();
-            any = any || !t.isEmpty();
-            row << t;
-        }
-        if (any)
-            out << row.join(u'|');
-    }
-    return out;
 }
 
 } // namespace vesk::test

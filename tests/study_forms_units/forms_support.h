@@ -4,7 +4,7 @@
 // scripted prompts; and the user's gestures on a grid (click a cell, Enter, type, Enter).
 
 #include "database/db_connection.h"
-#include "inputs/forms/flex_grid_view.h"
+#include "grid_gestures.h"
 #include "platform/prompts.h"
 
 #include <QStringList>
@@ -32,16 +32,5 @@ public:
 private:
     std::unique_ptr<ScopedPromptService> installed_;
 };
-
-// Clicks the body cell (row, col) (body coordinates, from 0), as the mouse does.
-void clickCell(FlexGridView* view, int row, int col);
-// Clicks the cell, presses Enter, types `text` into the cell box and presses Enter.
-void typeCell(FlexGridView* view, int row, int col, const QString& text);
-// Types a whole row from column 0 on.
-void typeRow(FlexGridView* view, int row, const QStringList& texts);
-// Presses Delete on the grid.
-void pressDelete(FlexGridView* view);
-// The body texts of a grid, columns joined by "|", blank rows left out.
-QStringList gridTexts(const FlexGridView* view);
 
 } // namespace vesk::test

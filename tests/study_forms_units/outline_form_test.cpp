@@ -19,7 +19,6 @@
 #include <QProcess>
 #include <QPushButton>
 #include <QStandardPaths>
-#include <QTabWidget>
 #include <QTreeWidget>
 #include <QtTest>
 
@@ -235,16 +234,6 @@ private slots:
     }
 
     void screenshots() {
-        defpopunits units(fx->db, "S1");
-        units.findChild<QTabWidget*>("SSBPU")->setCurrentIndex(2);
-        saveShot(units, "defpopunits.png");
-        units.findChild<QTabWidget*>("SSBPU")->setCurrentIndex(3);
-        saveShot(units, "defpopunits_map.png");
-        FRMBULDMAINCLDIC dictionary(fx->db);
-        dictionary.findChild<QTabWidget*>("SSTab1")->setCurrentIndex(3);
-        saveShot(dictionary, "frm_buld_main_cl_dic.png");
-        dictionary.findChild<QTabWidget*>("SSTab1")->setCurrentIndex(4);
-        saveShot(dictionary, "frm_buld_main_cl_dic_sequela.png");
         frmCOB outline(fx->db, "S1", frmCOB::Mode::Causes);
         outline.findChild<QPushButton*>("cmdExpand")->click();
         saveShot(outline, "frm_cob.png");

@@ -2,7 +2,7 @@
 // Driving DEFINESTUDY1 as a user does: by object names, with the mouse on grid cells and the
 // keyboard in fields and grids.
 
-#include "inputs/forms/flex_grid_view.h"
+#include "grid_gestures.h"
 #include "study/forms/definestudy1.h"
 
 #include <QLineEdit>
@@ -10,14 +10,6 @@
 #include <QtTest>
 
 namespace vesk::test {
-
-// A click on the body cell (row, col) of a grid, counted from the first body row and column.
-inline void clickCell(FlexGridView* view, int row, int col) {
-    QCoreApplication::processEvents(); // a page just shown is laid out first
-    const QModelIndex index = view->model()->index(row, col);
-    view->scrollTo(index);
-    QTest::mouseClick(view->viewport(), Qt::LeftButton, {}, view->visualRect(index).center());
-}
 
 // Types `text` into the body cell (row, 0) of a one-column grid and presses Enter.
 inline void typeAge(FlexGridView* view, int row, const QString& text) {

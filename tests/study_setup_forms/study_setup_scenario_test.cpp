@@ -1,17 +1,21 @@
-// The program as a user meets Study Setup: File -> New leads into DEFINESTUDY1, a first study is
-// defined tab by tab, its causes are chosen through Study -> Setup, the loading chain reads it all
-// back, and a study is deleted with its cascade. Also the end of a File -> New that lacks the
-// minimum, and pictures of the four tabs (kept in VESK_SCREENSHOT_DIR when it is set).
+// The program as a new user meets it: File -> New leads into DEFINESTUDY1, a first study is defined
+// tab by tab, the dictionary of causes is built through File -> Dictionaries, the population units
+// through Study -> Population Units, the study's causes are chosen through Study -> Setup, the
+// loading chain reads it all back, and then a cluster and a study are deleted with their cascades.
+// Also the end of a File -> New that lacks the minimum, and pictures of the four tabs (kept in
+// VESK_SCREENSHOT_DIR when it is set).
 
 #include "database/database_backend.h"
 #include "database/db_create.h"
 #include "database/study_context.h"
 #include "form_support.h"
 #include "frame_fixture.h"
+#include "sample_dictionary.h"
 #include "shell/forms/frm_shw_cnt_mem.h"
 #include "shell/settings.h"
 #include "study/asg_data.h"
 #include "study/forms/definestudy1_register.h"
+#include "study/forms/study_forms_register.h"
 
 #include <QAction>
 #include <QListWidget>
@@ -23,6 +27,7 @@
 
 using namespace vesk;
 using namespace vesk::test;
+using namespace vesk::test::sample;
 
 namespace {
 
@@ -61,6 +66,7 @@ private:
         setStudyBackend(&backend_);
         registerRunLogViewers();
         registerStudySetup();
+        registerStudyDefinitionForms();
     }
     // A study file with a current study, so that the program starts in the state Ready.
     static void oldStudyFile(const QString& file) {
@@ -91,30 +97,38 @@ private:
         }
         return out;
     }
-    static void exec(const QString& sql) {
+    static void exec(const QString& sql, const QVariantList& values = {}) {
         QSqlError e;
-        QVERIFY2(studyContext().StudyDB->exec(sql, {}, &e), qPrintable(sql + ": " + e.text()));
+        QVERIFY2(studyContext().StudyDB->exec(sql, values, &e), qPrintable(sql + ": " + e.text()));
     }
-    // The dictionary of causes, as File -> Dictionaries or File -> Import would leave it: one group,
-    // two subgroups, two clusters and ten causes, and one sequela.
-    static void fillDictionaries() {
-        exec("INSERT INTO _DctBDMGrps (GrpCd, \"Group\") VALUES (1, 'Communicable diseases')");
-        exec("INSERT INTO _DctBDMSGrps (SGrpCd, Subgroup, GrpCd) VALUES ('A', 'Infectious', 1), ('B', "
-             "'Respiratory', 1)");
-        exec("INSERT INTO _DctBDMClstr (ClstrCd, Cluster, SGrpCd) VALUES ('A010', 'Tuberculosis', 'A'), "
-             "('B010', 'Respiratory infections', 'B')");
-        for (int i = 1; i <= 5; ++i) {
-            exec(QStringLiteral(
-                     "INSERT INTO _DctBDM (CobCd, Disease, ClstrCd, Sqla) VALUES ('A010%1', 'Cause A%1', "
-                     "'A010', 0)")
-                     .arg(i));
-            exec(QStringLiteral(
-                     "INSERT INTO _DctBDM (CobCd, Disease, ClstrCd, Sqla) VALUES ('B010%1', 'Cause B%1', "
-                     "'B010', 0)")
-                     .arg(i));
-        }
-        exec("INSERT INTO _DctBDMSqla (SqlaCd, Sequela) VALUES ('SQ1', 'Episode')");
+    // The texts of a one-dimensional array cell; empty when the cell holds no array.
+    static QStringList cellTexts(const Cell& cell) {
+        QStringList out;
+        if (cell.isArray())
+            for (int i = 0; i < cell.array().size(); ++i)
+                out << cell.array()(i).toString();
+        return out;
     }
+    // The causes of the current study as the context holds them.
+    static QStringList studyCauses() {
+        QStringList out;
+        const Cell& m = studyContext().MtxCobCd;
+        if (m.isArray())
+            for (int i = 0; i < m.array().size(0); ++i)
+                out << m.array()(i, 0).toString();
+        return out;
+    }
+    template <typename Form> static Form* waitForSubWindow(FRMMAINMENU& frame) {
+        Form* form = nullptr;
+        const bool shown =
+            QTest::qWaitFor([&] { return (form = frame.findChild<Form*>()) && form->isVisible(); });
+        return shown ? form : nullptr;
+    }
+    void buildDictionary(FRMMAINMENU& frame, ScriptedPrompts& prompts);
+    void buildUnits(FRMMAINMENU& frame, ScriptedPrompts& prompts);
+    void chooseCauses(FRMMAINMENU& frame, ScriptedPrompts& prompts);
+    void deleteACluster(FRMMAINMENU& frame, ScriptedPrompts& prompts);
+    static void addData();
     static DEFINESTUDY1* waitForForm() {
         if (!QTest::qWaitFor(
                 [] { return DEFINESTUDY1::instance() && DEFINESTUDY1::instance()->isVisible(); }))
@@ -124,12 +138,15 @@ private:
             qWarning("Study Setup is not the active window");
         return f;
     }
-    void shoot(DEFINESTUDY1& f, int tab, const char* name) {
-        f.SSTabDstudy->setCurrentIndex(tab);
-        QTest::qWait(50);
-        const QImage image = f.grab().toImage();
-        QVERIFY(hasContent(image));
-        QVERIFY(image.save(shots_ + QStringLiteral("/definestudy1_%1.png").arg(QLatin1String(name))));
+    // A picture of each tab of `form`, named prefix_name.png.
+    void shootTabs(QWidget* form, QTabWidget* tabs, const QString& prefix, const QStringList& names) {
+        for (int tab = 0; tab < names.size(); ++tab) {
+            tabs->setCurrentIndex(tab);
+            QTest::qWait(50);
+            const QImage image = form->grab().toImage();
+            QVERIFY(hasContent(image));
+            QVERIFY(image.save(shots_ + u'/' + prefix + u'_' + names[tab] + QStringLiteral(".png")));
+        }
     }
     void firstStudy(DEFINESTUDY1& f, ScriptedPrompts& prompts);
     void checkTables();
@@ -190,6 +207,78 @@ void StudySetupScenarioTest::firstStudy(DEFINESTUDY1& f, ScriptedPrompts& prompt
     QVERIFY(!studyContext().NewDBDone);
 }
 
+void StudySetupScenarioTest::buildDictionary(FRMMAINMENU& frame, ScriptedPrompts& prompts) {
+    QVERIFY(frame.isMenuEnabled("mnu_cgroups"));
+    frame.item("mnu_cgroups")->trigger();
+    auto* form = waitForSubWindow<FRMBULDMAINCLDIC>(frame);
+    QVERIFY(form);
+    prompts.clear();
+    enterDictionary(*form, prompts);
+    if (QTest::currentTestFailed())
+        return;
+    shootTabs(form, child<QTabWidget>(form, "SSTab1"), "dictionary",
+              {"groups", "subgroups", "clusters", "causes", "sequelae"});
+    child<QPushButton>(form, "cmdClose")->click();
+    QTRY_VERIFY(!frame.findChild<FRMBULDMAINCLDIC*>());
+    QVERIFY2(prompts.messages().isEmpty(), qPrintable(prompts.messages().join('\n')));
+}
+
+void StudySetupScenarioTest::buildUnits(FRMMAINMENU& frame, ScriptedPrompts& prompts) {
+    QVERIFY(frame.isMenuEnabled("mnu_BPUES"));
+    frame.item("mnu_BPUES")->trigger();
+    auto* form = waitForSubWindow<defpopunits>(frame);
+    QVERIFY(form);
+    // The scheme's terms stand in the captions of the tabs.
+    auto* tabs = child<QTabWidget>(form, "SSBPU");
+    QVERIFY2(tabs->tabText(0).contains("Nation") && tabs->tabText(1).contains("State") &&
+                 tabs->tabText(2).contains("District"),
+             qPrintable(tabs->tabText(0) + "/" + tabs->tabText(1) + "/" + tabs->tabText(2)));
+    prompts.clear();
+    enterUnits(*form, prompts);
+    if (QTest::currentTestFailed())
+        return;
+    shootTabs(form, tabs, "defpopunits", {"pag2", "pag1", "bpu", "map"});
+    // Apply reloads the study's units and aggregates into the context at once.
+    QCOMPARE(cellTexts(studyContext().VctrBPULst), QStringList({"BLR", "MYS", "MAA", "CBE"}));
+    QCOMPARE(cellTexts(studyContext().VctrPAGLst), QStringList({"KA", "TN"}));
+    child<QPushButton>(form, "cmdClose")->click();
+    QTRY_VERIFY(!frame.findChild<defpopunits*>());
+}
+
+void StudySetupScenarioTest::chooseCauses(FRMMAINMENU& frame, ScriptedPrompts& prompts) {
+    frame.item("mnu_SSetup")->trigger();
+    DEFINESTUDY1* f = waitForForm();
+    QVERIFY(f);
+    QVERIFY(f->SSTabDstudy->isTabEnabled(3));
+    QVERIFY(f->OptPickStudy->isChecked());
+    QCOMPARE(f->txtBDSId->text(), QString("Ind"));
+    QCOMPARE(f->txtYear->text(), QString("2001,2002"));
+    QCOMPARE(gridColumn(f->session().ages.RPTGrid).mid(0, 4), QStringList({"0", "1", "5", "15"}));
+    QCOMPARE(f->session().flexBuiltInDAP.textMatrix(2, 5), QString("True"));
+    f->SSTabDstudy->setCurrentIndex(3);
+    QVERIFY2(prompts.messages().isEmpty(), qPrintable(prompts.messages().join('\n')));
+    QCOMPARE(gridTexts(f->DbGridCauseGrps).size(), kCauses.size());
+    // All twelve, then the two breast-cancer causes out again by a click in the study's column.
+    f->cmdSelectAll->click();
+    clickCell(f->DbGridCauseGrps, 7, 2);
+    clickCell(f->DbGridCauseGrps, 9, 2);
+    QCOMPARE(f->session().DbGridCauseGrps.textMatrix(8, 2), QString("False"));
+    QCOMPARE(f->session().DbGridCauseGrps.textMatrix(9, 2), QString("True"));
+    f->cmdApply->click();
+    QVERIFY2(prompts.messages().isEmpty(), qPrintable(prompts.messages().join('\n')));
+    // One more map from this tab: Disfigurement also follows small-cell lung cancer.
+    QCOMPARE(f->LstSqlacd->count(), kSequelae.size());
+    f->LstSqlacd->setCurrentRow(3);
+    QCOMPARE(gridTexts(f->MsflxdtCobcd), QStringList({"21021|Ductal"}));
+    typeAge(f->MsflxdtCobcd, 1, "21011");
+    QCOMPARE(gridTexts(f->MsflxdtCobcd), QStringList({"21011|Small cell", "21021|Ductal"}));
+    QVERIFY2(prompts.messages().isEmpty(), qPrintable(prompts.messages().join('\n')));
+    shootTabs(f, f->SSTabDstudy, "definestudy1", {"study", "age_groups", "pop_units", "causes"});
+    f->cmdClose->click();
+    QTRY_VERIFY(!DEFINESTUDY1::instance());
+    QVERIFY2(prompts.messages().isEmpty(), qPrintable(prompts.messages().join('\n')));
+}
+
 void StudySetupScenarioTest::checkTables() {
     QCOMPARE(
         rows("SELECT BDSId, Year, BDSTi, PAGSch, Slct FROM _DctBDS ORDER BY rowid"),
@@ -203,13 +292,32 @@ void StudySetupScenarioTest::checkTables() {
                      "Ind|<null>|45|45", "Ind|<null>|60|60", "Ind|<null>|70|70", "Ind|<null>|80|80"}));
     QCOMPARE(rows("SELECT DAPID, r, K, Beta, C FROM _DctDAP ORDER BY DAPID"),
              QStringList({"0|0|0|0|0", "1|0.03|1|0.04|0.1658", "2|0|1|0.04|0.1658", "3|0.03|0|0|0"}));
+    QCOMPARE(rows("SELECT \"GrpCd\", \"Group\" FROM _DctBDMGrps ORDER BY GrpCd"), joined(kGroups, false));
+    QCOMPARE(rows("SELECT SGrpCd, Subgroup, GrpCd FROM _DctBDMSGrps ORDER BY SGrpCd"),
+             joined(kSubGroups, true));
+    QCOMPARE(rows("SELECT ClstrCd, Cluster, SGrpCd FROM _DctBDMClstr ORDER BY ClstrCd"),
+             joined(kClusters, true));
     QCOMPARE(rows("SELECT name FROM pragma_table_info('_DctBDM')"),
              QStringList({"CobCd", "Disease", "ClstrCd", "Sqla", "Ind"}));
-    QCOMPARE(rows("SELECT count(*), sum(Ind) FROM _DctBDM"), QStringList({"10|10"}));
-    QCOMPARE(rows("SELECT CobCd, Sqla FROM _DctBDM WHERE Sqla <> 0"), QStringList({"A0101|1"}));
-    QCOMPARE(rows("SELECT SqlaCd, cobcd FROM _MapBDMSqla"), QStringList({"SQ1|A0101"}));
-    for (const char* table : {"_DctBPU", "_DctPAG1", "_DctPAG2", "DatADW", "DatASDR", "DatCSM", "DatPOP",
-                              "DatDwt", "RsltYLL", "RsltYLD", "RsltDALY"})
+    // Every cause but 21012 and 21022 has a sequela and stands in the study.
+    QStringList causes;
+    for (const Entry& e : kCauses) {
+        const bool out = e.code == "21012" || e.code == "21022";
+        causes << QStringList({e.code, e.description, e.parent, out ? "0" : "-1", out ? "0" : "1"}).join('|');
+    }
+    QCOMPARE(rows("SELECT CobCd, Disease, ClstrCd, Sqla, Ind FROM _DctBDM ORDER BY CobCd"), causes);
+    QCOMPARE(rows("SELECT SqlaCd, Sequela FROM _DctBDMSqla ORDER BY SqlaCd"), joined(kSequelae, false));
+    QStringList maps = joinedMaps();
+    maps.insert(6, "SQ4|21011");
+    QCOMPARE(rows("SELECT SqlaCd, cobcd FROM _MapBDMSqla ORDER BY SqlaCd, cobcd"), maps);
+    QCOMPARE(rows("SELECT BDSId, PAG2Id, PAG2Name FROM _DctPAG2"), QStringList({"Ind|IN|India"}));
+    QCOMPARE(rows("SELECT BDSId, PAG1Id, PAG1Name, PAG2Id FROM _DctPAG1 ORDER BY PAG1Id"),
+             QStringList({"Ind|KA|Karnataka|IN", "Ind|TN|Tamil Nadu|IN"}));
+    QCOMPARE(rows("SELECT BDSId, BPUID, BPUName, Prty, PAG1Id FROM _DctBPU ORDER BY Prty"),
+             QStringList({"Ind|BLR|Bangalore|1|KA", "Ind|MYS|Mysore|2|KA", "Ind|MAA|Chennai|3|TN",
+                          "Ind|CBE|Coimbatore|4|TN"}));
+    for (const char* table : {"DatADW", "DatADWSqla", "DatASDR", "DatCSM", "DatPOP", "DatDwt", "RsltYLL",
+                              "RsltYLD", "RsltDALY"})
         QCOMPARE(rows(QStringLiteral("SELECT count(*) FROM %1").arg(QLatin1String(table))),
                  QStringList({"0"}));
 }
@@ -223,14 +331,12 @@ void StudySetupScenarioTest::checkContext() {
     QVERIFY(c.VctrYrLst.isArray());
     QCOMPARE(c.VctrYrLst.array().size(), 1);
     QCOMPARE(c.LblBPU + "/" + c.LblPAG1 + "/" + c.LblPAG2, QString("District/State/Nation"));
+    QCOMPARE(cellTexts(c.VctrBPULst), QStringList({"BLR", "MYS", "MAA", "CBE"}));
+    QCOMPARE(cellTexts(c.VctrPAGLst), QStringList({"KA", "TN"}));
     QVERIFY(c.ArrAgeDfn.isArray());
     QCOMPARE(c.ArrAgeDfn.array().size(0), 10);
-    QVERIFY(c.VctrYLLAsg.isArray());
-    QStringList yll;
-    for (int i = 0; i < c.VctrYLLAsg.array().size(); ++i)
-        yll << c.VctrYLLAsg.array()(i).toString();
-    QCOMPARE(yll, QStringList({"F0", "F01-4", "F05-14", "F15-44", "F45-59", "F60-w", "M0", "M01-4", "M05-14",
-                               "M15-44", "M45-59", "M60-w"}));
+    QCOMPARE(cellTexts(c.VctrYLLAsg), QStringList({"F0", "F01-4", "F05-14", "F15-44", "F45-59", "F60-w", "M0",
+                                                   "M01-4", "M05-14", "M15-44", "M45-59", "M60-w"}));
     QVERIFY(c.VctrYLDAsg.isArray());
     QCOMPARE(c.VctrYLDAsg.array().size(), 20);
     QCOMPARE(c.VctrYLDAsg.array()(2).toString(), QString("F05-9"));
@@ -238,34 +344,81 @@ void StudySetupScenarioTest::checkContext() {
     QVERIFY(c.VctrPNDAge.isArray());
     QCOMPARE(c.VctrPNDAge.array().size(), 10);
     QCOMPARE(c.VctrPNDAge.array()(9).toDouble(), 80.0);
-    QVERIFY(c.MtxCobCd.isArray());
+    QStringList expected;
+    for (const Entry& e : kCauses)
+        if (e.code != "21012" && e.code != "21022")
+            expected << e.code;
+    QCOMPARE(studyCauses(), expected);
     const CellArray& causes = c.MtxCobCd.array();
-    QCOMPARE(causes.size(0), 10);
-    QCOMPARE(causes(0, 0).toString(), QString("A0101"));
-    QVERIFY(causes(0, 1).isArray());
-    QCOMPARE(causes(0, 1).array()(0).toString(), QString("SQ1"));
-    QCOMPARE(causes(9, 0).toString(), QString("B0105"));
-    QVERIFY(causes(9, 1).isEmpty());
+    QCOMPARE(cellTexts(causes(0, 1)), QStringList({"SQ1"})); // 11011
+    QCOMPARE(cellTexts(causes(4, 1)), QStringList({"SQ3"})); // 12011
+    QCOMPARE(cellTexts(causes(5, 1)), QStringList({"SQ2"})); // 12012
+    QCOMPARE(cellTexts(causes(6, 1)), QStringList({"SQ4"})); // 21011
+    QCOMPARE(cellTexts(causes(9, 1)), QStringList({"SQ5"})); // 31012
+}
+
+// Data under two causes, as the input sheets would leave them: one cause of the cluster that goes
+// (11011) and one that stays (21011), for both years, in Bangalore.
+void StudySetupScenarioTest::addData() {
+    for (int year : {2001, 2002}) {
+        for (const char* cause : {"11011", "21011"}) {
+            exec("INSERT INTO DatADW (BPUID, YEAR, COBCd, ASG, i, P) VALUES ('BLR', ?, ?, 'M0', 1, 2)",
+                 {year, cause});
+            exec("INSERT INTO DatCSM (BPUID, YEAR, COBCd, ASG, CSMP) VALUES ('BLR', ?, ?, 'M0', 0.5)",
+                 {year, cause});
+            exec("INSERT INTO DatDwt (BDSId, YEAR, COBCd, ASG, Dwt) VALUES ('Ind', ?, ?, 'M0', 0.2)",
+                 {year, cause});
+        }
+        exec("INSERT INTO DatADWSqla (BPUID, YEAR, COBCd, SqlaCd, ASG, i) VALUES ('BLR', ?, '11011', 'SQ1', "
+             "'M0', 1)",
+             {year});
+        exec("INSERT INTO DatPOP (BPUID, YEAR, Bai, M, F) VALUES ('BLR', ?, 0, 100, 90)", {year});
+        exec("INSERT INTO DatASDR (BPUID, YEAR, Bai, F, M, P) VALUES ('BLR', ?, 0, 0.1, 0.1, 0.1)", {year});
+        exec("INSERT INTO RsltYLL (BPUID, YEAR, DAPID, COBCd, ASG, IYLL, PYLL) VALUES ('BLR', ?, 1, '11011', "
+             "'M0', 5, 5)",
+             {year});
+    }
+}
+
+void StudySetupScenarioTest::deleteACluster(FRMMAINMENU& frame, ScriptedPrompts& prompts) {
+    frame.item("mnu_cgroups")->trigger();
+    auto* form = waitForSubWindow<FRMBULDMAINCLDIC>(frame);
+    QVERIFY(form);
+    child<QTabWidget>(form, "SSTab1")->setCurrentIndex(2);
+    auto* clusters = child<FlexGridView>(form, "MSFlexbdmclstr");
+    clickCell(clusters, 0, 0); // 1101 Diarrhoeal: cholera and shigellosis
+    prompts.clear();
+    prompts.answer(Answer::Ok);
+    prompts.answer(Answer::Yes);
+    pressDelete(clusters);
+    QCOMPARE(prompts.messages().size(), 2);
+    QCOMPARE(prompts.shown()[0].title, QString("Vesk : warning"));
+    QVERIFY(prompts.messages()[0].startsWith("There are 2 CobCds mapped to this Cluster Code(1101),"));
+    QCOMPARE(prompts.shown()[1].title, QString("Vesk : warning message"));
+    QCOMPARE(prompts.unanswered(), 0);
+    QCOMPARE(gridTexts(clusters).size(), kClusters.size() - 1);
+    child<QPushButton>(form, "cmdClose")->click();
+    QTRY_VERIFY(!frame.findChild<FRMBULDMAINCLDIC*>());
+
+    QCOMPARE(rows("SELECT ClstrCd FROM _DctBDMClstr ORDER BY ClstrCd"),
+             QStringList({"1102", "1201", "2101", "2102", "3101"}));
+    QCOMPARE(rows("SELECT count(*) FROM _DctBDM WHERE ClstrCd = '1101'"), QStringList({"0"}));
+    QCOMPARE(rows("SELECT count(*), sum(Ind) FROM _DctBDM"), QStringList({"10|8"}));
+    // Every table whose name begins with DAT loses the cause's rows, in both years; the rest stay.
+    for (const char* table : {"DatADW", "DatCSM", "DatDwt"})
+        QCOMPARE(rows(QStringLiteral("SELECT COBCd, YEAR FROM %1 ORDER BY YEAR").arg(QLatin1String(table))),
+                 QStringList({"21011|2001", "21011|2002"}));
+    QCOMPARE(rows("SELECT count(*) FROM DatADWSqla"), QStringList({"0"}));
+    for (const char* table : {"DatPOP", "DatASDR", "RsltYLL"})
+        QCOMPARE(rows(QStringLiteral("SELECT count(*) FROM %1").arg(QLatin1String(table))),
+                 QStringList({"2"}));
+    // The maps of the causes that went stay, as do the levels above the cluster.
+    QCOMPARE(rows("SELECT cobcd FROM _MapBDMSqla WHERE SqlaCd = 'SQ1' ORDER BY cobcd"),
+             QStringList({"11011", "11012"}));
+    QCOMPARE(rows("SELECT count(*) FROM _DctBDMSGrps"), QStringList({"4"}));
 }
 
 void StudySetupScenarioTest::deleteTheStudy(FRMMAINMENU& frame, ScriptedPrompts& prompts) {
-    // Units and data under the first study, for the cascade to meet.
-    exec("INSERT INTO _DctBPU (BDSId, BPUID, BPUName, Prty, PAG1Id) VALUES ('Ind', 'D1', 'Delhi', 1, 'S1')");
-    exec("INSERT INTO _DctPAG1 (BDSId, PAG1Id, PAG1Name, PAG2Id) VALUES ('Ind', 'S1', 'State one', 'IN')");
-    exec("INSERT INTO _DctPAG2 (BDSId, PAG2Id, PAG2Name) VALUES ('Ind', 'IN', 'India')");
-    for (int year : {2001, 2002}) {
-        const QString y = QString::number(year);
-        exec("INSERT INTO DatADW (BPUID, YEAR, COBCd, ASG, i, P) VALUES ('D1', " + y +
-             ", 'A0101', 'M0', 1, 2)");
-        exec("INSERT INTO DatCSM (BPUID, YEAR, COBCd, ASG, CSMP) VALUES ('D1', " + y +
-             ", 'A0101', 'M0', 0.5)");
-        exec("INSERT INTO DatPOP (BPUID, YEAR, Bai, M, F) VALUES ('D1', " + y + ", 0, 100, 90)");
-        exec("INSERT INTO DatASDR (BPUID, YEAR, Bai, F, M, P) VALUES ('D1', " + y + ", 0, 0.1, 0.1, 0.1)");
-        exec("INSERT INTO DatDwt (BDSId, YEAR, COBCd, ASG, Dwt) VALUES ('Ind', " + y +
-             ", 'A0101', 'M0', 0.2)");
-        exec("INSERT INTO RsltYLL (BPUID, YEAR, DAPID, COBCd, ASG, IYLL, PYLL) VALUES ('D1', " + y +
-             ", 1, 'A0101', 'M0', 5, 5)");
-    }
     // A second study becomes the current one; then the first is deleted from the study grid.
     prompts.clear();
     frame.item("mnu_SSetup")->trigger();
@@ -277,13 +430,16 @@ void StudySetupScenarioTest::deleteTheStudy(FRMMAINMENU& frame, ScriptedPrompts&
     typeField(f->txtBDSTi, "Second look");
     f->cmdApply->click();
     QCOMPARE(studyContext().CurBDSId, QString("Ind2"));
+    QCOMPARE(rows("SELECT name FROM pragma_table_info('_DctBDM')"),
+             QStringList({"CobCd", "Disease", "ClstrCd", "Sqla", "Ind", "Ind2"}));
+    QCOMPARE(rows("SELECT count(*) FROM _DctBDM WHERE Ind2 <> 0"), QStringList({"0"}));
     clickCell(f->dbgrid2, 0, 0); // Ind 2001
     prompts.clear();
     prompts.answer(Answer::Yes);
     prompts.answer(Answer::Yes);
-    f->dbgrid2->setFocus();
-    QTest::keyClick(f->dbgrid2, Qt::Key_Delete);
+    pressDelete(f->dbgrid2);
     QCOMPARE(prompts.messages().size(), 2);
+    QCOMPARE(prompts.messages()[0], QString(" Do U want to delete the selected study"));
     QCOMPARE(
         prompts.messages()[1],
         QString("The BDSID- Ind you have selected have the following details\n Following BPUS are mapped - "
@@ -295,15 +451,20 @@ void StudySetupScenarioTest::deleteTheStudy(FRMMAINMENU& frame, ScriptedPrompts&
             QStringList({"0"}));
     QCOMPARE(rows("SELECT name FROM pragma_table_info('_DctBDM')"),
              QStringList({"CobCd", "Disease", "ClstrCd", "Sqla", "Ind2"}));
-    // DatADW had rows for 2001: the five data tables lose 2001 under the study's units, and keep 2002.
-    for (const char* table : {"DatADW", "DatCSM", "DatPOP", "DatASDR"})
-        QCOMPARE(rows(QStringLiteral("SELECT YEAR FROM %1").arg(QLatin1String(table))),
-                 QStringList({"2002"}));
+    // DatADW had rows for 2001 under the study's units: the five data tables lose 2001 and keep 2002;
+    // disability weights and results are not touched.
+    QCOMPARE(rows("SELECT COBCd, YEAR FROM DatADW"), QStringList({"21011|2002"}));
+    QCOMPARE(rows("SELECT COBCd, YEAR FROM DatCSM"), QStringList({"21011|2002"}));
+    for (const char* table : {"DatPOP", "DatASDR"})
+        QCOMPARE(rows(QStringLiteral("SELECT YEAR FROM %1").arg(QLatin1String(table))), QStringList({"2002"}));
     QCOMPARE(rows("SELECT count(*) FROM DatDwt"), QStringList({"2"}));
     QCOMPARE(rows("SELECT count(*) FROM RsltYLL"), QStringList({"2"}));
     QCOMPARE(rows("SELECT BDSId, Year, Slct FROM _DctBDS"), QStringList({"Ind2|2005|1"}));
     QCOMPARE(f->session().dbgrid2.rows(), 2);
+    // The dictionary is common to all studies and stays whole.
+    QCOMPARE(rows("SELECT count(*) FROM _DctBDM"), QStringList({"10"}));
     f->close();
+    QTRY_VERIFY(!DEFINESTUDY1::instance());
 }
 
 void StudySetupScenarioTest::fromFileNewToACompleteStudyAndItsDeletion() {
@@ -337,40 +498,31 @@ void StudySetupScenarioTest::fromFileNewToACompleteStudyAndItsDeletion() {
     QVERIFY(QFile::exists(fresh));
     QCOMPARE(folder.stpValue("OBJECT="), QString("india.vdb"));
 
-    // The causes, then Study -> Setup again: all four tabs, the causes chosen and a sequela mapped.
-    fillDictionaries();
-    program.frame().item("mnu_SSetup")->trigger();
-    f = waitForForm();
-    QVERIFY(f);
-    QVERIFY(f->SSTabDstudy->isTabEnabled(3));
-    QVERIFY(f->OptPickStudy->isChecked());
-    QCOMPARE(f->txtBDSId->text(), QString("Ind"));
-    QCOMPARE(f->txtYear->text(), QString("2001,2002"));
-    QCOMPARE(gridColumn(f->session().ages.RPTGrid).mid(0, 4), QStringList({"0", "1", "5", "15"}));
-    QCOMPARE(f->session().flexBuiltInDAP.textMatrix(2, 5), QString("True"));
-    f->SSTabDstudy->setCurrentIndex(3);
-    QVERIFY2(program.prompts.messages().isEmpty(), qPrintable(program.prompts.messages().join('\n')));
-    f->cmdSelectAll->click();
-    f->cmdApply->click();
-    QCOMPARE(f->LstSqlacd->count(), 1);
-    typeAge(f->MsflxdtCobcd, 0, "A0101");
-    const char* const names[4] = {"study", "age_groups", "pop_units", "causes"};
-    for (int tab = 0; tab < 4; ++tab)
-        shoot(*f, tab, names[tab]);
-    program.prompts.clear();
-    f->cmdClose->click();
-    QTRY_VERIFY(!DEFINESTUDY1::instance());
+    // File -> Dictionaries, Study -> Population Units, then Study -> Setup for the causes.
+    for (auto step : {&StudySetupScenarioTest::buildDictionary, &StudySetupScenarioTest::buildUnits,
+                      &StudySetupScenarioTest::chooseCauses}) {
+        (this->*step)(program.frame(), program.prompts);
+        if (QTest::currentTestFailed())
+            return;
+    }
     checkTables();
 
-    // The chain reads the study back; without units it says so.
+    // The chain reads the whole study back, silently now that it has units.
     program.prompts.clear();
     program.frame().setTimerEnabled(true);
     QVERIFY(program.waitForChain());
-    QCOMPARE(program.prompts.messages(),
-             QStringList({"No BPUs defined for the Study Ind", "No PAGs defined for the Study Ind"}));
+    QVERIFY2(program.prompts.messages().isEmpty(), qPrintable(program.prompts.messages().join('\n')));
     checkContext();
     QCOMPARE(program.frame().menuCaption("mnu_bpu"), QString("District"));
 
+    addData();
+    deleteACluster(program.frame(), program.prompts);
+    if (QTest::currentTestFailed())
+        return;
+    program.frame().setTimerEnabled(true);
+    QVERIFY(program.waitForChain());
+    QCOMPARE(studyCauses(),
+             QStringList({"11021", "11022", "12011", "12012", "21011", "21021", "31011", "31012"}));
     deleteTheStudy(program.frame(), program.prompts);
 }
 

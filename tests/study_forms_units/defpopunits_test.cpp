@@ -3,6 +3,7 @@
 
 #include "database/study_context.h"
 #include "forms_support.h"
+#include "sample_study.h"
 #include "study/forms/defpopunits.h"
 
 #include <QComboBox>
@@ -16,6 +17,7 @@
 
 using namespace vesk;
 using namespace vesk::test;
+using namespace vesk::test::sample;
 
 class DefPopUnitsTest : public QObject {
     Q_OBJECT
@@ -28,33 +30,9 @@ class DefPopUnitsTest : public QObject {
             qFatal("no widget %s", name);
         return w;
     }
-    static void select(QListWidget* list, const QString& text) {
-        const auto items = list->findItems(text, Qt::MatchExactly);
-        QVERIFY(!items.isEmpty());
-        list->setCurrentItem(items.first());
-    }
-    // Sets the pair on the Map tab as the user does.
-    static void setPair(defpopunits& form, const QString& bpu, const QString& pag1) {
-        child<QTabWidget>(&form, "SSBPU")->setCurrentIndex(3);
-        select(child<QListWidget>(&form, "lstbpu"), bpu);
-        select(child<QListWidget>(&form, "List1"), pag1);
-        child<QPushButton>(&form, "cmdSet")->click();
-    }
     static void enterUnits(defpopunits& form) {
-        auto* tabs = child<QTabWidget>(&form, "SSBPU");
-        tabs->setCurrentIndex(0);
-        QTest::keyClicks(child<QLineEdit>(&form, "txtPAG2Id"), "N1");
-        QTest::keyClicks(child<QLineEdit>(&form, "txtPAG2Name"), "Nation one");
-        tabs->setCurrentIndex(1);
-        auto* pag1 = child<FlexGridView>(&form, "MSFLPAG1");
-        typeRow(pag1, 0, {"P1", "North"});
-        typeRow(pag1, 1, {"P2", "South"});
-        tabs->setCurrentIndex(2);
-        auto* bpu = child<FlexGridView>(&form, "MSFGBPU");
-        typeRow(bpu, 0, {"B1", "Alpha", "1"});
-        typeRow(bpu, 1, {"B2", "Beta", "2"});
-        typeRow(bpu, 2, {"B3", "Gamma", "3"});
-        typeRow(bpu, 3, {"B4", "Delta", "4"});
+        typeUnits(form, {"N1", "Nation one"}, {{"P1", "North"}, {"P2", "South"}},
+                  {{"B1", "Alpha", "1"}, {"B2", "Beta", "2"}, {"B3", "Gamma", "3"}, {"B4", "Delta", "4"}});
     }
 
 private slots:

@@ -5,7 +5,7 @@
 
 #include "database/study_context.h"
 #include "forms_support.h"
-#include "sample_dictionary.h"
+#include "sample_study.h"
 #include "study/forms/defpopunits.h"
 #include "study/forms/frm_buld_main_cl_dic.h"
 

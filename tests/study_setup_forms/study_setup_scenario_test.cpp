@@ -10,7 +10,7 @@
 #include "database/study_context.h"
 #include "form_support.h"
 #include "frame_fixture.h"
-#include "sample_dictionary.h"
+#include "sample_study.h"
 #include "shell/forms/frm_shw_cnt_mem.h"
 #include "shell/settings.h"
 #include "study/asg_data.h"

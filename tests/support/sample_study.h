@@ -10,12 +10,14 @@
 #include "study/forms/frm_buld_main_cl_dic.h"
 
 #include <QComboBox>
+#include <QLineEdit>
 #include <QList>
 #include <QListWidget>
 #include <QPair>
 #include <QPushButton>
 #include <QTabWidget>
 #include <algorithm>
+#include <utility>
 
 namespace vesk::test::sample {
 
@@ -109,33 +111,49 @@ inline void enterDictionary(FRMBULDMAINCLDIC& form, ScriptedPrompts& prompts) {
     prompts.clear();
 }
 
-// The units (id, name, priority) and the level-1 aggregate each stands under.
+// Types the three levels of "Define Population Units": the level-2 aggregate (id, name), the
+// level-1 aggregates (id, name each) and the units (id, name, priority each). Nothing is applied.
+inline void typeUnits(defpopunits& form, const QStringList& pag2, const QList<QStringList>& pag1s,
+                      const QList<QStringList>& bpus) {
+    auto* tabs = child<QTabWidget>(&form, "SSBPU");
+    tabs->setCurrentIndex(0);
+    QTest::keyClicks(child<QLineEdit>(&form, "txtPAG2Id"), pag2[0]);
+    QTest::keyClicks(child<QLineEdit>(&form, "txtPAG2Name"), pag2[1]);
+    tabs->setCurrentIndex(1);
+    auto* pag1 = child<FlexGridView>(&form, "MSFLPAG1");
+    for (int r = 0; r < pag1s.size(); ++r)
+        typeRow(pag1, r, pag1s[r]);
+    tabs->setCurrentIndex(2);
+    auto* bpu = child<FlexGridView>(&form, "MSFGBPU");
+    for (int r = 0; r < bpus.size(); ++r)
+        typeRow(bpu, r, bpus[r]);
+}
+
+// Sets the pair of a unit and its level-1 aggregate on the Map tab, as the user does.
+inline void setPair(defpopunits& form, const QString& unit, const QString& aggregate) {
+    child<QTabWidget>(&form, "SSBPU")->setCurrentIndex(3);
+    for (const auto& [name, text] : {std::pair{"lstbpu", unit}, std::pair{"List1", aggregate}}) {
+        auto* list = child<QListWidget>(&form, name);
+        const auto items = list->findItems(text, Qt::MatchExactly);
+        QVERIFY2(!items.isEmpty(), qPrintable(text));
+        list->setCurrentItem(items.first());
+    }
+    child<QPushButton>(&form, "cmdSet")->click();
+}
+
+// The sample's units: India; Karnataka and Tamil Nadu; two districts in each.
 inline const QList<QStringList> kUnits = {
     {"BLR", "Bangalore", "1", "KA"}, {"MYS", "Mysore", "2", "KA"}, {"MAA", "Chennai", "3", "TN"},
     {"CBE", "Coimbatore", "4", "TN"}};
 
-// The level-2 aggregate, the two level-1 aggregates, the four units and their map, then Apply.
+// The sample's units typed, each mapped, and applied.
 inline void enterUnits(defpopunits& form, ScriptedPrompts& prompts) {
-    auto* tabs = child<QTabWidget>(&form, "SSBPU");
-    tabs->setCurrentIndex(0);
-    QTest::keyClicks(child<QLineEdit>(&form, "txtPAG2Id"), "IN");
-    QTest::keyClicks(child<QLineEdit>(&form, "txtPAG2Name"), "India");
-    tabs->setCurrentIndex(1);
-    auto* pag1 = child<FlexGridView>(&form, "MSFLPAG1");
-    typeRow(pag1, 0, {"KA", "Karnataka"});
-    typeRow(pag1, 1, {"TN", "Tamil Nadu"});
-    tabs->setCurrentIndex(2);
-    auto* bpu = child<FlexGridView>(&form, "MSFGBPU");
-    for (int r = 0; r < kUnits.size(); ++r)
-        typeRow(bpu, r, kUnits[r].mid(0, 3));
-    tabs->setCurrentIndex(3);
-    for (const QStringList& unit : kUnits) {
-        auto* units = child<QListWidget>(&form, "lstbpu");
-        units->setCurrentItem(units->findItems(unit[0], Qt::MatchExactly).value(0));
-        auto* aggregates = child<QListWidget>(&form, "List1");
-        aggregates->setCurrentItem(aggregates->findItems(unit[3], Qt::MatchExactly).value(0));
-        child<QPushButton>(&form, "cmdSet")->click();
-    }
+    QList<QStringList> bpus;
+    for (const QStringList& unit : kUnits)
+        bpus << unit.mid(0, 3);
+    typeUnits(form, {"IN", "India"}, {{"KA", "Karnataka"}, {"TN", "Tamil Nadu"}}, bpus);
+    for (const QStringList& unit : kUnits)
+        setPair(form, unit[0], unit[3]);
     child<QPushButton>(&form, "cmdApply")->click();
     QCOMPARE(prompts.messages(), QStringList({"Population Units updated successfully"}));
     prompts.clear();

@@ -25,6 +25,12 @@ inline const QString CauseDescription = QStringLiteral("Description");
 inline const QString SequelaCode = QStringLiteral("Sequela Code");
 inline const QString SequelaDescription = QStringLiteral("Sequela Description");
 
+// Delete on a saved cause: causes have no deletion of their own.
+inline const QString SavedCauseStays =
+    QStringLiteral("A cause of burden already in the dictionary is deleted with its cluster, on the "
+                   "Clusters tab.\nTo leave it out of a study, clear it on the Causes of Burden tab of "
+                   "Study - Setup.");
+
 // Append.
 inline const QString UpdatingGroups = QStringLiteral("Updating _DctBDMGrps:");
 inline const QString UpdatingSubGroups = QStringLiteral("Updating _DctBDMSGrps:");

@@ -154,6 +154,28 @@ private slots:
         QCOMPARE(gridTexts(groups), QStringList({"1|Communicable", "3|Injuries"}));
     }
 
+    void deleteOnASavedCauseSaysWhereCausesGo() {
+        FRMBULDMAINCLDIC form(fx->db);
+        form.show();
+        buildDictionary(form);
+        child<QTabWidget>(&form, "SSTab1")->setCurrentIndex(3);
+        auto* causes = child<FlexGridView>(&form, "MSFlexsgrptab");
+        // A row typed but not appended only leaves the grid, without a question.
+        typeRow(causes, kCauses.size(), {"31013", "Cyclist"});
+        clickCell(causes, kCauses.size(), 0);
+        pressDelete(causes);
+        QCOMPARE(fx->prompts.messages(), QStringList());
+        QCOMPARE(gridTexts(causes).size(), kCauses.size());
+        // A saved cause stays, and the user is told how causes go.
+        clickCell(causes, 0, 0);
+        pressDelete(causes);
+        QCOMPARE(fx->prompts.messages().size(), 1);
+        QVERIFY(fx->prompts.messages()[0].startsWith("A cause of burden already in the dictionary is deleted "
+                                                     "with its cluster"));
+        QCOMPARE(fx->value("SELECT count(*) FROM _DctBDM"), QString::number(kCauses.size()));
+        QCOMPARE(gridTexts(causes).size(), kCauses.size());
+    }
+
     void appendShowsTheGroupRuleMessage() {
         FRMBULDMAINCLDIC form(fx->db);
         form.show();

@@ -311,10 +311,12 @@ void FRMBULDMAINCLDIC::cmdOK_Click() {
 void FRMBULDMAINCLDIC::deleteRow(Tab tab) {
     Page& p = pages_[tab];
     const QString code = currentCode(tab);
-    if (!p.saved.contains(code) || tab == TabCauses) {
-        // A row not yet in the table only leaves the grid; a saved cause goes with its cluster.
-        if (!p.saved.contains(code))
-            removeGridRow(*p.model, p.model->row());
+    if (!p.saved.contains(code)) {
+        removeGridRow(*p.model, p.model->row()); // a row not yet in the table only leaves the grid
+        return;
+    }
+    if (tab == TabCauses) {
+        prompts().ask(cdtext::SavedCauseStays, Buttons::Ok, Icon::Information);
         return;
     }
     const bool deleted = tab == TabSequela ? dict_.deleteSequela(code) : dict_.deleteCode(code, tab);

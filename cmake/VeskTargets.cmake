@@ -8,6 +8,7 @@ function(vesk_add_gtest name)
     cmake_parse_arguments(ARG "" "" "SOURCES;LIBS" ${ARGN})
     add_executable(${name} ${ARG_SOURCES})
     target_link_libraries(${name} PRIVATE vesk_core GTest::gtest GTest::gtest_main GTest::gmock ${ARG_LIBS})
+    target_include_directories(${name} PRIVATE ${CMAKE_SOURCE_DIR}/tests/support)
     target_compile_options(${name} PRIVATE ${VESK_WARNINGS})
     target_compile_definitions(${name} PRIVATE
         VESK_TEST_DATA="${CMAKE_SOURCE_DIR}/tests/data"

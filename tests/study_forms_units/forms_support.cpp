@@ -1,4 +1,5 @@
 #include "forms_support.h"
+#include "query_rows.h"
 
 #include "database/db_create.h"
 #include "database/study_context.h"
@@ -60,20 +61,10 @@ bool StudyFixture::exec(const QString& sql, const QVariantList& values) {
 }
 
 QStringList StudyFixture::rows(const QString& sql, const QVariantList& values) {
-    QStringList out;
-    QSqlError e;
-    auto q = db->query(sql, values, &e);
-    if (!q) {
-        qWarning("%s: %s", qPrintable(sql), qPrintable(e.text()));
-        return out;
-    }
-    const int n = q->record().count();
-    while (q->next()) {
-        QStringList row;
-        for (int i = 0; i < n; ++i)
-            row << (q->value(i).isNull() ? QStringLiteral("<null>") : q->value(i).toString());
-        out << row.join(u'|');
-    }
+    QString error;
+    const QStringList out = queryRows(*db, sql, values, &error);
+    if (!error.isEmpty())
+        qWarning("%s", qPrintable(error));
     return out;
 }
 

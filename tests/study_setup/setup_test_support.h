@@ -10,6 +10,7 @@
 #include "shell/menu_state.h"
 #include "shell/settings.h"
 #include "study/asg_data.h"
+#include "query_rows.h"
 
 #include <QDir>
 #include <QSqlQuery>
@@ -56,15 +57,9 @@ protected:
     }
     // The rows of a query, each as its values joined by "|" (Null as "<null>").
     QStringList rows(const QString& sql, const QVariantList& values = {}) {
-        QStringList out;
-        auto q = db().query(sql, values);
-        EXPECT_TRUE(q.has_value()) << sql.toStdString();
-        while (q && q->next()) {
-            QStringList cells;
-            for (int c = 0; c < q->record().count(); ++c)
-                cells << (q->value(c).isNull() ? QStringLiteral("<null>") : q->value(c).toString());
-            out << cells.join(QLatin1Char('|'));
-        }
+        QString error;
+        const QStringList out = queryRows(db(), sql, values, &error);
+        EXPECT_TRUE(error.isEmpty()) << error.toStdString();
         return out;
     }
     QString scalar(const QString& sql, const QVariantList& values = {}) {

@@ -10,6 +10,7 @@
 #include "shell/menu_state.h"
 #include "shell/settings.h"
 #include "study/asg_data.h"
+#include "query_rows.h"
 
 #include <QAction>
 #include <QComboBox>
@@ -46,17 +47,7 @@ private:
         QSqlError e;
         QVERIFY2(studyContext().StudyDB->exec(sql, values, &e), qPrintable(sql + ": " + e.text()));
     }
-    QStringList rows(const QString& sql) {
-        QStringList out;
-        auto q = studyContext().StudyDB->query(sql);
-        while (q && q->next()) {
-            QStringList cells;
-            for (int c = 0; c < q->record().count(); ++c)
-                cells << (q->value(c).isNull() ? QStringLiteral("<null>") : q->value(c).toString());
-            out << cells.join(u'|');
-        }
-        return out;
-    }
+    static QStringList rows(const QString& sql) { return queryRows(*studyContext().StudyDB, sql); }
     // A new study made on the first tab.
     void newStudy(DEFINESTUDY1& f, const QString& id, const QString& years, const QString& title) {
         f.OptNewStudy->click();

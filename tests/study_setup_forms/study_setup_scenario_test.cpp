@@ -16,6 +16,7 @@
 #include "study/asg_data.h"
 #include "study/forms/definestudy1_register.h"
 #include "study/forms/study_forms_register.h"
+#include "query_rows.h"
 
 #include <QAction>
 #include <QListWidget>
@@ -86,17 +87,7 @@ private:
               "INSERT INTO _DfnAgeGrps (BDSId, YLL, YLD, PND) VALUES ('OLD', 0, 0, 0)"})
             QVERIFY2(db->exec(QString::fromLatin1(sql)), sql);
     }
-    static QStringList rows(const QString& sql) {
-        QStringList out;
-        auto q = studyContext().StudyDB->query(sql);
-        while (q && q->next()) {
-            QStringList cells;
-            for (int c = 0; c < q->record().count(); ++c)
-                cells << (q->value(c).isNull() ? QStringLiteral("<null>") : q->value(c).toString());
-            out << cells.join(u'|');
-        }
-        return out;
-    }
+    static QStringList rows(const QString& sql) { return queryRows(*studyContext().StudyDB, sql); }
     static void exec(const QString& sql, const QVariantList& values = {}) {
         QSqlError e;
         QVERIFY2(studyContext().StudyDB->exec(sql, values, &e), qPrintable(sql + ": " + e.text()));

@@ -1,4 +1,5 @@
 #include "study_units_support.h"
+#include "query_rows.h"
 
 #include "database/db_create.h"
 #include "database/study_context.h"
@@ -63,19 +64,9 @@ void StudyDbTest::exec(const QString& sql, const QVariantList& values) {
 }
 
 QStringList StudyDbTest::rows(const QString& sql, const QVariantList& values) {
-    QSqlError e;
-    QStringList out;
-    auto q = db->query(sql, values, &e);
-    EXPECT_TRUE(q) << sql.toStdString() << ": " << e.text().toStdString();
-    if (!q)
-        return out;
-    const int n = q->record().count();
-    while (q->next()) {
-        QStringList row;
-        for (int i = 0; i < n; ++i)
-            row << (q->value(i).isNull() ? QStringLiteral("<null>") : q->value(i).toString());
-        out << row.join(u'|');
-    }
+    QString error;
+    const QStringList out = queryRows(*db, sql, values, &error);
+    EXPECT_TRUE(error.isEmpty()) << error.toStdString();
     return out;
 }
 

@@ -16,6 +16,7 @@
 #include <QMenu>
 #include <QMenuBar>
 #include <QPrintDialog>
+#include <QFont>
 #include <QPrinter>
 #include <QPrinterInfo>
 #include <QTableView>
@@ -130,6 +131,9 @@ QComboBox* makeDecimalsBox(QWidget* parent) {
 
 void printSheetTo(QPrinter& printer, const CalculatorSheet& sheet) {
     QTextDocument doc;
+    QFont font = doc.defaultFont();
+    font.setStyleStrategy(QFont::PreferNoShaping); // no ligatures: the printed words copy as typed
+    doc.setDefaultFont(font);
     doc.setHtml(calculatorPrintHtml(sheet));
     doc.print(&printer);
 }

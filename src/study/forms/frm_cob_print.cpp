@@ -58,6 +58,9 @@ bool printOutlineEntries(const QList<OutlineLine>& entries, const QString& title
     if (!painter.begin(&printer))
         return false;
     QFont font(QStringLiteral("DejaVu Sans"), 10);
+    // No shaping where the script does not need it: no ligatures, so that the printed codes and
+    // names are found and copied letter for letter ("traffic", not a single "ffi" glyph).
+    font.setStyleStrategy(QFont::PreferNoShaping);
     painter.setFont(font);
     const QFontMetrics metrics(font, &printer);
     const QRect page = printer.pageLayout().paintRectPixels(printer.resolution());

@@ -1,24 +1,21 @@
-// frmCOB in its two modes, its buttons and its printing, the menu entries that open the study
-// forms in the frame, and the pictures of the three forms for the user guide.
+// frmCOB in its two modes, its buttons and its printing, and the menu entries that open the study
+// forms in the frame.
 
 #include "database/study_context.h"
 #include "forms_support.h"
+#include "read_back.h"
 #include "shell/forms/frm_main_menu.h"
 #include "shell/forms/menu_commands.h"
 #include "shell/frame_menu_tree.h"
 #include "study/forms/defpopunits.h"
-#include "study/forms/frm_buld_main_cl_dic.h"
 #include "study/forms/frm_cob.h"
 #include "study/forms/frm_cob_print.h"
 #include "study/forms/study_forms_register.h"
 
 #include <QAction>
-#include <QDir>
 #include <QMdiArea>
 #include <QMdiSubWindow>
-#include <QProcess>
 #include <QPushButton>
-#include <QStandardPaths>
 #include <QTreeWidget>
 #include <QtTest>
 
@@ -26,18 +23,6 @@ using namespace vesk;
 using namespace vesk::test;
 
 namespace {
-
-QStringList treeTexts(const QTreeWidget* tree) {
-    QStringList out;
-    std::function<void(const QTreeWidgetItem*, int)> walk = [&](const QTreeWidgetItem* item, int depth) {
-        out << QString(depth * 2, u' ') + item->text(0);
-        for (int i = 0; i < item->childCount(); ++i)
-            walk(item->child(i), depth + 1);
-    };
-    for (int i = 0; i < tree->topLevelItemCount(); ++i)
-        walk(tree->topLevelItem(i), 0);
-    return out;
-}
 
 // The nodes with children that stand open.
 int expandedCount(const QTreeWidget* tree) {
@@ -50,14 +35,6 @@ int expandedCount(const QTreeWidget* tree) {
     for (int i = 0; i < tree->topLevelItemCount(); ++i)
         walk(tree->topLevelItem(i));
     return n;
-}
-
-QString pdfText(const QString& pdf) {
-    QProcess p;
-    p.start(QStringLiteral("pdftotext"), {QStringLiteral("-layout"), pdf, QStringLiteral("-")});
-    if (!p.waitForFinished(30000))
-        return {};
-    return QString::fromUtf8(p.readAllStandardOutput());
 }
 
 } // namespace
@@ -96,14 +73,6 @@ class OutlineFormTest : public QObject {
         form.findChild<QPushButton*>("cmdPrint")->click();
         setOutlinePrintToPdf(false);
         return pdfText(pdf);
-    }
-
-    static void saveShot(QWidget& form, const QString& name) {
-        const QString folder = QStringLiteral(VESK_SOURCE_DIR) + QStringLiteral("/docs/screenshots");
-        QDir().mkpath(folder);
-        form.show();
-        QTest::qWait(50);
-        QVERIFY(form.grab().save(folder + u'/' + name));
     }
 
 private slots:
@@ -231,15 +200,6 @@ private slots:
         fx->prompts.clear();
         QVERIFY(!defpopunits::open());
         QCOMPARE(fx->prompts.messages(), QStringList({"Select a study from the Study - Setup menu."}));
-    }
-
-    void screenshots() {
-        frmCOB outline(fx->db, "S1", frmCOB::Mode::Causes);
-        outline.findChild<QPushButton*>("cmdExpand")->click();
-        saveShot(outline, "frm_cob.png");
-        frmCOB schema(fx->db, "S1", frmCOB::Mode::Population);
-        schema.findChild<QPushButton*>("cmdExpand")->click();
-        saveShot(schema, "frm_cob_population.png");
     }
 };
 

@@ -10,11 +10,14 @@
 #include "database/study_context.h"
 #include "form_support.h"
 #include "frame_fixture.h"
+#include "read_back.h"
 #include "sample_study.h"
 #include "shell/forms/frm_shw_cnt_mem.h"
 #include "shell/settings.h"
 #include "study/asg_data.h"
 #include "study/forms/definestudy1_register.h"
+#include "study/forms/frm_cob.h"
+#include "study/forms/frm_cob_print.h"
 #include "study/forms/study_forms_register.h"
 #include "query_rows.h"
 
@@ -119,6 +122,8 @@ private:
     void buildUnits(FRMMAINMENU& frame, ScriptedPrompts& prompts);
     void chooseCauses(FRMMAINMENU& frame, ScriptedPrompts& prompts);
     void deleteACluster(FRMMAINMENU& frame, ScriptedPrompts& prompts);
+    void checkOutline(FRMMAINMENU& frame, ScriptedPrompts& prompts, const char* item, const QStringList& nodes,
+                      const QString& name);
     static void addData();
     static DEFINESTUDY1* waitForForm() {
         if (!QTest::qWaitFor(
@@ -348,6 +353,32 @@ void StudySetupScenarioTest::checkContext() {
     QCOMPARE(cellTexts(causes(9, 1)), QStringList({"SQ5"})); // 31012
 }
 
+// An outline opened from the View menu: its nodes, a picture, and a print to PDF whose text holds
+// every node.
+void StudySetupScenarioTest::checkOutline(FRMMAINMENU& frame, ScriptedPrompts& prompts, const char* item,
+                                          const QStringList& nodes, const QString& name) {
+    frame.item(item)->trigger();
+    auto* form = waitForSubWindow<frmCOB>(frame);
+    QVERIFY(form);
+    child<QPushButton>(form, "cmdExpand")->click();
+    auto* tree = child<QTreeWidget>(form, "COB");
+    QCOMPARE(treeTexts(tree), nodes);
+    QTest::qWait(50);
+    QVERIFY(form->grab().save(shots_ + u'/' + name + QStringLiteral(".png")));
+    const QString pdf = scratch_.filePath(name + QStringLiteral(".pdf"));
+    setOutlinePrintToPdf(true);
+    prompts.clear();
+    prompts.fileAnswer(pdf);
+    child<QPushButton>(form, "cmdPrint")->click();
+    setOutlinePrintToPdf(false);
+    QCOMPARE(prompts.messages(), QStringList({"printed Sucessfully"}));
+    const QString text = pdfText(pdf);
+    QVERIFY2(!text.isEmpty(), "pdftotext gave nothing");
+    for (const QString& node : nodes)
+        QVERIFY2(text.contains(node.trimmed()), qPrintable(node));
+    prompts.clear();
+}
+
 // Data under two causes, as the input sheets would leave them: one cause of the cluster that goes
 // (11011) and one that stays (21011), for both years, in Bangalore.
 void StudySetupScenarioTest::addData() {
@@ -505,6 +536,25 @@ void StudySetupScenarioTest::fromFileNewToACompleteStudyAndItsDeletion() {
     QVERIFY2(program.prompts.messages().isEmpty(), qPrintable(program.prompts.messages().join('\n')));
     checkContext();
     QCOMPARE(program.frame().menuCaption("mnu_bpu"), QString("District"));
+
+    // The two outlines of the complete study, on screen and on paper.
+    checkOutline(program.frame(), program.prompts, "mnu_CauseGrps",
+                 {" Causes of Burden Outline", "  Cause of Burden", "    1;(Communicable)", "      11;(Infectious)",
+                  "        1101;(Diarrhoeal)", "          11011;(Cholera)", "          11012;(Shigellosis)",
+                  "        1102;(Malaria)", "          11021;(Falciparum)", "          11022;(Vivax)",
+                  "      12;(Maternal)", "        1201;(Haemorrhage)", "          12011;(Antepartum)",
+                  "          12012;(Postpartum)", "    2;(Noncommunicable)", "      21;(Cancers)",
+                  "        2101;(Lung)", "          21011;(Small cell)", "        2102;(Breast)",
+                  "          21021;(Ductal)", "    3;(Injuries)", "      31;(Unintentional)",
+                  "        3101;(Road traffic)", "          31011;(Pedestrian)", "          31012;(Motorcyclist)"},
+                 "frm_cob");
+    checkOutline(program.frame(), program.prompts, "mnu_popunits_outline",
+                 {" Population Schema Outline", "  Population Schema", "    IN;(India)", "      KA;(Karnataka)",
+                  "        BLR;(Bangalore)", "        MYS;(Mysore)", "      TN;(Tamil Nadu)", "        MAA;(Chennai)",
+                  "        CBE;(Coimbatore)"},
+                 "frm_cob_population");
+    if (QTest::currentTestFailed())
+        return;
 
     addData();
     deleteACluster(program.frame(), program.prompts);

@@ -44,6 +44,28 @@ QStringList headingsOf(const QList<Cell>& firstRow) {
     return out;
 }
 
+void setNotMadeInThisSession(const QString& table) {
+    setForeignError(engine_error::kNotWritable,
+                    QStringLiteral("Cannot update '%1'; the range was not made in this session.").arg(table));
+}
+
+ForeignTable tableOfRange(const QString& name, int row1, int col1, int row2, int col2,
+                          const std::function<Cell(int, int)>& cellAt) {
+    ForeignTable t;
+    t.name = name;
+    QList<Cell> heading;
+    for (int c = col1; c <= col2; ++c)
+        heading << cellAt(row1, c);
+    t.fieldNames = headingsOf(heading);
+    if (row2 > row1) {
+        t.rows = CellArray{row2 - row1, col2 - col1 + 1};
+        for (int r = row1 + 1; r <= row2; ++r)
+            for (int c = col1; c <= col2; ++c)
+                t.rows(r - row1 - 1, c - col1) = cellAt(r, c);
+    }
+    return t;
+}
+
 bool rowsFitFields(const CellArray& rows, int fieldCount) {
     if (rows.rank() != 2 && !rows.isEmpty()) {
         setForeignError(engine_error::kItemNotFound, QStringLiteral("The rows are not a table of fields."));

@@ -6,6 +6,7 @@
 
 #include "inputs/foreign_types.h"
 
+#include <functional>
 #include <memory>
 
 namespace vesk {
@@ -45,6 +46,22 @@ template <typename Building> Building* findBuilding(QList<Building>& building, c
             return &candidate;
     return nullptr;
 }
+// The table of this session that `rows` are appended to, when it exists and the rows fit its
+// fields; nullptr with the engine's error set otherwise.
+void setNotMadeInThisSession(const QString& table);
+template <typename Building>
+Building* buildingToAppend(QList<Building>& building, const QString& table, const CellArray& rows) {
+    Building* b = findBuilding(building, table);
+    if (!b) {
+        setNotMadeInThisSession(table);
+        return nullptr;
+    }
+    return rowsFitFields(rows, static_cast<int>(b->def.fields.size())) ? b : nullptr;
+}
+// A worksheet range read as a table: its first row names the fields, the rows below are the
+// records. `cellAt(row, col)` gives a cell of the sheet; the range's corners are inclusive.
+ForeignTable tableOfRange(const QString& name, int row1, int col1, int row2, int col2,
+                          const std::function<Cell(int, int)>& cellAt);
 // Text cut to the driver's limit: worksheets keep 255 characters, dBase 254.
 QString cutText(const QString& text, int limit);
 // The value a field stores: a text field, or any text, the value's text cut to the field's length

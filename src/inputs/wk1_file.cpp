@@ -294,14 +294,8 @@ bool Wk1Driver::createTable(const TableDef& def) {
 }
 
 bool Wk1Driver::appendRows(const QString& table, const CellArray& rows) {
-    Building* b = findBuilding(building_, table);
-    if (!b) {
-        setForeignError(
-            engine_error::kNotWritable,
-            QStringLiteral("Cannot update '%1'; the range was not made in this session.").arg(table));
-        return false;
-    }
-    if (!rowsFitFields(rows, static_cast<int>(b->def.fields.size())))
+    Building* b = buildingToAppend(building_, table, rows);
+    if (!b)
         return false;
     const int n = rows.rank() == 2 ? rows.size(0) : 0;
     if (b->firstRow + b->rows + n >= Wk1Sheet::kMaxRows || b != &building_.last()) {
@@ -334,19 +328,7 @@ std::optional<ForeignTable> Wk1Driver::readTable(const QString& name) {
         return std::nullopt;
     const int c1 = std::min(range->col1, range->col2), c2 = std::max(range->col1, range->col2);
     const int r1 = std::min(range->row1, range->row2), r2 = std::max(range->row1, range->row2);
-    ForeignTable t;
-    t.name = range->name;
-    QList<Cell> heading;
-    for (int c = c1; c <= c2; ++c)
-        heading << sheet_.cell(r1, c);
-    t.fieldNames = headingsOf(heading);
-    if (r2 > r1) {
-        t.rows = CellArray{r2 - r1, c2 - c1 + 1};
-        for (int r = r1 + 1; r <= r2; ++r)
-            for (int c = c1; c <= c2; ++c)
-                t.rows(r - r1 - 1, c - c1) = sheet_.cell(r, c);
-    }
-    return t;
+    return tableOfRange(range->name, r1, c1, r2, c2, [this](int r, int c) { return sheet_.cell(r, c); });
 }
 
 bool Wk1Driver::close() {

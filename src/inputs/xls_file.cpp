@@ -126,19 +126,7 @@ std::optional<ForeignTable> XlsDriver::readTable(const QString& name) {
                    ? cellAt(static_cast<unsigned>(r), static_cast<unsigned short>(c))
                    : Cell::null();
     };
-    ForeignTable t;
-    t.name = name;
-    QList<Cell> heading;
-    for (int c = area->col1; c <= area->col2; ++c)
-        heading << at(area->row1, c);
-    t.fieldNames = headingsOf(heading);
-    if (area->row2 > area->row1) {
-        t.rows = CellArray{area->row2 - area->row1, area->col2 - area->col1 + 1};
-        for (int r = area->row1 + 1; r <= area->row2; ++r)
-            for (int c = area->col1; c <= area->col2; ++c)
-                t.rows(r - area->row1 - 1, c - area->col1) = at(r, c);
-    }
-    return t;
+    return tableOfRange(name, area->row1, area->col1, area->row2, area->col2, at);
 }
 
 } // namespace vesk

@@ -397,14 +397,8 @@ bool XlsxDriver::createTable(const TableDef& def) {
 }
 
 bool XlsxDriver::appendRows(const QString& table, const CellArray& rows) {
-    Building* b = findBuilding(building_, table);
-    if (!b) {
-        setForeignError(
-            engine_error::kNotWritable,
-            QStringLiteral("Cannot update '%1'; the range was not made in this session.").arg(table));
-        return false;
-    }
-    if (!rowsFitFields(rows, static_cast<int>(b->def.fields.size())))
+    Building* b = buildingToAppend(building_, table, rows);
+    if (!b)
         return false;
     const int n = rows.rank() == 2 ? rows.size(0) : 0;
     if (b->rows.size() + n >= 1048576) {
@@ -430,19 +424,7 @@ std::optional<ForeignTable> XlsxDriver::readTable(const QString& name) {
         return std::nullopt;
     const auto& cells = book_->sheetCells(area->sheet);
     auto at = [&](int r, int c) { return cells.value({r, c}, Cell::null()); };
-    ForeignTable t;
-    t.name = name;
-    QList<Cell> heading;
-    for (int c = area->col1; c <= area->col2; ++c)
-        heading << at(area->row1, c);
-    t.fieldNames = headingsOf(heading);
-    if (area->row2 > area->row1) {
-        t.rows = CellArray{area->row2 - area->row1, area->col2 - area->col1 + 1};
-        for (int r = area->row1 + 1; r <= area->row2; ++r)
-            for (int c = area->col1; c <= area->col2; ++c)
-                t.rows(r - area->row1 - 1, c - area->col1) = at(r, c);
-    }
-    return t;
+    return tableOfRange(name, area->row1, area->col1, area->row2, area->col2, at);
 }
 
 bool XlsxDriver::close() {

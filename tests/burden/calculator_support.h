@@ -6,6 +6,7 @@
 #include "platform/prompts.h"
 #include "shell/error_store.h"
 #include "shell/settings.h"
+#include "straight_life_table.h"
 
 #include <QStringList>
 #include <QTemporaryDir>
@@ -20,25 +21,6 @@ inline void PrintTo(const QStringList& l, std::ostream* os) {
 }
 
 namespace vesk::test {
-
-// e(x) of the test's standard table: straight lines, so that interpolated values are known exactly.
-inline double femaleE(double x) {
-    return 82.5 - 0.8 * x;
-}
-inline double maleE(double x) {
-    return 80.0 - 0.78 * x;
-}
-
-// Rows 0 to 100 as the settings file gives them: texts of age, female, male.
-inline CellArray straightLifeTable() {
-    CellArray t({101, 3});
-    for (int x = 0; x <= 100; ++x) {
-        t(x, 0) = Cell(QString::number(x));
-        t(x, 1) = Cell(QString::number(femaleE(x), 'g', 10));
-        t(x, 2) = Cell(QString::number(maleE(x), 'g', 10));
-    }
-    return t;
-}
 
 class CalculatorTest : public ::testing::Test {
 protected:

@@ -1,12 +1,13 @@
 #pragma once
 // Driving the calculators' grids as a user does: open a cell's editor, type, press Enter; click a
-// cell; read what a cell and a head show. And a standard life table of straight lines.
+// cell; read what a cell and a head show; the settings the calculators read.
 
 #include "grid_gestures.h"
 #include "platform/cell_array.h"
 #include "platform/prompts.h"
 #include "shell/error_store.h"
 #include "shell/settings.h"
+#include "straight_life_table.h"
 
 #include <QAbstractItemView>
 #include <QApplication>
@@ -16,23 +17,6 @@
 #include <QTest>
 
 namespace vesk::test {
-
-inline double femaleE(double x) {
-    return 82.5 - 0.8 * x;
-}
-inline double maleE(double x) {
-    return 80.0 - 0.78 * x;
-}
-
-inline CellArray straightLifeTable() {
-    CellArray t({101, 3});
-    for (int x = 0; x <= 100; ++x) {
-        t(x, 0) = Cell(QString::number(x));
-        t(x, 1) = Cell(QString::number(femaleE(x), 'g', 10));
-        t(x, 2) = Cell(QString::number(maleE(x), 'g', 10));
-    }
-    return t;
-}
 
 // The settings the calculators read, and a clean error store with its log in `statOut`.
 inline void calculatorSettings(const QString& statOut) {

@@ -16,12 +16,10 @@ namespace ct = calculator_texts;
 
 namespace {
 
-QString tr(const char* text) {
-    return QString::fromLatin1(text);
-}
+using calculator_texts::text;
 
-void say(const char* text, const char* title = nullptr, Icon icon = Icon::Warning) {
-    prompts().ask(tr(text), Buttons::Ok, icon, title ? tr(title) : QString());
+void say(const char* message, const char* title = nullptr, Icon icon = Icon::Warning) {
+    prompts().ask(text(message), Buttons::Ok, icon, title ? text(title) : QString());
 }
 
 float single(const QString& text) {
@@ -32,16 +30,16 @@ float single(const QString& text) {
 
 const CalculatorTaskInfo& calculatorTaskInfo(CalculatorTask task) {
     static const CalculatorTaskInfo yll{
-        ct::kYllCaption, ct::kYllTitle, {tr(ct::kDeaths), tr(ct::kAgeAtDeath)}, ct::kYllPrefix};
+        ct::kYllCaption, ct::kYllTitle, {text(ct::kDeaths), text(ct::kAgeAtDeath)}, ct::kYllPrefix};
     static const CalculatorTaskInfo iyld{
         ct::kIyldCaption,
         ct::kYldTitle,
-        {tr(ct::kAgeAtOnset), tr(ct::kDuration), tr(ct::kDisabilityWeight), tr(ct::kIncidentCases)},
+        {text(ct::kAgeAtOnset), text(ct::kDuration), text(ct::kDisabilityWeight), text(ct::kIncidentCases)},
         ct::kIyldPrefix};
     static const CalculatorTaskInfo pyld{
         ct::kPyldCaption,
         ct::kYldTitle,
-        {tr(ct::kPrevalentCases), tr(ct::kDisabilityWeight), tr(ct::kAgeOfPrevalentCases)},
+        {text(ct::kPrevalentCases), text(ct::kDisabilityWeight), text(ct::kAgeOfPrevalentCases)},
         ct::kPyldPrefix};
     switch (task) {
     case CalculatorTask::Iyld:
@@ -100,7 +98,7 @@ bool buildCalculator(CalculatorTask task, const AgeDefModel& ageDef, CalcDataMod
         return false;
     }
     const CalculatorTaskInfo& info = calculatorTaskInfo(task);
-    data.build(tr(info.title), *labels, info.inputHeads);
+    data.build(text(info.title), *labels, info.inputHeads);
     return true;
 }
 
@@ -242,7 +240,7 @@ bool CalYllRslt(const std::vector<DapValues>& sets, CalcDataModel& data) {
     if (!table)
         return false;
     for (const DapValues& dap : sets)
-        data.setResultColumn(calculatorResultHead(tr(ct::kYllPrefix), dap),
+        data.setResultColumn(calculatorResultHead(text(ct::kYllPrefix), dap),
                              CalYllCalculator(data.labels(), *ages, deaths, dap, *table));
     return true;
 }
@@ -251,7 +249,7 @@ bool computeYld(CalculatorTask task, const std::vector<DapValues>& sets, CalcDat
     const auto rows = BuildADW(task, data);
     if (!rows)
         return false;
-    const QString prefix = tr(calculatorTaskInfo(task).resultPrefix);
+    const QString prefix = text(calculatorTaskInfo(task).resultPrefix);
     for (const DapValues& dap : sets)
         data.setResultColumn(calculatorResultHead(prefix, dap),
                              task == CalculatorTask::Pyld ? CalPyld(*rows, dap) : CalIyld(*rows, dap));
@@ -273,8 +271,8 @@ bool computeCalculator(CalculatorTask task, const DapGridModel& dap, CalcDataMod
     try {
         return task == CalculatorTask::Yll ? CalYllRslt(sets, data) : computeYld(task, sets, data);
     } catch (const std::exception& e) {
-        prompts().ask(tr(ct::kYllCalculatorError) + QString::fromStdString(e.what()), Buttons::Ok,
-                      Icon::Critical, tr(ct::kYllCalculatorTitle));
+        prompts().ask(text(ct::kYllCalculatorError) + QString::fromStdString(e.what()), Buttons::Ok,
+                      Icon::Critical, text(ct::kYllCalculatorTitle));
         return false;
     }
 }

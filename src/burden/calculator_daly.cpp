@@ -15,12 +15,10 @@ namespace ct = calculator_texts;
 
 namespace {
 
-QString tr(const char* text) {
-    return QString::fromLatin1(text);
-}
+using calculator_texts::text;
 
-void say(const char* text, const char* title = nullptr, Icon icon = Icon::Warning) {
-    prompts().ask(tr(text), Buttons::Ok, icon, title ? tr(title) : QString());
+void say(const char* message, const char* title = nullptr, Icon icon = Icon::Warning) {
+    prompts().ask(text(message), Buttons::Ok, icon, title ? text(title) : QString());
 }
 
 CellArray labelArray(const QStringList& labels) {
@@ -80,9 +78,9 @@ bool buildDalyCalculator(const AgeDefModel& yldDef, const AgeDefModel& yllDef, C
         say(ct::kDoNotMap);
         return false;
     }
-    yld.build(tr(ct::kYldTitle), *yldLabels,
-              {tr(ct::kAgeAtOnset), tr(ct::kDuration), tr(ct::kDisabilityWeight), tr(ct::kCases)});
-    yll.build(tr(ct::kYllTitle), *yllLabels, {tr(ct::kDeaths), tr(ct::kAgeAtDeath)});
+    yld.build(text(ct::kYldTitle), *yldLabels,
+              {text(ct::kAgeAtOnset), text(ct::kDuration), text(ct::kDisabilityWeight), text(ct::kCases)});
+    yll.build(text(ct::kYllTitle), *yllLabels, {text(ct::kDeaths), text(ct::kAgeAtDeath)});
     return true;
 }
 
@@ -131,11 +129,11 @@ bool computeDalySets(const std::vector<DapValues>& sets, CalcDataModel& yld, Cal
     for (const DapValues& dap : sets) {
         const std::vector<Cell> iyld = CalIyld(*yldRows, dap);
         const std::vector<Cell> yllValues = CalYllCalculator(yll.labels(), *ages, deaths, dap, *table);
-        yld.setResultColumn(calculatorResultHead(tr(ct::kIyldPrefix), dap), iyld);
-        yll.setResultColumn(calculatorResultHead(tr(ct::kYllPrefix), dap), yllValues);
+        yld.setResultColumn(calculatorResultHead(text(ct::kIyldPrefix), dap), iyld);
+        yll.setResultColumn(calculatorResultHead(text(ct::kYllPrefix), dap), yllValues);
         const DalyJoin join = joinDaly(yld.labels(), iyld, yll.labels(), yllValues, map);
         (join.baseIsYll ? yll : yld)
-            .setResultColumn(calculatorResultHead(tr(ct::kDalyPrefix), dap), join.values);
+            .setResultColumn(calculatorResultHead(text(ct::kDalyPrefix), dap), join.values);
     }
     return true;
 }
@@ -160,8 +158,8 @@ bool CalculateDalyCal(const DapGridModel& dap, CalcDataModel& yld, CalcDataModel
     try {
         return computeDalySets(sets, yld, yll);
     } catch (const std::exception& e) {
-        prompts().ask(tr(ct::kYllCalculatorError) + QString::fromStdString(e.what()), Buttons::Ok,
-                      Icon::Critical, tr(ct::kYllCalculatorTitle));
+        prompts().ask(text(ct::kYllCalculatorError) + QString::fromStdString(e.what()), Buttons::Ok,
+                      Icon::Critical, text(ct::kYllCalculatorTitle));
         return false;
     }
 }

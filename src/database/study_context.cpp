@@ -49,6 +49,14 @@ std::shared_ptr<DbConnection> StudyContext::ensureStudyDB(QString* error) {
     return db;
 }
 
+std::shared_ptr<DbConnection> StudyContext::ensureStudyDBOrShow() {
+    QString error;
+    auto db = ensureStudyDB(&error);
+    if (!db)
+        show(error);
+    return db;
+}
+
 bool StudyContext::InitBDS() {
     QString error;
     if (!ensureStudyDB(&error)) {

@@ -75,6 +75,8 @@ public:
     static QString studyDatabasePath();
     // StudyDB, opened on studyDatabasePath() when it is not open on that file; nullptr with `error`.
     std::shared_ptr<DbConnection> ensureStudyDB(QString* error);
+    // The same; when the file cannot be opened the reason is shown and nullptr given back.
+    std::shared_ptr<DbConnection> ensureStudyDBOrShow();
 
 private:
     void show(const QString& text);

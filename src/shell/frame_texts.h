@@ -1,7 +1,14 @@
 #pragma once
 // The words of the main frame, its loading chain and its File commands, kept to the letter.
 
+#include <QString>
+
 namespace vesk::frame_texts {
+
+// The texts below are UTF-8 literals; this gives one as the QString a prompt or caption takes.
+inline QString text(const char* s) {
+    return QString::fromUtf8(s);
+}
 
 inline constexpr char kProductName[] = "VESK- Health Loss Ledger";
 inline constexpr char kWindowTitle[] = "VESK- Health Loss Ledger";

@@ -28,9 +28,7 @@ FrameHost* currentHost = nullptr;
 // The bar's range for the chain: one step per stage, Value 1 to 7.
 constexpr int kChainSteps = 7;
 
-QString text(const char* s) {
-    return QString::fromUtf8(s);
-}
+using frame_texts::text;
 
 // Folder and file joined as the settings name them.
 QString joinPath(const QString& folder, const QString& file) {

@@ -23,9 +23,7 @@ namespace t = frame_texts;
 
 namespace {
 
-QString text(const char* s) {
-    return QString::fromUtf8(s);
-}
+using frame_texts::text;
 
 // The file name as File -> Open stores it: in lower case where the file system does not tell the
 // cases apart, as it is where it does (a lower-cased name would name no file there).

@@ -13,9 +13,7 @@ using sql::quoteName;
 
 namespace {
 
-QString text(const char* s) {
-    return QString::fromLatin1(s);
-}
+using setup_texts::text;
 
 void say(const char* message) {
     prompts().ask(text(message));
@@ -24,14 +22,6 @@ void say(const char* message) {
 // The old engine's refusal of a text longer than its field reads like this (error 3163).
 bool isTooLong(const QSqlError& error) {
     return engineDescription(error).contains(QStringLiteral("is too small to accept the amount of data"));
-}
-
-bool run(const DbConnection& db, const QString& sql, const QVariantList& values = {}) {
-    QSqlError e;
-    if (db.exec(sql, values, &e))
-        return true;
-    showStudySetupDbError(e);
-    return false;
 }
 
 bool studyExists(const DbConnection& db, const QString& id) {
@@ -75,6 +65,14 @@ void showStudySetupDbError(const QSqlError& error) {
     }
     prompts().ask(error.nativeErrorCode() + QLatin1Char(' ') + engineDescription(error), Buttons::Ok,
                   Icon::Critical);
+}
+
+bool execSetupStatement(const DbConnection& db, const QString& sql, const QVariantList& values) {
+    QSqlError e;
+    if (db.exec(sql, values, &e))
+        return true;
+    showStudySetupDbError(e);
+    return false;
 }
 
 QList<StudyRow> studyRows(const DbConnection& db) {
@@ -128,11 +126,12 @@ StudyApplyResult applyNewStudy(StudyContext& context, const StudyFields& fields)
         say(t::kBadYear);
         return refused(StudyField::Years);
     }
-    if (!run(db, QStringLiteral("UPDATE _DctBDS SET Slct = 0")))
+    if (!execSetupStatement(db, QStringLiteral("UPDATE _DctBDS SET Slct = 0")))
         return result;
     for (int i = 0; i < years->size(); ++i)
-        if (!run(db, QStringLiteral("INSERT INTO _DctBDS (BDSId, Year, BDSTi, Slct) VALUES (?, ?, ?, ?)"),
-                 {id, (*years)[i], fields.title, i == 0 ? 1 : 0}))
+        if (!execSetupStatement(
+                db, QStringLiteral("INSERT INTO _DctBDS (BDSId, Year, BDSTi, Slct) VALUES (?, ?, ?, ?)"),
+                {id, (*years)[i], fields.title, i == 0 ? 1 : 0}))
             return result;
     // The new study is the current one: its first year, and the scheme it does not have yet.
     StudyRow current{id, years->first(), fields.title, QString(), true};
@@ -189,10 +188,11 @@ StudyApplyResult applyExistingStudy(StudyContext& context, const StudyFields& fi
         scheme = q->value(0);
     for (int year : *years)
         if (!held.contains(year) &&
-            !run(db,
-                 QStringLiteral(
-                     "INSERT INTO _DctBDS (BDSId, Year, BDSTi, PAGSch, Slct) VALUES (?, ?, ?, ?, 0)"),
-                 {id, year, fields.title, scheme}))
+            !execSetupStatement(
+                db,
+                QStringLiteral(
+                    "INSERT INTO _DctBDS (BDSId, Year, BDSTi, PAGSch, Slct) VALUES (?, ?, ?, ?, 0)"),
+                {id, year, fields.title, scheme}))
             return result;
     result.applied = true;
     result.years = *years;
@@ -201,8 +201,9 @@ StudyApplyResult applyExistingStudy(StudyContext& context, const StudyFields& fi
 
 bool markCurrentStudy(StudyContext& context, const QString& id, int year) {
     const DbConnection& db = *context.StudyDB;
-    if (!run(db, QStringLiteral("UPDATE _DctBDS SET Slct = 0")) ||
-        !run(db, QStringLiteral("UPDATE _DctBDS SET Slct = 1 WHERE BDSId = ? AND Year = ?"), {id, year}))
+    if (!execSetupStatement(db, QStringLiteral("UPDATE _DctBDS SET Slct = 0")) ||
+        !execSetupStatement(db, QStringLiteral("UPDATE _DctBDS SET Slct = 1 WHERE BDSId = ? AND Year = ?"),
+                            {id, year}))
         return false;
     if (const auto row = currentStudyRow(db))
         reloadStudyContext(context, *row);

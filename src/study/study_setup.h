@@ -47,6 +47,9 @@ struct StudyApplyResult {
 // entering on the screen" titled "Vesk : warning" for a text too long for its field (the old
 // engine's 3163), otherwise the error's number and description.
 void showStudySetupDbError(const QSqlError& error);
+// Runs one statement of Study Setup with its bound values; a failure is shown as above and gives
+// false.
+bool execSetupStatement(const DbConnection& db, const QString& sql, const QVariantList& values = {});
 
 // The rows of _DctBDS in the order they were written.
 QList<StudyRow> studyRows(const DbConnection& db);

@@ -19,9 +19,7 @@ namespace t = setup_texts;
 
 namespace {
 
-QString text(const char* s) {
-    return QString::fromLatin1(s);
-}
+using setup_texts::text;
 
 void setUp(GridModel& grid, const char* heading, int bodyRows) {
     grid.setRedraw(false);

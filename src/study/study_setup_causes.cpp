@@ -14,17 +14,7 @@ using sql::quoteName;
 
 namespace {
 
-QString text(const char* s) {
-    return QString::fromLatin1(s);
-}
-
-bool run(const DbConnection& db, const QString& sql, const QVariantList& values = {}) {
-    QSqlError e;
-    if (db.exec(sql, values, &e))
-        return true;
-    showStudySetupDbError(e);
-    return false;
-}
+using setup_texts::text;
 
 // The study's column quoted, or empty.
 QString column(const DbConnection& db, const QString& studyId) {
@@ -69,8 +59,8 @@ bool toggleCause(const DbConnection& db, const QString& studyId, GridModel& grid
     if (col.isEmpty() || row < grid.fixedRows() || row >= grid.rows())
         return false;
     const bool on = grid.textMatrix(row, kCauseChoiceColumn) != QLatin1String("True");
-    if (!run(db, QStringLiteral("UPDATE _DctBDM SET %1 = ? WHERE CobCd = ?").arg(col),
-             {on ? 1 : 0, grid.textMatrix(row, 0)}))
+    if (!execSetupStatement(db, QStringLiteral("UPDATE _DctBDM SET %1 = ? WHERE CobCd = ?").arg(col),
+                            {on ? 1 : 0, grid.textMatrix(row, 0)}))
         return false;
     grid.setTextMatrix(row, kCauseChoiceColumn, on ? QStringLiteral("True") : QStringLiteral("False"));
     return true;
@@ -79,13 +69,14 @@ bool toggleCause(const DbConnection& db, const QString& studyId, GridModel& grid
 bool setAllCauses(const DbConnection& db, const QString& studyId, bool selected) {
     const QString col = column(db, studyId);
     return !col.isEmpty() &&
-           run(db, QStringLiteral("UPDATE _DctBDM SET %1 = ?").arg(col), {selected ? 1 : 0});
+           execSetupStatement(db, QStringLiteral("UPDATE _DctBDM SET %1 = ?").arg(col), {selected ? 1 : 0});
 }
 
 bool swapCauses(const DbConnection& db, const QString& studyId) {
     const QString col = column(db, studyId);
     return !col.isEmpty() &&
-           run(db, QStringLiteral("UPDATE _DctBDM SET %1 = CASE WHEN %1 <> 0 THEN 0 ELSE 1 END").arg(col));
+           execSetupStatement(
+               db, QStringLiteral("UPDATE _DctBDM SET %1 = CASE WHEN %1 <> 0 THEN 0 ELSE 1 END").arg(col));
 }
 
 int applyCauses(StudyContext& context, const QString& studyId) {

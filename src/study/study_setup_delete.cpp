@@ -19,17 +19,7 @@ namespace t = setup_texts;
 
 namespace {
 
-QString text(const char* s) {
-    return QString::fromLatin1(s);
-}
-
-bool run(const DbConnection& db, const QString& sql, const QVariantList& values) {
-    QSqlError e;
-    if (db.exec(sql, values, &e))
-        return true;
-    showStudySetupDbError(e);
-    return false;
-}
+using setup_texts::text;
 
 // The units of other studies whose BPUID the study does (`in`) or does not (`not in`) hold.
 QString unitList(const DbConnection& db, const QString& id, bool held) {
@@ -66,12 +56,13 @@ bool DeleteStudy(StudyContext& context, const QString& id, int year) {
                         {year, id});
     if (adw && adw->next()) {
         for (const char* table : {"DatADW", "DatADWSqla", "DatASDR", "DatCSM", "DatPOP"})
-            if (!run(db, QStringLiteral("DELETE FROM %1").arg(text(table)) + kDataCondition, {year, id}))
+            if (!execSetupStatement(db, QStringLiteral("DELETE FROM %1").arg(text(table)) + kDataCondition,
+                                    {year, id}))
                 return false;
     }
     // 5. The study's own rows.
     for (const char* table : {"_DfnAgeGrps", "_DctPAG2", "_DctPAG1", "_DctBPU", "_DctBDS"})
-        if (!run(db, QStringLiteral("DELETE FROM %1 WHERE BDSId = ?").arg(text(table)), {id}))
+        if (!execSetupStatement(db, QStringLiteral("DELETE FROM %1 WHERE BDSId = ?").arg(text(table)), {id}))
             return false;
     // 6. Its column of the cause dictionary.
     QSqlError e;
@@ -108,8 +99,9 @@ bool fillBuiltInDapGrid(StudyContext& context, GridModel& grid) {
         // A new _DctDAP starts from the built-in sets of the program.
         context.InitDAP();
         for (const auto& set : {context.VctrDAP0, context.VctrDAP1, context.VctrDAP2, context.VctrDAP3})
-            if (!run(db, QStringLiteral("INSERT INTO _DctDAP (DAPID, r, K, Beta, C) VALUES (?, ?, ?, ?, ?)"),
-                     {set[0], set[1], set[2], set[3], set[4]}))
+            if (!execSetupStatement(
+                    db, QStringLiteral("INSERT INTO _DctDAP (DAPID, r, K, Beta, C) VALUES (?, ?, ?, ?, ?)"),
+                    {set[0], set[1], set[2], set[3], set[4]}))
                 return false;
     }
     QList<QStringList> rows;

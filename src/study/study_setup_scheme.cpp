@@ -11,9 +11,7 @@ namespace t = setup_texts;
 
 namespace {
 
-QString text(const char* s) {
-    return QString::fromLatin1(s);
-}
+using setup_texts::text;
 
 std::optional<SchemeFields> schemeOf(const DbConnection& db, const QString& sql, const QString& value) {
     auto q = db.query(sql, {value});
@@ -23,14 +21,6 @@ std::optional<SchemeFields> schemeOf(const DbConnection& db, const QString& sql,
     }
     return SchemeFields{q->value(0).toString(), q->value(1).toString(), q->value(2).toString(),
                         q->value(3).toString()};
-}
-
-bool run(const DbConnection& db, const QString& sql, const QVariantList& values) {
-    QSqlError e;
-    if (db.exec(sql, values, &e))
-        return true;
-    showStudySetupDbError(e);
-    return false;
 }
 
 } // namespace
@@ -78,11 +68,13 @@ bool applyScheme(StudyContext& context, const SchemeFields& f, const QString& st
     auto q = db.query(QStringLiteral("SELECT 1 FROM _DfnBPUPAGDscrptrs WHERE PAGSch = ?"), {id});
     const bool exists = q && q->next();
     const bool written =
-        exists ? run(db,
+        exists ? execSetupStatement(
+                     db,
                      QStringLiteral("UPDATE _DfnBPUPAGDscrptrs SET PAGSch = ?, BPU = ?, PAG2 = ?, PAG1 = ? "
                                     "WHERE PAGSch = ?"),
                      {id, f.bpu, f.pag2, f.pag1, id})
-               : run(db,
+               : execSetupStatement(
+                     db,
                      QStringLiteral(
                          "INSERT INTO _DfnBPUPAGDscrptrs (PAGSch, BPU, PAG2, PAG1) VALUES (?, ?, ?, ?)"),
                      {id, f.bpu, f.pag2, f.pag1});
@@ -97,7 +89,8 @@ bool applyScheme(StudyContext& context, const SchemeFields& f, const QString& st
         context.InitPAGScheme();
     }
     SetLevelCaptions();
-    return run(db, QStringLiteral("UPDATE _DctBDS SET PAGSch = ? WHERE BDSId = ?"), {id, studyId.trimmed()});
+    return execSetupStatement(db, QStringLiteral("UPDATE _DctBDS SET PAGSch = ? WHERE BDSId = ?"),
+                              {id, studyId.trimmed()});
 }
 
 } // namespace vesk

@@ -13,9 +13,7 @@ namespace t = setup_texts;
 
 namespace {
 
-QString text(const char* s) {
-    return QString::fromLatin1(s);
-}
+using setup_texts::text;
 
 // The scheme of a study without a word when it has none.
 std::optional<SchemeFields> quietScheme(const DbConnection& db, const QString& studyId) {

@@ -22,16 +22,14 @@ namespace vesk {
 namespace ct = calculator_texts;
 
 namespace {
-QString t(const char* text) {
-    return QString::fromLatin1(text);
-}
+using calculator_texts::text;
 } // namespace
 
 frmDALYCal::frmDALYCal(QWidget* parent)
     : QMainWindow(parent), dap_(true), yldAges_(this), yllAges_(this), yld_(this), yll_(this) {
     setObjectName(QStringLiteral("frmDALYCal"));
     setAttribute(Qt::WA_DeleteOnClose);
-    setWindowTitle(t(ct::kDalyCaption));
+    setWindowTitle(text(ct::kDalyCaption));
     buildMenus();
     auto* central = new QWidget(this);
     auto* col = new QVBoxLayout(central);
@@ -46,16 +44,16 @@ frmDALYCal::frmDALYCal(QWidget* parent)
     col->addLayout(sides, 1);
 
     auto* buttons = new QHBoxLayout;
-    ID_BUILD = new QPushButton(t(ct::kBuildAgeIntervals), central);
+    ID_BUILD = new QPushButton(text(ct::kBuildAgeIntervals), central);
     ID_BUILD->setObjectName(QStringLiteral("ID_BUILD"));
     connect(ID_BUILD, &QPushButton::clicked, this, &frmDALYCal::ID_BUILD_Click);
     buttons->addWidget(ID_BUILD);
     buttons->addStretch();
-    ID_COMPUTE = new QPushButton(t(ct::kComputeDalys), central);
+    ID_COMPUTE = new QPushButton(text(ct::kComputeDalys), central);
     ID_COMPUTE->setObjectName(QStringLiteral("ID_COMPUTE"));
     connect(ID_COMPUTE, &QPushButton::clicked, this, &frmDALYCal::ID_COMPUTE_Click);
     buttons->addWidget(ID_COMPUTE);
-    cmdClose = new QPushButton(t(ct::kClose), central);
+    cmdClose = new QPushButton(text(ct::kClose), central);
     cmdClose->setObjectName(QStringLiteral("cmdClose"));
     connect(cmdClose, &QPushButton::clicked, this, &QWidget::close);
     buttons->addWidget(cmdClose);
@@ -84,15 +82,15 @@ QWidget* frmDALYCal::buildTop() {
     auto* form = new QFormLayout;
     txtUserIden = new QLineEdit(top);
     txtUserIden->setObjectName(QStringLiteral("txtUserIden"));
-    form->addRow(t(ct::kUserIdentification), txtUserIden);
+    form->addRow(text(ct::kUserIdentification), txtUserIden);
     cbCOBLst = new QComboBox(top);
     cbCOBLst->setObjectName(QStringLiteral("cbCOBLst"));
     cbCOBLst->setEditable(true);
-    form->addRow(t(ct::kCause), cbCOBLst);
+    form->addRow(text(ct::kCause), cbCOBLst);
     ID_DecPlcs = makeDecimalsBox(top);
     connect(ID_DecPlcs, &QComboBox::currentIndexChanged, this, &frmDALYCal::SetOutputData);
-    form->addRow(t(ct::kDecimalPlaces), ID_DecPlcs);
-    chkFeasibility = new QCheckBox(t(ct::kFeasibilityOption), top);
+    form->addRow(text(ct::kDecimalPlaces), ID_DecPlcs);
+    chkFeasibility = new QCheckBox(text(ct::kFeasibilityOption), top);
     chkFeasibility->setObjectName(QStringLiteral("chkFeasibility"));
     chkFeasibility->setChecked(true);
     form->addRow(QString(), chkFeasibility);
@@ -103,10 +101,10 @@ QWidget* frmDALYCal::buildTop() {
 QWidget* frmDALYCal::buildSide(const char* side, const QString& ageName, AgeDefModel* ages,
                                QTableView*& ageView, const QString& dataName, CalcDataModel* data,
                                QTableView*& dataView, QLabel*& title) {
-    auto* box = new QGroupBox(t(side), this);
+    auto* box = new QGroupBox(text(side), this);
     auto* row = new QHBoxLayout(box);
     auto* ageCol = new QVBoxLayout;
-    auto* ageLabel = new QLabel(t(ct::kDefineAgeIntervals), box);
+    auto* ageLabel = new QLabel(text(ct::kDefineAgeIntervals), box);
     ageLabel->setWordWrap(true);
     ageLabel->setFixedWidth(86);
     ageCol->addWidget(ageLabel);
@@ -124,7 +122,7 @@ QWidget* frmDALYCal::buildSide(const char* side, const QString& ageName, AgeDefM
     dataCol->addWidget(title);
     dataView = makeCalcGrid(dataName, box);
     dataView->setModel(data);
-    dataView->setItemDelegate(new CalcCellDelegate(true, t(ct::kNotValidEntryData), dataView));
+    dataView->setItemDelegate(new CalcCellDelegate(true, text(ct::kNotValidEntryData), dataView));
     dataView->horizontalHeader()->setSectionResizeMode(QHeaderView::ResizeToContents);
     dataCol->addWidget(dataView, 1);
     row->addLayout(dataCol, 1);
@@ -151,8 +149,8 @@ CalculatorSheet frmDALYCal::sheet() const {
     return {windowTitle(),
             txtUserIden->text(),
             cbCOBLst->currentText(),
-            {{t(ct::kYldSide) + QStringLiteral(": ") + yld_.title(), &yld_},
-             {t(ct::kYllSide) + QStringLiteral(": ") + yll_.title(), &yll_}}};
+            {{text(ct::kYldSide) + QStringLiteral(": ") + yld_.title(), &yld_},
+             {text(ct::kYllSide) + QStringLiteral(": ") + yll_.title(), &yll_}}};
 }
 
 void frmDALYCal::mnu_File_Print_Click() {
@@ -164,7 +162,7 @@ void frmDALYCal::mnu_File_Save_Click() {
 }
 
 void frmDALYCal::mnu_Help_Click() {
-    prompts().ask(t(ct::kHelpDaly), Buttons::Ok, Icon::Information);
+    prompts().ask(text(ct::kHelpDaly), Buttons::Ok, Icon::Information);
 }
 
 } // namespace vesk

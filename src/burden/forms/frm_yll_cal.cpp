@@ -21,16 +21,14 @@ namespace vesk {
 namespace ct = calculator_texts;
 
 namespace {
-QString t(const char* text) {
-    return QString::fromLatin1(text);
-}
+using calculator_texts::text;
 } // namespace
 
 frmYLLCal::frmYLLCal(CalculatorTask task, QWidget* parent)
     : QMainWindow(parent), task_(task), dap_(false), ageDef_(this), data_(this) {
     setObjectName(QStringLiteral("frmYLLCal"));
     setAttribute(Qt::WA_DeleteOnClose);
-    setWindowTitle(t(calculatorTaskInfo(task).caption));
+    setWindowTitle(text(calculatorTaskInfo(task).caption));
     buildMenus();
     auto* central = new QWidget(this);
     auto* row = new QHBoxLayout(central);
@@ -52,12 +50,12 @@ void frmYLLCal::buildMenus() {
 }
 
 QWidget* frmYLLCal::buildAgePanel() {
-    auto* box = new QGroupBox(t(ct::kDefineAgeIntervals), this);
+    auto* box = new QGroupBox(text(ct::kDefineAgeIntervals), this);
     auto* col = new QVBoxLayout(box);
     AgeDef = makeAgeDefGrid(QStringLiteral("AgeDef"), &ageDef_, box);
     AgeDef->setFixedWidth(130);
     col->addWidget(AgeDef, 1);
-    ID_BUILD = new QPushButton(t(ct::kBuildAgeIntervals), box);
+    ID_BUILD = new QPushButton(text(ct::kBuildAgeIntervals), box);
     ID_BUILD->setObjectName(QStringLiteral("ID_BUILD"));
     connect(ID_BUILD, &QPushButton::clicked, this, &frmYLLCal::ID_BUILD_Click);
     col->addWidget(ID_BUILD);
@@ -65,7 +63,7 @@ QWidget* frmYLLCal::buildAgePanel() {
 }
 
 QPushButton* frmYLLCal::computeButton(const char* name, const char* caption, CalculatorTask task) {
-    auto* b = new QPushButton(t(caption), this);
+    auto* b = new QPushButton(text(caption), this);
     b->setObjectName(QString::fromLatin1(name));
     b->setVisible(task == task_);
     connect(b, &QPushButton::clicked, this, &frmYLLCal::ID_COMPUTE_Click);
@@ -82,14 +80,14 @@ QWidget* frmYLLCal::buildSheetPanel() {
     auto* form = new QFormLayout;
     txtUserIden = new QLineEdit(panel);
     txtUserIden->setObjectName(QStringLiteral("txtUserIden"));
-    form->addRow(t(ct::kUserIdentification), txtUserIden);
+    form->addRow(text(ct::kUserIdentification), txtUserIden);
     cbCOBLst = new QComboBox(panel);
     cbCOBLst->setObjectName(QStringLiteral("cbCOBLst"));
     cbCOBLst->setEditable(true);
-    form->addRow(t(ct::kCause), cbCOBLst);
+    form->addRow(text(ct::kCause), cbCOBLst);
     ID_DecPlcs = makeDecimalsBox(panel);
     connect(ID_DecPlcs, &QComboBox::currentIndexChanged, this, &frmYLLCal::SetOutputData);
-    form->addRow(t(ct::kDecimalPlaces), ID_DecPlcs);
+    form->addRow(text(ct::kDecimalPlaces), ID_DecPlcs);
     top->addLayout(form, 1);
     col->addLayout(top);
 
@@ -101,12 +99,12 @@ QWidget* frmYLLCal::buildSheetPanel() {
     col->addWidget(lblTitle);
     flexData = makeCalcGrid(QStringLiteral("flexData"), panel);
     flexData->setModel(&data_);
-    flexData->setItemDelegate(new CalcCellDelegate(true, t(ct::kNotValidEntryData), flexData));
+    flexData->setItemDelegate(new CalcCellDelegate(true, text(ct::kNotValidEntryData), flexData));
     flexData->horizontalHeader()->setSectionResizeMode(QHeaderView::ResizeToContents);
     col->addWidget(flexData, 1);
 
     auto* buttons = new QHBoxLayout;
-    CmdInputData = new QPushButton(t(ct::kInputData), panel);
+    CmdInputData = new QPushButton(text(ct::kInputData), panel);
     CmdInputData->setObjectName(QStringLiteral("CmdInputData"));
     connect(CmdInputData, &QPushButton::clicked, this, &frmYLLCal::CmdInputData_Click);
     buttons->addWidget(CmdInputData);
@@ -117,7 +115,7 @@ QWidget* frmYLLCal::buildSheetPanel() {
     buttons->addWidget(ID_COMPUTE_YLL);
     buttons->addWidget(ID_COMPUTE_YLD);
     buttons->addWidget(ID_COMPUTE_PYLD);
-    cmdClose = new QPushButton(t(ct::kClose), panel);
+    cmdClose = new QPushButton(text(ct::kClose), panel);
     cmdClose->setObjectName(QStringLiteral("cmdClose"));
     connect(cmdClose, &QPushButton::clicked, this, &QWidget::close);
     buttons->addWidget(cmdClose);
@@ -155,7 +153,7 @@ void frmYLLCal::mnu_File_Save_Click() {
 }
 
 void frmYLLCal::mnu_Help_Click() {
-    prompts().ask(t(ct::kHelpYll), Buttons::Ok, Icon::Information);
+    prompts().ask(text(ct::kHelpYll), Buttons::Ok, Icon::Information);
 }
 
 } // namespace vesk

@@ -35,9 +35,7 @@ namespace t = frame_texts;
 
 namespace {
 
-QString text(const char* s) {
-    return QString::fromUtf8(s);
-}
+using frame_texts::text;
 
 // The commands the frame carries itself.
 const QStringList kOwnCommands = {

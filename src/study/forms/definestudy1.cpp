@@ -32,9 +32,7 @@ namespace {
 
 QPointer<DEFINESTUDY1> theForm;
 
-QString text(const char* s) {
-    return QString::fromLatin1(s);
-}
+using setup_texts::text;
 
 template <typename W> W* named(W* widget, const char* name) {
     widget->setObjectName(QString::fromLatin1(name));

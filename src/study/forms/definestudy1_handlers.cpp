@@ -28,9 +28,7 @@ namespace t = setup_texts;
 
 namespace {
 
-QString text(const char* s) {
-    return QString::fromLatin1(s);
-}
+using setup_texts::text;
 
 bool isEnter(const QKeyEvent* e) {
     return e->key() == Qt::Key_Return || e->key() == Qt::Key_Enter;

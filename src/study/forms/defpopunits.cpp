@@ -52,12 +52,9 @@ QStringList idsOf(const QList<UnitRow>& rows) {
 
 defpopunits* defpopunits::open(QWidget* parent) {
     StudyContext& c = studyContext();
-    QString error;
-    auto db = c.ensureStudyDB(&error);
-    if (!db) {
-        prompts().ask(error);
+    auto db = c.ensureStudyDBOrShow();
+    if (!db)
         return nullptr;
-    }
     if (c.CurBDSId.isEmpty()) {
         prompts().ask(putext::NoCurrentStudy);
         return nullptr;

@@ -80,12 +80,9 @@ QPushButton* button(QWidget* parent, const QString& name, const QString& caption
 } // namespace
 
 FRMBULDMAINCLDIC* FRMBULDMAINCLDIC::open(QWidget* parent) {
-    QString error;
-    auto db = studyContext().ensureStudyDB(&error);
-    if (!db) {
-        prompts().ask(error);
+    auto db = studyContext().ensureStudyDBOrShow();
+    if (!db)
         return nullptr;
-    }
     return new FRMBULDMAINCLDIC(std::move(db), parent);
 }
 

@@ -41,12 +41,9 @@ QPushButton* button(QWidget* parent, const QString& name, const QString& caption
 
 frmCOB* frmCOB::open(Mode mode, QWidget* parent) {
     StudyContext& c = studyContext();
-    QString error;
-    auto db = c.ensureStudyDB(&error);
-    if (!db) {
-        prompts().ask(error);
+    auto db = c.ensureStudyDBOrShow();
+    if (!db)
         return nullptr;
-    }
     if (mode == Mode::Population && c.CurBDSId.isEmpty()) {
         prompts().ask(putext::NoCurrentStudy);
         return nullptr;

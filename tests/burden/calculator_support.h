@@ -4,6 +4,7 @@
 
 #include "platform/cell_array.h"
 #include "platform/prompts.h"
+#include "qt_printers.h"
 #include "shell/error_store.h"
 #include "shell/settings.h"
 #include "straight_life_table.h"
@@ -12,13 +13,6 @@
 #include <QTemporaryDir>
 #include <gtest/gtest.h>
 #include <ostream>
-
-inline void PrintTo(const QString& s, std::ostream* os) {
-    *os << '"' << s.toStdString() << '"';
-}
-inline void PrintTo(const QStringList& l, std::ostream* os) {
-    *os << '[' << l.join(", ").toStdString() << ']';
-}
 
 namespace vesk::test {
 

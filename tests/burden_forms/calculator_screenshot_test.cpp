@@ -5,6 +5,7 @@
 #include "burden/forms/frm_daly_cal.h"
 #include "burden/forms/frm_yll_cal.h"
 #include "calc_form_support.h"
+#include "screenshots.h"
 
 #include <QComboBox>
 #include <QLineEdit>
@@ -17,14 +18,6 @@ using namespace vesk;
 using namespace vesk::test;
 
 namespace {
-
-bool hasContent(const QImage& image) {
-    QSet<QRgb> colours;
-    for (int y = 0; y < image.height(); y += 3)
-        for (int x = 0; x < image.width(); x += 3)
-            colours.insert(image.pixel(x, y));
-    return colours.size() > 8;
-}
 
 void typeAges(QTableView* grid, const QStringList& ages) {
     for (int i = 0; i < ages.size(); ++i)
@@ -56,8 +49,7 @@ private:
 
 private slots:
     void initTestCase() {
-        dir_ = qEnvironmentVariableIsSet("VESK_SCREENSHOT_DIR") ? qEnvironmentVariable("VESK_SCREENSHOT_DIR")
-                                                                : scratch_.path();
+        dir_ = screenshotFolder(scratch_);
         setPromptService(&prompts_);
         calculatorSettings(scratch_.path());
     }

@@ -3,6 +3,7 @@
 // and a scripted prompt service that records every message.
 
 #include "platform/prompts.h"
+#include "qt_printers.h"
 #include "shell/settings.h"
 #include "shell/settings_file.h"
 
@@ -13,11 +14,6 @@
 #include <gtest/gtest.h>
 #include <optional>
 #include <ostream>
-
-// Readable QStrings in failure messages.
-inline void PrintTo(const QString& text, std::ostream* os) {
-    *os << '"' << text.toStdString() << '"';
-}
 
 namespace vesk::test {
 

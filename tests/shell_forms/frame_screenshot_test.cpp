@@ -3,6 +3,7 @@
 
 #include "frame_fixture.h"
 #include "platform/progress.h"
+#include "screenshots.h"
 #include "shell/frame_texts.h"
 
 #include <QLabel>
@@ -15,19 +16,6 @@
 using namespace vesk;
 using namespace vesk::test;
 
-namespace {
-
-// Not blank: more than a handful of distinct colours.
-bool hasContent(const QImage& image) {
-    QSet<QRgb> colours;
-    for (int y = 0; y < image.height(); y += 3)
-        for (int x = 0; x < image.width(); x += 3)
-            colours.insert(image.pixel(x, y));
-    return colours.size() > 8;
-}
-
-} // namespace
-
 class FrameScreenshotTest : public QObject {
     Q_OBJECT
 private slots:
@@ -38,9 +26,7 @@ private slots:
 
 void FrameScreenshotTest::pictures() {
     QTemporaryDir scratch;
-    const QString dir = qEnvironmentVariableIsSet("VESK_SCREENSHOT_DIR")
-                            ? qEnvironmentVariable("VESK_SCREENSHOT_DIR")
-                            : scratch.path();
+    const QString dir = screenshotFolder(scratch);
     ProgramFolder folder;
     folder.writeStp();
     folder.touchDatabase();

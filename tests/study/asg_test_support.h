@@ -3,20 +3,13 @@
 
 #include "platform/cell_array.h"
 #include "platform/prompts.h"
+#include "qt_printers.h"
 
 #include <QStringList>
 #include <gtest/gtest.h>
 #include <initializer_list>
 #include <ostream>
 #include <vector>
-
-// Readable failures: QString and QStringList as text.
-inline void PrintTo(const QString& s, std::ostream* os) {
-    *os << '"' << s.toStdString() << '"';
-}
-inline void PrintTo(const QStringList& l, std::ostream* os) {
-    *os << '[' << l.join(", ").toStdString() << ']';
-}
 
 namespace vesk::test {
 

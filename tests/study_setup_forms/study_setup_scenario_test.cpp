@@ -10,8 +10,10 @@
 #include "database/study_context.h"
 #include "form_support.h"
 #include "frame_fixture.h"
+#include "query_rows.h"
 #include "read_back.h"
 #include "sample_study.h"
+#include "screenshots.h"
 #include "shell/forms/frm_shw_cnt_mem.h"
 #include "shell/settings.h"
 #include "study/asg_data.h"
@@ -19,7 +21,6 @@
 #include "study/forms/frm_cob.h"
 #include "study/forms/frm_cob_print.h"
 #include "study/forms/study_forms_register.h"
-#include "query_rows.h"
 
 #include <QAction>
 #include <QListWidget>
@@ -37,14 +38,6 @@ namespace {
 
 QString studyFile(const ProgramFolder& folder, const QString& name) {
     return QDir(folder.work()).filePath(name);
-}
-
-bool hasContent(const QImage& image) {
-    QSet<QRgb> colours;
-    for (int y = 0; y < image.height(); y += 3)
-        for (int x = 0; x < image.width(); x += 3)
-            colours.insert(image.pixel(x, y));
-    return colours.size() > 8;
 }
 
 // The common ladder of the three sets, one row per age: YLL has the broad groups, YLD and PND the
@@ -122,8 +115,8 @@ private:
     void buildUnits(FRMMAINMENU& frame, ScriptedPrompts& prompts);
     void chooseCauses(FRMMAINMENU& frame, ScriptedPrompts& prompts);
     void deleteACluster(FRMMAINMENU& frame, ScriptedPrompts& prompts);
-    void checkOutline(FRMMAINMENU& frame, ScriptedPrompts& prompts, const char* item, const QStringList& nodes,
-                      const QString& name);
+    void checkOutline(FRMMAINMENU& frame, ScriptedPrompts& prompts, const char* item,
+                      const QStringList& nodes, const QString& name);
     static void addData();
     static DEFINESTUDY1* waitForForm() {
         if (!QTest::qWaitFor(
@@ -150,11 +143,7 @@ private:
     void deleteTheStudy(FRMMAINMENU& frame, ScriptedPrompts& prompts);
 
 private slots:
-    void initTestCase() {
-        shots_ = qEnvironmentVariableIsSet("VESK_SCREENSHOT_DIR")
-                     ? qEnvironmentVariable("VESK_SCREENSHOT_DIR")
-                     : scratch_.path();
-    }
+    void initTestCase() { shots_ = screenshotFolder(scratch_); }
     void init() { start(); }
     void cleanup() {
         if (DEFINESTUDY1* f = DEFINESTUDY1::instance()) {
@@ -312,8 +301,8 @@ void StudySetupScenarioTest::checkTables() {
     QCOMPARE(rows("SELECT BDSId, BPUID, BPUName, Prty, PAG1Id FROM _DctBPU ORDER BY Prty"),
              QStringList({"Ind|BLR|Bangalore|1|KA", "Ind|MYS|Mysore|2|KA", "Ind|MAA|Chennai|3|TN",
                           "Ind|CBE|Coimbatore|4|TN"}));
-    for (const char* table : {"DatADW", "DatADWSqla", "DatASDR", "DatCSM", "DatPOP", "DatDwt", "RsltYLL",
-                              "RsltYLD", "RsltDALY"})
+    for (const char* table :
+         {"DatADW", "DatADWSqla", "DatASDR", "DatCSM", "DatPOP", "DatDwt", "RsltYLL", "RsltYLD", "RsltDALY"})
         QCOMPARE(rows(QStringLiteral("SELECT count(*) FROM %1").arg(QLatin1String(table))),
                  QStringList({"0"}));
 }
@@ -478,7 +467,8 @@ void StudySetupScenarioTest::deleteTheStudy(FRMMAINMENU& frame, ScriptedPrompts&
     QCOMPARE(rows("SELECT COBCd, YEAR FROM DatADW"), QStringList({"21011|2002"}));
     QCOMPARE(rows("SELECT COBCd, YEAR FROM DatCSM"), QStringList({"21011|2002"}));
     for (const char* table : {"DatPOP", "DatASDR"})
-        QCOMPARE(rows(QStringLiteral("SELECT YEAR FROM %1").arg(QLatin1String(table))), QStringList({"2002"}));
+        QCOMPARE(rows(QStringLiteral("SELECT YEAR FROM %1").arg(QLatin1String(table))),
+                 QStringList({"2002"}));
     QCOMPARE(rows("SELECT count(*) FROM DatDwt"), QStringList({"2"}));
     QCOMPARE(rows("SELECT count(*) FROM RsltYLL"), QStringList({"2"}));
     QCOMPARE(rows("SELECT BDSId, Year, Slct FROM _DctBDS"), QStringList({"Ind2|2005|1"}));
@@ -539,19 +529,36 @@ void StudySetupScenarioTest::fromFileNewToACompleteStudyAndItsDeletion() {
 
     // The two outlines of the complete study, on screen and on paper.
     checkOutline(program.frame(), program.prompts, "mnu_CauseGrps",
-                 {" Causes of Burden Outline", "  Cause of Burden", "    1;(Communicable)", "      11;(Infectious)",
-                  "        1101;(Diarrhoeal)", "          11011;(Cholera)", "          11012;(Shigellosis)",
-                  "        1102;(Malaria)", "          11021;(Falciparum)", "          11022;(Vivax)",
-                  "      12;(Maternal)", "        1201;(Haemorrhage)", "          12011;(Antepartum)",
-                  "          12012;(Postpartum)", "    2;(Noncommunicable)", "      21;(Cancers)",
-                  "        2101;(Lung)", "          21011;(Small cell)", "        2102;(Breast)",
-                  "          21021;(Ductal)", "    3;(Injuries)", "      31;(Unintentional)",
-                  "        3101;(Road traffic)", "          31011;(Pedestrian)", "          31012;(Motorcyclist)"},
+                 {" Causes of Burden Outline",
+                  "  Cause of Burden",
+                  "    1;(Communicable)",
+                  "      11;(Infectious)",
+                  "        1101;(Diarrhoeal)",
+                  "          11011;(Cholera)",
+                  "          11012;(Shigellosis)",
+                  "        1102;(Malaria)",
+                  "          11021;(Falciparum)",
+                  "          11022;(Vivax)",
+                  "      12;(Maternal)",
+                  "        1201;(Haemorrhage)",
+                  "          12011;(Antepartum)",
+                  "          12012;(Postpartum)",
+                  "    2;(Noncommunicable)",
+                  "      21;(Cancers)",
+                  "        2101;(Lung)",
+                  "          21011;(Small cell)",
+                  "        2102;(Breast)",
+                  "          21021;(Ductal)",
+                  "    3;(Injuries)",
+                  "      31;(Unintentional)",
+                  "        3101;(Road traffic)",
+                  "          31011;(Pedestrian)",
+                  "          31012;(Motorcyclist)"},
                  "frm_cob");
     checkOutline(program.frame(), program.prompts, "mnu_popunits_outline",
-                 {" Population Schema Outline", "  Population Schema", "    IN;(India)", "      KA;(Karnataka)",
-                  "        BLR;(Bangalore)", "        MYS;(Mysore)", "      TN;(Tamil Nadu)", "        MAA;(Chennai)",
-                  "        CBE;(Coimbatore)"},
+                 {" Population Schema Outline", "  Population Schema", "    IN;(India)",
+                  "      KA;(Karnataka)", "        BLR;(Bangalore)", "        MYS;(Mysore)",
+                  "      TN;(Tamil Nadu)", "        MAA;(Chennai)", "        CBE;(Coimbatore)"},
                  "frm_cob_population");
     if (QTest::currentTestFailed())
         return;

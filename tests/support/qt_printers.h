@@ -1,5 +1,5 @@
 #pragma once
-// Readable failure output for Qt texts in GoogleTest.
+// Readable failure output for Qt texts in GoogleTest, shared by the core tests.
 
 #include <QString>
 #include <QStringList>

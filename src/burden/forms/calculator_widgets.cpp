@@ -9,6 +9,7 @@
 #include "study/forms/five_yr_ag.h"
 
 #include <QComboBox>
+#include <QFont>
 #include <QHeaderView>
 #include <QKeyEvent>
 #include <QLineEdit>
@@ -16,7 +17,6 @@
 #include <QMenu>
 #include <QMenuBar>
 #include <QPrintDialog>
-#include <QFont>
 #include <QPrinter>
 #include <QPrinterInfo>
 #include <QTableView>

@@ -4,6 +4,7 @@
 
 #include "burden/calculator_output.h"
 
+#include <QAction>
 #include <QString>
 #include <QStyledItemDelegate>
 
@@ -49,6 +50,17 @@ struct CalculatorMenuActions {
     QAction* help = nullptr;
 };
 CalculatorMenuActions addCalculatorMenus(QMainWindow* window);
+// The same menus on a calculator window, each item kept in the window's mnu_File_Print,
+// mnu_File_Save or mnu_Help and wired to its handler of the same name.
+template <typename Window> void wireCalculatorMenus(Window* window) {
+    const CalculatorMenuActions menus = addCalculatorMenus(window);
+    window->mnu_File_Print = menus.print;
+    window->mnu_File_Save = menus.save;
+    window->mnu_Help = menus.help;
+    QObject::connect(menus.print, &QAction::triggered, window, &Window::mnu_File_Print_Click);
+    QObject::connect(menus.save, &QAction::triggered, window, &Window::mnu_File_Save_Click);
+    QObject::connect(menus.help, &QAction::triggered, window, &Window::mnu_Help_Click);
+}
 // AgeDef over its model, with the pop-up "Five Age Group", "Seven Age Group", "Five Year Age Group".
 QTableView* makeAgeDefGrid(const QString& objectName, AgeDefModel* model, QWidget* parent);
 // ID_DecPlcs: 0 to 10, starting at the tools' decimal places of the settings.

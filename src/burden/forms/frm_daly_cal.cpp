@@ -30,7 +30,7 @@ frmDALYCal::frmDALYCal(QWidget* parent)
     setObjectName(QStringLiteral("frmDALYCal"));
     setAttribute(Qt::WA_DeleteOnClose);
     setWindowTitle(text(ct::kDalyCaption));
-    buildMenus();
+    wireCalculatorMenus(this);
     auto* central = new QWidget(this);
     auto* col = new QVBoxLayout(central);
     col->addWidget(buildTop());
@@ -61,16 +61,6 @@ frmDALYCal::frmDALYCal(QWidget* parent)
     setCentralWidget(central);
     SetOutputData();
     resize(1180, 680);
-}
-
-void frmDALYCal::buildMenus() {
-    const CalculatorMenuActions menus = addCalculatorMenus(this);
-    mnu_File_Print = menus.print;
-    mnu_File_Save = menus.save;
-    mnu_Help = menus.help;
-    connect(mnu_File_Print, &QAction::triggered, this, &frmDALYCal::mnu_File_Print_Click);
-    connect(mnu_File_Save, &QAction::triggered, this, &frmDALYCal::mnu_File_Save_Click);
-    connect(mnu_Help, &QAction::triggered, this, &frmDALYCal::mnu_Help_Click);
 }
 
 QWidget* frmDALYCal::buildTop() {

@@ -56,7 +56,6 @@ public:
     QAction* mnu_Help = nullptr;
 
 private:
-    void buildMenus();
     QWidget* buildTop();
     QWidget* buildSide(const char* side, const QString& ageName, AgeDefModel* ages, QTableView*& ageView,
                        const QString& dataName, CalcDataModel* data, QTableView*& dataView, QLabel*& title);

@@ -29,7 +29,7 @@ frmYLLCal::frmYLLCal(CalculatorTask task, QWidget* parent)
     setObjectName(QStringLiteral("frmYLLCal"));
     setAttribute(Qt::WA_DeleteOnClose);
     setWindowTitle(text(calculatorTaskInfo(task).caption));
-    buildMenus();
+    wireCalculatorMenus(this);
     auto* central = new QWidget(this);
     auto* row = new QHBoxLayout(central);
     row->addWidget(buildAgePanel());
@@ -37,16 +37,6 @@ frmYLLCal::frmYLLCal(CalculatorTask task, QWidget* parent)
     setCentralWidget(central);
     data_.setDecimals(ID_DecPlcs->currentIndex());
     resize(960, 620);
-}
-
-void frmYLLCal::buildMenus() {
-    const CalculatorMenuActions menus = addCalculatorMenus(this);
-    mnu_File_Print = menus.print;
-    mnu_File_Save = menus.save;
-    mnu_Help = menus.help;
-    connect(mnu_File_Print, &QAction::triggered, this, &frmYLLCal::mnu_File_Print_Click);
-    connect(mnu_File_Save, &QAction::triggered, this, &frmYLLCal::mnu_File_Save_Click);
-    connect(mnu_Help, &QAction::triggered, this, &frmYLLCal::mnu_Help_Click);
 }
 
 QWidget* frmYLLCal::buildAgePanel() {

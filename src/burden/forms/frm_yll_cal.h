@@ -56,7 +56,6 @@ public:
     QAction* mnu_Help = nullptr;
 
 private:
-    void buildMenus();
     QWidget* buildAgePanel();
     QWidget* buildSheetPanel();
     QPushButton* computeButton(const char* name, const char* caption, CalculatorTask task);

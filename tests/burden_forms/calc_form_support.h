@@ -5,6 +5,7 @@
 #include "grid_gestures.h"
 #include "platform/cell_array.h"
 #include "platform/prompts.h"
+#include "platform/runtime.h"
 #include "shell/error_store.h"
 #include "shell/settings.h"
 #include "straight_life_table.h"
@@ -49,6 +50,17 @@ inline bool typeCell(QTableView* view, int row, int column, const QString& text)
     QTest::keyClick(editor, Qt::Key_Return);
     QApplication::processEvents();
     return true;
+}
+
+// Types a row of inputs into a calculator's sheet, from its first input column.
+inline void typeInputs(QTableView* sheet, int row, const QStringList& values) {
+    for (int c = 0; c < values.size(); ++c)
+        QVERIFY(typeCell(sheet, row, c + 1, values[c]));
+}
+
+// A result as the sheet shows it with two decimals.
+inline QString fixed(double v) {
+    return formatNumber(v, QStringLiteral("##.00"));
 }
 
 inline QString cellText(QTableView* view, int row, int column) {

@@ -27,10 +27,8 @@ private:
             QVERIFY(typeCell(grid, i, 0, ages[i]));
     }
     static void typeRow(QTableView* grid, int row, const QStringList& values) {
-        for (int c = 0; c < values.size(); ++c)
-            QVERIFY(typeCell(grid, row, c + 1, values[c]));
+        typeInputs(grid, row, values);
     }
-    static QString fixed(double v) { return formatNumber(v, QStringLiteral("##.00")); }
 
 private slots:
     void init() {

@@ -5,8 +5,8 @@
 #include "burden/forms/frm_yll_cal.h"
 #include "burden/kernel.h"
 #include "calc_form_support.h"
-#include "read_back.h"
 #include "platform/runtime.h"
+#include "read_back.h"
 #include "study/forms/five_yr_ag.h"
 
 #include <QComboBox>
@@ -39,10 +39,8 @@ private:
     }
     // Types a row of inputs, from the first input column.
     static void typeRow(frmYLLCal& w, int row, const QStringList& values) {
-        for (int c = 0; c < values.size(); ++c)
-            QVERIFY(typeCell(w.flexData, row, c + 1, values[c]));
+        typeInputs(w.flexData, row, values);
     }
-    static QString fixed(double v) { return formatNumber(v, QStringLiteral("##.00")); }
 
 private slots:
     void init() {
@@ -299,8 +297,8 @@ private slots:
         QVERIFY(p.open(QIODevice::ReadOnly));
         QVERIFY(p.read(5) == "%PDF-");
         const QString printed = pdfText(pdf);
-        for (const QString& words : {QString("Office staff"), QString("Malaria"), QString("Age at Death"),
-                                     fixed(10 * femaleE(30))})
+        for (const QString& words :
+             {QString("Office staff"), QString("Malaria"), QString("Age at Death"), fixed(10 * femaleE(30))})
             QVERIFY2(printed.contains(words), qPrintable(words + " not in:\n" + printed));
     }
 };

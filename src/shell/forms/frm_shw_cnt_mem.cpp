@@ -7,9 +7,8 @@
 #include "shell/forms/frm_grid_test.h"
 #include "shell/forms/frm_main_menu.h"
 #include "shell/forms/menu_commands.h"
+#include "shell/forms/show_in_frame.h"
 
-#include <QMdiArea>
-#include <QMdiSubWindow>
 #include <QPointer>
 
 namespace vesk {
@@ -38,16 +37,6 @@ QString parameterSet(const Cell& mtxDAP, int i) {
     for (int j = 0; j < m.size(1); ++j)
         values << m(i, j).toString();
     return u'[' + values.join(u',') + u']';
-}
-
-// Shows `form` inside the frame, in place of the one `slot` held before: a form is single.
-void showInFrame(FRMMAINMENU& frame, QWidget* form, QPointer<QMdiSubWindow>& slot) {
-    if (slot)
-        slot->close();
-    form->setAttribute(Qt::WA_DeleteOnClose);
-    slot = frame.mdiArea()->addSubWindow(form);
-    slot->setAttribute(Qt::WA_DeleteOnClose);
-    slot->show();
 }
 
 bool hasContent(const StudyContext& c) {

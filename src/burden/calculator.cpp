@@ -4,7 +4,7 @@
 #include "burden/kernel.h"
 #include "platform/prompts.h"
 #include "platform/runtime.h"
-#include "shell/settings.h"
+#include "foundation/settings.h"
 #include "study/array_helpers.h"
 #include "study/asg_labels.h"
 

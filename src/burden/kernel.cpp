@@ -2,7 +2,7 @@
 
 #include "burden/kernel_texts.h"
 #include "platform/runtime.h"
-#include "shell/error_store.h"
+#include "foundation/error_store.h"
 
 #include <cmath>
 #include <optional>

@@ -5,7 +5,7 @@
 #include "database/db_structure.h"
 #include "database/db_texts.h"
 #include "platform/prompts.h"
-#include "shell/settings.h"
+#include "foundation/settings.h"
 
 #include <QCoreApplication>
 #include <QFile>

@@ -6,7 +6,7 @@
 #include "database/study_context.h"
 #include "platform/prompts.h"
 #include "shell/frame_preferences.h"
-#include "shell/settings.h"
+#include "foundation/settings.h"
 
 #include <QFileInfo>
 

@@ -5,7 +5,7 @@
 #include "platform/prompts.h"
 #include "shell/loading_chain.h"
 #include "shell/menu_state.h"
-#include "shell/settings.h"
+#include "foundation/settings.h"
 
 #include <QFileInfo>
 

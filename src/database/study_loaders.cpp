@@ -5,7 +5,7 @@
 #include "database/sql_tokens.h"
 #include "database/study_context.h"
 #include "platform/prompts.h"
-#include "shell/error_store.h"
+#include "foundation/error_store.h"
 #include "shell/menu_state.h"
 #include "study/asg_labels.h"
 

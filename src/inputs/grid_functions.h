@@ -3,7 +3,7 @@
 // style of directly edited grids. Array dimension 1 runs over grid rows, dimension 2 over grid
 // columns; the body of a grid is what lies behind its fixed bands.
 
-#include "inputs/grid_model.h"
+#include "platform/grid_model.h"
 #include "platform/cell_array.h"
 
 #include <QStringList>
@@ -46,19 +46,5 @@ CellArray FnGridSelToArr(const GridModel& grid);
 // expected active, as exec() leaves it.
 Cell FnRsToArr(QSqlQuery& recordset);
 
-// Key codes as the form events give them.
-namespace key {
-constexpr int kBackspace = 8;
-constexpr int kEnter = 13;
-constexpr int kEscape = 27;
-} // namespace key
-
-// The common key handler of a directly edited grid. With `numeric`, digits pass, a full stop only
-// when the cell has none yet, all else but Enter and Backspace is dropped; without it every key
-// passes. A key that passes is appended to the current cell. Backspace cuts the last character.
-// Enter rewrites a numeric cell as the number its text reads as ("5." becomes "5"), then moves to
-// the next column, or from the last column to the first body column of the next row, adding a row
-// when the current row is the last. Returns false when the key was dropped.
-bool ProcGridKey(int keyCode, GridModel& grid, bool numeric);
 
 } // namespace vesk

@@ -4,8 +4,8 @@
 #include "platform/runtime.h"
 #include "shell/frame_texts.h"
 #include "shell/loading_chain.h"
-#include "shell/settings.h"
-#include "shell/settings_file.h"
+#include "foundation/settings.h"
+#include "foundation/settings_file.h"
 
 #include <QDir>
 

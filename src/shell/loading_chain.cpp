@@ -3,12 +3,12 @@
 #include "platform/progress.h"
 #include "platform/prompts.h"
 #include "platform/sound.h"
-#include "shell/error_store.h"
+#include "foundation/error_store.h"
 #include "shell/frame_preferences.h"
 #include "shell/frame_texts.h"
 #include "shell/menu_state.h"
-#include "shell/settings.h"
-#include "shell/settings_file.h"
+#include "foundation/settings.h"
+#include "foundation/settings_file.h"
 #include "shell/study_backend.h"
 
 #include <QCoreApplication>

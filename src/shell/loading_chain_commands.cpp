@@ -8,8 +8,8 @@
 #include "shell/frame_texts.h"
 #include "shell/loading_chain.h"
 #include "shell/menu_state.h"
-#include "shell/settings.h"
-#include "shell/settings_file.h"
+#include "foundation/settings.h"
+#include "foundation/settings_file.h"
 #include "shell/study_backend.h"
 
 #include <QDir>

@@ -11,7 +11,7 @@
 // Every list ends open in its labels: the upper age is the lower age of the last, open group, whether
 // the dialog says "Open" or "Close".
 
-#include "shell/settings.h"
+#include "foundation/settings.h"
 
 #include <QList>
 #include <QString>

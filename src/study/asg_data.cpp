@@ -2,7 +2,7 @@
 
 #include "database/db_connection.h"
 #include "database/study_context.h"
-#include "shell/settings.h"
+#include "foundation/settings.h"
 #include "study/array_helpers.h"
 #include "study/asg_labels.h"
 

@@ -9,7 +9,7 @@
 // used as a column name only after it has been checked to be a plain word.
 
 #include "database/study_context.h"
-#include "inputs/grid_model.h"
+#include "platform/grid_model.h"
 
 #include <QList>
 #include <QSqlError>

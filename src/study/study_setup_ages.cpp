@@ -2,7 +2,7 @@
 
 #include "platform/prompts.h"
 #include "platform/runtime.h"
-#include "shell/settings.h"
+#include "foundation/settings.h"
 #include "study/array_helpers.h"
 #include "study/asg_data.h"
 #include "study/asg_labels.h"

@@ -8,7 +8,7 @@
 // their old labels.
 
 #include "database/study_context.h"
-#include "inputs/grid_model.h"
+#include "platform/grid_model.h"
 
 #include <QList>
 #include <QStringList>

@@ -6,7 +6,7 @@
 // upper-cased; it enters a statement only as a name found there and quoted.
 
 #include "database/study_context.h"
-#include "inputs/grid_model.h"
+#include "platform/grid_model.h"
 
 #include <QList>
 #include <QString>

@@ -4,8 +4,8 @@
 #include "database/db_create.h"
 #include "platform/prompts.h"
 #include "shell/loading_chain.h"
-#include "shell/settings.h"
-#include "shell/settings_file.h"
+#include "foundation/settings.h"
+#include "foundation/settings_file.h"
 #include "study/study_setup.h"
 #include "study/study_setup_texts.h"
 

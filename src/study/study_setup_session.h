@@ -7,7 +7,7 @@
 // writes the study file through the study context and reloads the context after each change.
 
 #include "database/study_context.h"
-#include "inputs/grid_model.h"
+#include "platform/grid_model.h"
 #include "study/study_setup.h"
 #include "study/study_setup_ages.h"
 #include "study/study_setup_scheme.h"

@@ -5,8 +5,8 @@
 #include "platform/cell_array.h"
 #include "platform/prompts.h"
 #include "qt_printers.h"
-#include "shell/error_store.h"
-#include "shell/settings.h"
+#include "foundation/error_store.h"
+#include "foundation/settings.h"
 #include "straight_life_table.h"
 
 #include <QStringList>

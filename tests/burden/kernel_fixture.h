@@ -1,8 +1,8 @@
 #pragma once
 // A clean error store for each test, its log kept in a temporary folder.
 
-#include "shell/error_store.h"
-#include "shell/settings.h"
+#include "foundation/error_store.h"
+#include "foundation/settings.h"
 
 #include <QTemporaryDir>
 #include <gtest/gtest.h>

@@ -3,7 +3,7 @@
 #include "database/chk_db_stru.h"
 #include "database/db_texts.h"
 #include "db_test_support.h"
-#include "shell/settings.h"
+#include "foundation/settings.h"
 
 #include <QFile>
 

@@ -7,7 +7,7 @@
 #include "database/study_context.h"
 #include "db_test_support.h"
 #include "shell/frame_preferences.h"
-#include "shell/settings.h"
+#include "foundation/settings.h"
 
 #include <QFile>
 

@@ -1,9 +1,9 @@
 // The run logs: errorsrec.stp, block by block, and Time.stp of a computation.
 
 #include "db_test_support.h"
-#include "shell/error_store.h"
-#include "shell/settings.h"
-#include "shell/time_log.h"
+#include "foundation/error_store.h"
+#include "foundation/settings.h"
+#include "foundation/time_log.h"
 
 #include <QFile>
 #include <QRegularExpression>

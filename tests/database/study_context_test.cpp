@@ -3,10 +3,10 @@
 #include "database/database_backend.h"
 #include "database/study_context.h"
 #include "db_test_support.h"
-#include "shell/error_store.h"
+#include "foundation/error_store.h"
 #include "shell/loading_chain.h"
 #include "shell/menu_state.h"
-#include "shell/settings.h"
+#include "foundation/settings.h"
 
 #include <QFile>
 

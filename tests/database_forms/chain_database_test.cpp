@@ -8,7 +8,7 @@
 #include "frame_fixture.h"
 #include "shell/forms/frm_shw_cnt_mem.h"
 #include "shell/forms/menu_commands.h"
-#include "shell/settings.h"
+#include "foundation/settings.h"
 
 #include <QDir>
 #include <QMdiArea>

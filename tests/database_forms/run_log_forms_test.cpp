@@ -4,12 +4,12 @@
 #include "platform/cell_array.h"
 #include "platform/forms/qt_services.h"
 #include "platform/prompts.h"
-#include "shell/error_store.h"
+#include "foundation/error_store.h"
 #include "shell/forms/frm_grid_test.h"
 #include "shell/forms/frm_main_menu.h"
 #include "shell/forms/frm_shw_cnt_mem.h"
 #include "shell/forms/menu_commands.h"
-#include "shell/settings.h"
+#include "foundation/settings.h"
 
 #include <QMdiArea>
 #include <QMdiSubWindow>

@@ -5,8 +5,8 @@
 #include "shell/forms/menu_commands.h"
 #include "shell/frame_menu_tree.h"
 #include "shell/frame_texts.h"
-#include "shell/settings.h"
-#include "shell/settings_texts.h"
+#include "foundation/settings.h"
+#include "foundation/settings_texts.h"
 
 #include <QAction>
 #include <QApplication>

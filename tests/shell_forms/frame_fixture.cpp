@@ -1,10 +1,10 @@
 #include "frame_fixture.h"
 
-#include "shell/error_store.h"
+#include "foundation/error_store.h"
 #include "shell/forms/menu_commands.h"
 #include "shell/frame_menu_tree.h"
 #include "shell/frame_preferences.h"
-#include "shell/settings.h"
+#include "foundation/settings.h"
 
 #include <QDir>
 #include <QFile>

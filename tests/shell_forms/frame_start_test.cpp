@@ -2,13 +2,13 @@
 // tick, on every road the chain can take.
 
 #include "frame_fixture.h"
-#include "shell/error_store.h"
+#include "foundation/error_store.h"
 #include "shell/forms/menu_commands.h"
 #include "shell/frame_menu_tree.h"
 #include "shell/frame_texts.h"
 #include "shell/loading_chain.h"
-#include "shell/settings.h"
-#include "shell/settings_texts.h"
+#include "foundation/settings.h"
+#include "foundation/settings_texts.h"
 
 #include <QAction>
 #include <QLabel>

@@ -4,7 +4,7 @@
 #include "asg_test_support.h"
 #include "database/db_connection.h"
 #include "database/study_context.h"
-#include "shell/settings.h"
+#include "foundation/settings.h"
 #include "study/array_helpers.h"
 #include "study/asg_data.h"
 #include "study/asg_labels.h"

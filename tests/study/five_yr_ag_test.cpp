@@ -2,7 +2,7 @@
 // press OK, and read the list and the remembered choices.
 
 #include "platform/prompts.h"
-#include "shell/settings.h"
+#include "foundation/settings.h"
 #include "study/forms/five_yr_ag.h"
 
 #include <QComboBox>

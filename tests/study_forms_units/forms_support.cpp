@@ -3,8 +3,8 @@
 
 #include "database/db_create.h"
 #include "database/study_context.h"
-#include "shell/error_store.h"
-#include "shell/settings.h"
+#include "foundation/error_store.h"
+#include "foundation/settings.h"
 
 #include <QSqlRecord>
 #include <QtTest>

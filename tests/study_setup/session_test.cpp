@@ -2,7 +2,7 @@
 // end of a new database, and the form's close.
 
 #include "setup_test_support.h"
-#include "shell/settings_file.h"
+#include "foundation/settings_file.h"
 #include "study/study_setup_session.h"
 
 #include <QFile>

@@ -6,9 +6,9 @@
 #include "database/db_create.h"
 #include "database/study_context.h"
 #include "platform/prompts.h"
-#include "shell/error_store.h"
+#include "foundation/error_store.h"
 #include "shell/menu_state.h"
-#include "shell/settings.h"
+#include "foundation/settings.h"
 #include "study/asg_data.h"
 #include "query_rows.h"
 

@@ -15,7 +15,7 @@
 #include "sample_study.h"
 #include "screenshots.h"
 #include "shell/forms/frm_shw_cnt_mem.h"
-#include "shell/settings.h"
+#include "foundation/settings.h"
 #include "study/asg_data.h"
 #include "study/forms/definestudy1_register.h"
 #include "study/forms/frm_cob.h"

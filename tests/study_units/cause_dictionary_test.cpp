@@ -3,7 +3,7 @@
 
 #include "database/study_context.h"
 #include "platform/progress.h"
-#include "shell/error_store.h"
+#include "foundation/error_store.h"
 #include "study/cause_dictionary.h"
 #include "study_units_support.h"
 

@@ -4,7 +4,7 @@
 #include "database/db_create.h"
 #include "database/study_context.h"
 #include "platform/cell.h"
-#include "shell/error_store.h"
+#include "foundation/error_store.h"
 
 #include <QCoreApplication>
 #include <QSqlRecord>

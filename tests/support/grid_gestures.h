@@ -2,7 +2,7 @@
 // The user's gestures on a grid, shared by the form tests: a click on a body cell, typing into a
 // cell through the grid's cell box, a whole row, the Delete key, and the grid's texts read back.
 
-#include "inputs/forms/flex_grid_view.h"
+#include "platform/forms/flex_grid_view.h"
 
 #include <QAbstractItemView>
 #include <QCoreApplication>

@@ -3,7 +3,7 @@
 
 #include "demography/life_table_check.h"
 #include "platform/csv.h"
-#include "shell/settings_file.h"
+#include "foundation/settings_file.h"
 
 #include <QFile>
 #include <gtest/gtest.h>

@@ -5,10 +5,10 @@
 #include "burden/kernel_texts.h"
 #include "platform/csv.h"
 #include "platform/runtime.h"
-#include "shell/error_store.h"
-#include "shell/settings_file.h"
-#include "shell/settings_file_io.h"
-#include "shell/settings_file_keys.h"
+#include "foundation/error_store.h"
+#include "foundation/settings_file.h"
+#include "foundation/settings_file_io.h"
+#include "foundation/settings_file_keys.h"
 
 #include <QHash>
 #include <functional>

@@ -3,7 +3,7 @@
 #include "burden/calculator_models.h"
 #include "burden/calculator_texts.h"
 #include "platform/prompts.h"
-#include "shell/settings.h"
+#include "foundation/settings.h"
 #include "study/age_quick_fill.h"
 #include "study/asg_texts.h"
 #include "study/forms/five_yr_ag.h"

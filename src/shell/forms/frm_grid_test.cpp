@@ -1,6 +1,6 @@
 #include "shell/forms/frm_grid_test.h"
 
-#include "shell/error_store.h"
+#include "foundation/error_store.h"
 
 #include <QHeaderView>
 #include <QTableView>

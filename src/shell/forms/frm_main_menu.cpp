@@ -2,7 +2,7 @@
 
 #include "platform/cell_array.h"
 #include "platform/prompts.h"
-#include "shell/error_store.h"
+#include "foundation/error_store.h"
 #include "shell/forms/frm_about.h"
 #include "shell/forms/menu_commands.h"
 #include "shell/forms/shell_resources.h"

@@ -3,7 +3,7 @@
 #include "platform/sound.h"
 #include "shell/forms/shell_resources.h"
 #include "shell/frame_texts.h"
-#include "shell/settings.h"
+#include "foundation/settings.h"
 
 #include <QLabel>
 #include <QPixmap>

@@ -3,7 +3,7 @@
 
 #include "study/forms/definestudy1.h"
 
-#include "inputs/forms/flex_grid_view.h"
+#include "platform/forms/flex_grid_view.h"
 #include "study/asg_texts.h"
 #include "study/study_setup_texts.h"
 

@@ -1,7 +1,7 @@
 // DEFINESTUDY1: what each control does. Every operation is the session's; the form reads its
 // widgets into the session, calls it, and shows the session again.
 
-#include "inputs/forms/flex_grid_view.h"
+#include "platform/forms/flex_grid_view.h"
 #include "platform/prompts.h"
 #include "study/age_quick_fill.h"
 #include "study/forms/definestudy1.h"

@@ -1,7 +1,7 @@
 #include "study/forms/defpopunits.h"
 
 #include "database/study_context.h"
-#include "inputs/forms/flex_grid_view.h"
+#include "platform/forms/flex_grid_view.h"
 #include "platform/prompts.h"
 #include "study/forms/study_forms_grid.h"
 #include "study/population_units_texts.h"

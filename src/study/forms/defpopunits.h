@@ -4,7 +4,7 @@
 // of units to level-1 aggregates, each level named by the generic term of the study's scheme.
 // The work is done by PopulationUnits (study/population_units.h); the form reads its widgets.
 
-#include "inputs/grid_model.h"
+#include "platform/grid_model.h"
 #include "platform/cell_array.h"
 #include "study/population_units.h"
 

@@ -1,7 +1,7 @@
 #include "study/forms/frm_buld_main_cl_dic.h"
 
 #include "database/study_context.h"
-#include "inputs/forms/flex_grid_view.h"
+#include "platform/forms/flex_grid_view.h"
 #include "platform/progress.h"
 #include "platform/prompts.h"
 #include "study/cause_dictionary_texts.h"

@@ -6,7 +6,7 @@
 // deletion cascade. The work is done by CauseDictionary (study/cause_dictionary.h).
 
 #include "database/db_connection.h"
-#include "inputs/grid_model.h"
+#include "platform/grid_model.h"
 #include "study/cause_dictionary.h"
 
 #include <QSet>

@@ -1,7 +1,7 @@
 #include "study/forms/frm_cob_print.h"
 
 #include "platform/prompts.h"
-#include "shell/settings.h"
+#include "foundation/settings.h"
 #include "study/cause_dictionary_texts.h"
 
 #include <QFontMetrics>

@@ -3,8 +3,8 @@
 // and a numbered column, edited through the floating cell box, with one blank row at the foot for
 // the next entry, and the Delete key handed to the form.
 
-#include "inputs/forms/flex_grid_view.h"
-#include "inputs/grid_model.h"
+#include "platform/forms/flex_grid_view.h"
+#include "platform/grid_model.h"
 
 #include <QList>
 #include <QStringList>

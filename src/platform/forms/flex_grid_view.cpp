@@ -1,4 +1,4 @@
-#include "inputs/forms/flex_grid_view.h"
+#include "platform/forms/flex_grid_view.h"
 
 #include <QApplication>
 #include <QHeaderView>

@@ -4,8 +4,8 @@
 // passes them on unchanged.
 
 #include "platform/runtime.h"
-#include "shell/settings_file.h"
-#include "shell/settings_file_io.h"
+#include "foundation/settings_file.h"
+#include "foundation/settings_file_io.h"
 
 namespace vesk {
 

@@ -4,8 +4,8 @@
 
 #include "platform/prompts.h"
 #include "qt_printers.h"
-#include "shell/settings.h"
-#include "shell/settings_file.h"
+#include "foundation/settings.h"
+#include "foundation/settings_file.h"
 
 #include <QByteArray>
 #include <QDir>

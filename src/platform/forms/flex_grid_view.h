@@ -8,7 +8,7 @@
 // numeric flag keeps the cell a number); CellBox, where a text box laid over the current cell takes
 // the typing until Enter writes it or Escape drops it; ReadOnly.
 
-#include "inputs/grid_functions.h"
+#include "platform/grid_model.h"
 
 #include <QTableView>
 

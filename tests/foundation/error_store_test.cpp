@@ -1,8 +1,8 @@
 // The error store and its log errorsrec.stp.
 
 #include "platform/cell_array.h"
-#include "shell/error_store.h"
-#include "shell/settings.h"
+#include "foundation/error_store.h"
+#include "foundation/settings.h"
 
 #include <QFile>
 #include <QRegularExpression>

@@ -1,4 +1,4 @@
-#include "shell/settings.h"
+#include "foundation/settings.h"
 
 namespace vesk {
 

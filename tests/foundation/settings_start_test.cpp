@@ -1,7 +1,7 @@
 // The start of reading: InitVESKFilePath, the dialogue for a missing file, and the one file name.
 
 #include "settings_test_support.h"
-#include "shell/settings_texts.h"
+#include "foundation/settings_texts.h"
 
 namespace vesk::test {
 namespace {

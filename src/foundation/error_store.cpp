@@ -1,8 +1,8 @@
-#include "shell/error_store.h"
+#include "foundation/error_store.h"
 
 #include "platform/cell_array.h"
 #include "platform/runtime.h"
-#include "shell/settings.h"
+#include "foundation/settings.h"
 
 #include <QDateTime>
 #include <QFile>

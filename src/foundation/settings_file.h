@@ -12,7 +12,7 @@
 // None of these routines ends the process: where the program is to end they return
 // SettingsOutcome::EndProgram (after showing the message), and the frame ends it.
 
-#include "shell/settings.h"
+#include "foundation/settings.h"
 
 #include <QString>
 

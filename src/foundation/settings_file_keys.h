@@ -3,7 +3,7 @@
 // literal the writer puts before the value, the key the reader compares the start of a line with,
 // the 1-based column the reader takes the value from, and the default for an empty value.
 
-#include "shell/settings.h"
+#include "foundation/settings.h"
 
 #include <array>
 

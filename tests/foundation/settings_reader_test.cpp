@@ -1,7 +1,7 @@
 // The reader of Vesk.stp: what it takes from each line, and the position-based behaviour of its loop.
 
 #include "settings_test_support.h"
-#include "shell/settings_texts.h"
+#include "foundation/settings_texts.h"
 
 namespace vesk::test {
 namespace {

@@ -1,7 +1,7 @@
-#include "shell/time_log.h"
+#include "foundation/time_log.h"
 
 #include "platform/runtime.h"
-#include "shell/settings.h"
+#include "foundation/settings.h"
 
 #include <QDateTime>
 #include <QTextStream>

@@ -75,4 +75,19 @@ private:
     int autoFit_ = -1;
 };
 
+// Key codes as the form events give them.
+namespace key {
+constexpr int kBackspace = 8;
+constexpr int kEnter = 13;
+constexpr int kEscape = 27;
+} // namespace key
+
+// The common key handler of a directly edited grid. With `numeric`, digits pass, a full stop only
+// when the cell has none yet, all else but Enter and Backspace is dropped; without it every key
+// passes. A key that passes is appended to the current cell. Backspace cuts the last character.
+// Enter rewrites a numeric cell as the number its text reads as ("5." becomes "5"), then moves to
+// the next column, or from the last column to the first body column of the next row, adding a row
+// when the current row is the last. Returns false when the key was dropped.
+bool ProcGridKey(int keyCode, GridModel& grid, bool numeric);
+
 } // namespace vesk

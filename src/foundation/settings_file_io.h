@@ -2,14 +2,14 @@
 // The pieces shared by the settings file's reader and writer: lines in and out, the runtime errors
 // that file access can raise, and the few text helpers of the format.
 
+#include "foundation/runtime_error.h"
+
 #include <QString>
 #include <QStringList>
 
 namespace vesk::stp {
 
-// A failure of file access or conversion, with the number and description the old runtime gave it.
-//
-// How the platform's failures are named:
+// How the platform's failures of file access are named (as RuntimeError, runtime_error.h):
 //   the folder of the path does not exist: 52 "Bad file name or number" when the path names a
 //     network share ("\\machine\share\..." or "//machine/share/...", where the old platform said 52
 //     for a machine it could not reach), else 76 "Path not found";
@@ -17,10 +17,6 @@ namespace vesk::stp {
 //   no right to read the file, or to write in the folder or over the file: 70 "Permission denied";
 //   a write that fails after the file was opened (the volume is full, a size limit): 61 "Disk full";
 //   anything else: 75 "Path/File access error".
-struct RuntimeError {
-    int number = 0;
-    QString description;
-};
 
 RuntimeError openErrorFor(const QString& path, bool forWriting);
 RuntimeError inputPastEnd();

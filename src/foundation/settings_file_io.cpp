@@ -1,4 +1,4 @@
-#include "shell/settings_file_io.h"
+#include "foundation/settings_file_io.h"
 
 #include "platform/runtime.h"
 
@@ -30,22 +30,22 @@ RuntimeError openErrorFor(const QString& path, bool forWriting) {
     const QFileInfo folder(file.absolutePath());
     if (!folder.exists() || !folder.isDir()) {
         if (isNetworkPath(path))
-            return {52, QStringLiteral("Bad file name or number")};
-        return {76, QStringLiteral("Path not found")};
+            return RuntimeError(runtime_error::kBadFileNameOrNumber);
+        return RuntimeError(runtime_error::kPathNotFound);
     }
     if (!forWriting && !file.exists())
-        return {53, QStringLiteral("File not found")};
+        return RuntimeError(runtime_error::kFileNotFound);
     if (forWriting ? (!folder.isWritable() || (file.exists() && !file.isWritable())) : !file.isReadable())
-        return {70, QStringLiteral("Permission denied")};
-    return {75, QStringLiteral("Path/File access error")};
+        return RuntimeError(runtime_error::kPermissionDenied);
+    return RuntimeError(runtime_error::kPathFileAccess);
 }
 
 RuntimeError inputPastEnd() {
-    return {62, QStringLiteral("Input past end of file")};
+    return RuntimeError(runtime_error::kInputPastEnd);
 }
 
 RuntimeError overflow() {
-    return {6, QStringLiteral("Overflow")};
+    return RuntimeError(runtime_error::kOverflow);
 }
 
 QString Trim(const QString& text) {

@@ -10,10 +10,10 @@
 
 #include "platform/prompts.h"
 #include "platform/runtime.h"
-#include "shell/settings_file.h"
-#include "shell/settings_file_io.h"
-#include "shell/settings_file_keys.h"
-#include "shell/settings_texts.h"
+#include "foundation/settings_file.h"
+#include "foundation/settings_file_io.h"
+#include "foundation/settings_file_keys.h"
+#include "foundation/settings_texts.h"
 
 #include <QFileInfo>
 
@@ -231,12 +231,12 @@ void readAll(Reader& r) {
     }
 }
 
-void showReaderError(const stp::RuntimeError& e) {
+void showReaderError(const RuntimeError& e) {
     if (e.number == 52)
         prompts().ask(QString::fromUtf8(t::kPleaseCheckPath), Buttons::Ok, Icon::Warning,
                       QString::fromUtf8(t::kTitleOpenFile));
     else
-        prompts().ask(e.description, Buttons::Ok, Icon::None, QString());
+        prompts().ask(e.words, Buttons::Ok, Icon::None, QString());
 }
 
 } // namespace
@@ -254,7 +254,7 @@ SettingsResult openfile(VeskSettings& s, PreferencesControls& p) {
         readAll(r);
     } catch (const EndTheProgram&) {
         result.outcome = SettingsOutcome::EndProgram;
-    } catch (const stp::RuntimeError& e) {
+    } catch (const RuntimeError& e) {
         // The file was read whole into memory, so nothing is left open here.
         result.errorNumber = e.number;
         showReaderError(e);

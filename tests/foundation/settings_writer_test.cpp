@@ -1,7 +1,7 @@
 // The writer of Vesk.stp: the round trip, the defaults it writes, its refusal, and a failed rewrite.
 
 #include "settings_test_support.h"
-#include "shell/settings_texts.h"
+#include "foundation/settings_texts.h"
 
 #include <QFileInfo>
 #include <csignal>

@@ -2,12 +2,12 @@
 // file. The reader is in settings_file_reader.cpp, the writer in settings_file_writer.cpp, the block
 // readers in settings_file_blocks.cpp.
 
-#include "shell/settings_file.h"
+#include "foundation/settings_file.h"
 
 #include "platform/prompts.h"
 #include "platform/runtime.h"
-#include "shell/settings_file_io.h"
-#include "shell/settings_texts.h"
+#include "foundation/settings_file_io.h"
+#include "foundation/settings_texts.h"
 
 #include <QCoreApplication>
 #include <QDir>
@@ -54,9 +54,9 @@ SettingsResult InitVESKFilePath(const QString& programFolder, VeskSettings& s, P
         if (QFileInfo(settingsFilePath(s.AppPath)).isFile())
             return openfile(s, p);
         result.outcome = trapini() ? SettingsOutcome::NoSettings : SettingsOutcome::EndProgram;
-    } catch (const stp::RuntimeError& e) {
+    } catch (const RuntimeError& e) {
         result.errorNumber = e.number;
-        prompts().ask(QString::fromUtf8(t::kInitVeskFilePathError) + e.description);
+        prompts().ask(QString::fromUtf8(t::kInitVeskFilePathError) + e.words);
     } catch (const std::exception& e) {
         prompts().ask(QString::fromUtf8(t::kInitVeskFilePathError) + QString::fromUtf8(e.what()));
     }

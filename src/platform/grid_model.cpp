@@ -1,4 +1,6 @@
-#include "inputs/grid_model.h"
+#include "platform/grid_model.h"
+
+#include "platform/runtime.h"
 
 #include <QStringList>
 #include <algorithm>
@@ -200,6 +202,37 @@ Qt::ItemFlags GridModel::flags(const QModelIndex& index) const {
     if (!index.isValid())
         return Qt::NoItemFlags;
     return Qt::ItemIsEnabled | Qt::ItemIsSelectable | (editable_ ? Qt::ItemIsEditable : Qt::NoItemFlags);
+}
+
+bool ProcGridKey(int keyCode, GridModel& grid, bool numeric) {
+    const QString current = grid.text();
+    if (keyCode == key::kBackspace) {
+        if (!current.isEmpty())
+            grid.setText(current.left(current.size() - 1));
+        return true;
+    }
+    if (keyCode == key::kEnter) {
+        if (numeric && !current.isEmpty())
+            grid.setText(numberToText(Val(current)));
+        if (grid.col() < grid.cols() - 1) {
+            grid.setCurrent(grid.row(), grid.col() + 1);
+        } else {
+            if (grid.row() == grid.rows() - 1)
+                grid.setRows(grid.rows() + 1);
+            grid.setCurrent(grid.row() + 1, grid.fixedCols());
+        }
+        return true;
+    }
+    const char32_t code = static_cast<char32_t>(keyCode);
+    const QString typed = QString::fromUcs4(&code, 1);
+    if (numeric) {
+        const bool digit = keyCode >= '0' && keyCode <= '9';
+        const bool point = keyCode == '.' && !current.contains(u'.');
+        if (!digit && !point)
+            return false;
+    }
+    grid.setText(current + typed);
+    return true;
 }
 
 } // namespace vesk

@@ -5,10 +5,10 @@
 
 #include "platform/prompts.h"
 #include "platform/runtime.h"
-#include "shell/settings_file.h"
-#include "shell/settings_file_io.h"
-#include "shell/settings_file_keys.h"
-#include "shell/settings_texts.h"
+#include "foundation/settings_file.h"
+#include "foundation/settings_file_io.h"
+#include "foundation/settings_file_keys.h"
+#include "foundation/settings_texts.h"
 
 #include <QFileInfo>
 #include <QSaveFile>
@@ -199,7 +199,7 @@ void saveWhole(const QString& path, const QString& text) {
         file.cancelWriting();
     if (!file.commit()) {
         if (!written || file.error() == QFileDevice::WriteError)
-            throw stp::RuntimeError{61, QStringLiteral("Disk full")};
+            throw RuntimeError(runtime_error::kDiskFull);
         throw stp::openErrorFor(path, true);
     }
 }
@@ -230,12 +230,12 @@ WriteResult Write_To_Vesk_Stp(VeskSettings& s, PreferencesControls& p) {
     WriteResult result = WriteResult::Written;
     try {
         saveWhole(settingsFilePath(s.AppPath), w.text());
-    } catch (const stp::RuntimeError& e) {
+    } catch (const RuntimeError& e) {
         if (e.number == 52)
             prompts().ask(QString::fromUtf8(t::kMachineMissing), Buttons::Ok, Icon::Warning,
                           QString::fromUtf8(t::kTitleSetupError));
         else
-            prompts().ask(e.description, Buttons::Ok, Icon::None, QString());
+            prompts().ask(e.words, Buttons::Ok, Icon::None, QString());
         result = WriteResult::Failed;
     }
     releasePanels(s);

@@ -12,6 +12,7 @@
 #include "shell/menu_state.h"
 #include "shell/study_backend.h"
 #include "study/asg_data.h"
+#include "study_db_gtest.h"
 
 #include <QDir>
 #include <QSqlQuery>
@@ -21,7 +22,7 @@
 
 namespace vesk::test {
 
-class SetupTest : public ::testing::Test {
+class SetupTest : public StudyDbGTest {
 protected:
     void SetUp() override {
         ASSERT_TRUE(dir.isValid());

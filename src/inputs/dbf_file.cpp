@@ -167,61 +167,42 @@ QString DbfDriver::tableFile(const QString& name) const {
     return QString();
 }
 
-bool DbfDriver::hasTable(const QString& name) {
-    for (const auto& b : building_)
-        if (b.def.name.compare(name, Qt::CaseInsensitive) == 0)
-            return true;
-    return !tableFile(name).isEmpty();
-}
-
 bool DbfDriver::createTable(const TableDef& def) {
     if (def.name.isEmpty() || def.name.contains(u'/') || def.name.contains(u'\\')) {
         setForeignError(engine_error::kInvalidName,
                         QStringLiteral("'%1' is not a valid name.").arg(def.name));
         return false;
     }
-    if (hasTable(def.name)) {
-        setForeignError(engine_error::kTableExists,
-                        QStringLiteral("Table '%1' already exists.").arg(def.name));
+    if (!tableIsNew(def.name))
         return false;
-    }
     if (def.fields.isEmpty() || def.fields.size() > 255) {
         setForeignError(engine_error::kTooLarge, QStringLiteral("A dBase table has 1 to 255 fields."));
         return false;
     }
-    building_ << Building{def, {}};
+    building_ << BufferedTable{def, {}};
     return true;
 }
 
-bool DbfDriver::appendRows(const QString& table, const CellArray& rows) {
-    Building* b = findBuilding(building_, table);
-    if (!b) {
-        setForeignError(
-            engine_error::kNotWritable,
-            QStringLiteral("Cannot update '%1'; the table was not made in this session.").arg(table));
-        return false;
-    }
-    if (!rowsFitFields(rows, static_cast<int>(b->def.fields.size())))
-        return false;
+bool DbfDriver::bufferRows(BufferedTable& t, const CellArray& rows) {
     const int n = rows.rank() == 2 ? rows.size(0) : 0;
     for (int i = 0; i < n; ++i) {
         QList<Cell> row;
-        for (int j = 0; j < b->def.fields.size(); ++j) {
+        for (int j = 0; j < t.def.fields.size(); ++j) {
             const Cell v = j < rows.size(1) ? rows(rows.lbound(0) + i, rows.lbound(1) + j) : Cell::null();
-            const auto stored = toFieldValue(b->def.fields[j].type(), v);
+            const auto stored = toFieldValue(t.def.fields[j].type(), v);
             if (!stored) {
                 setForeignError(3421, QStringLiteral("Data type conversion error: '%1' in the field '%2'.")
-                                          .arg(v.toString(), b->def.fields[j].name));
+                                          .arg(v.toString(), t.def.fields[j].name));
                 return false;
             }
             row << *stored;
         }
-        b->rows << row;
+        t.rows << row;
     }
     return true;
 }
 
-bool DbfDriver::writeTable(const Building& t) {
+bool DbfDriver::writeTable(const BufferedTable& t) {
     bool oneByte = true;
     for (const auto& f : t.def.fields)
         oneByte = oneByte && encodable(f.name, CodePage::Cp1252);

@@ -11,29 +11,26 @@
 
 namespace vesk {
 
-class DbfDriver : public ForeignDriver {
+class DbfDriver : public BufferingDriver {
 public:
     static constexpr int kMaxText = 254;
     static constexpr int kMaxNameBytes = 10;
 
+    DbfDriver() : BufferingDriver(QStringLiteral("table")) {}
     bool open(const QString& path, bool forWriting) override;
-    bool hasTable(const QString& name) override;
     bool createTable(const TableDef& def) override;
-    bool appendRows(const QString& table, const CellArray& rows) override;
     std::optional<ForeignTable> readTable(const QString& name) override;
     bool close() override;
 
-    struct Building {
-        TableDef def;
-        QList<QList<Cell>> rows;
-    };
+protected:
+    bool fileHasTable(const QString& name) override { return !tableFile(name).isEmpty(); }
+    bool bufferRows(BufferedTable& table, const CellArray& rows) override;
 
 private:
     // The file of a table in the folder, found case-blind; empty when there is none.
     QString tableFile(const QString& name) const;
-    bool writeTable(const Building& table);
+    bool writeTable(const BufferedTable& table);
     QString folder_;
-    QList<Building> building_;
 };
 
 } // namespace vesk

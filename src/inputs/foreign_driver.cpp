@@ -6,6 +6,8 @@
 #include "inputs/xls_file.h"
 #include "inputs/xlsx_file.h"
 
+#include <QFile>
+
 namespace vesk {
 
 bool ForeignDriver::execute(const QString& sql) {
@@ -16,6 +18,26 @@ bool ForeignDriver::execute(const QString& sql) {
         return false;
     }
     return createTable(*def);
+}
+
+bool ForeignDriver::tableIsNew(const QString& name) {
+    if (!hasTable(name))
+        return true;
+    setForeignError(engine_error::kTableExists, QStringLiteral("Table '%1' already exists.").arg(name));
+    return false;
+}
+
+bool BufferingDriver::hasTable(const QString& name) {
+    return findBuilding(building_, name) || fileHasTable(name);
+}
+
+bool BufferingDriver::appendRows(const QString& table, const CellArray& rows) {
+    BufferedTable* b = findBuilding(building_, table);
+    if (!b) {
+        setNotMadeInThisSession(table, tableNoun_);
+        return false;
+    }
+    return rowsFitFields(rows, static_cast<int>(b->def.fields.size())) && bufferRows(*b, rows);
 }
 
 std::unique_ptr<ForeignDriver> makeForeignDriver(ForeignKind kind) {
@@ -35,6 +57,22 @@ std::unique_ptr<ForeignDriver> makeForeignDriver(ForeignKind kind) {
     }
 }
 
+bool openForeignFile(const QString& path, bool forWriting, const std::function<bool(QString*)>& load) {
+    if (!QFile::exists(path)) {
+        if (forWriting)
+            return true;
+        setForeignError(engine_error::kCannotOpen, QStringLiteral("Cannot open the file '%1'.").arg(path));
+        return false;
+    }
+    QString error;
+    if (!load(&error)) {
+        setForeignError(engine_error::kCannotOpen,
+                        QStringLiteral("Cannot open the file '%1': %2.").arg(path, error));
+        return false;
+    }
+    return true;
+}
+
 QStringList headingsOf(const QList<Cell>& firstRow) {
     QStringList out;
     for (int j = 0; j < firstRow.size(); ++j) {
@@ -44,9 +82,17 @@ QStringList headingsOf(const QList<Cell>& firstRow) {
     return out;
 }
 
-void setNotMadeInThisSession(const QString& table) {
-    setForeignError(engine_error::kNotWritable,
-                    QStringLiteral("Cannot update '%1'; the range was not made in this session.").arg(table));
+void setNotMadeInThisSession(const QString& table, const QString& noun) {
+    setForeignError(
+        engine_error::kNotWritable,
+        QStringLiteral("Cannot update '%1'; the %2 was not made in this session.").arg(table, noun));
+}
+
+QList<Cell> storedRow(const TableDef& def, const CellArray& rows, int i, int limit) {
+    QList<Cell> row;
+    for (int j = 0; j < rows.size(1); ++j)
+        row << storedValue(def.fields[j], rows(rows.lbound(0) + i, rows.lbound(1) + j), limit);
+    return row;
 }
 
 ForeignTable tableOfRange(const QString& name, int row1, int col1, int row2, int col2,

@@ -71,45 +71,42 @@ bool SqliteTableDriver::hasTable(const QString& name) {
     return open_ && !actualName(name).isEmpty();
 }
 
+namespace {
+
+// The old type a field's declaration names, so that reading back knows dates and Booleans.
+QString declaredType(const FieldDef& f) {
+    switch (f.type()) {
+    case FieldType::Text:
+        return f.length > 0 ? QStringLiteral("VARCHAR(%1)").arg(f.length) : QStringLiteral("TEXT");
+    case FieldType::Integer:
+        return QStringLiteral("SMALLINT");
+    case FieldType::Long:
+        return QStringLiteral("INTEGER");
+    case FieldType::Single:
+        return QStringLiteral("SINGLE");
+    case FieldType::Double:
+        return QStringLiteral("DOUBLE");
+    case FieldType::Date:
+        return QStringLiteral("DATETIME");
+    case FieldType::Logical:
+        return QStringLiteral("BOOLEAN");
+    }
+    return QString();
+}
+
+} // namespace
+
 QString SqliteTableDriver::sqliteDdl(const TableDef& def) {
     QStringList fields;
-    for (const auto& f : def.fields) {
-        QString type;
-        switch (f.type()) {
-        case FieldType::Text:
-            type = f.length > 0 ? QStringLiteral("VARCHAR(%1)").arg(f.length) : QStringLiteral("TEXT");
-            break;
-        case FieldType::Integer:
-            type = QStringLiteral("SMALLINT");
-            break;
-        case FieldType::Long:
-            type = QStringLiteral("INTEGER");
-            break;
-        case FieldType::Single:
-            type = QStringLiteral("SINGLE");
-            break;
-        case FieldType::Double:
-            type = QStringLiteral("DOUBLE");
-            break;
-        case FieldType::Date:
-            type = QStringLiteral("DATETIME");
-            break;
-        case FieldType::Logical:
-            type = QStringLiteral("BOOLEAN");
-            break;
-        }
-        fields << quoteIdentifier(f.name) + u' ' + type;
-    }
+    for (const auto& f : def.fields)
+        fields << quoteIdentifier(f.name) + u' ' + declaredType(f);
     return QStringLiteral("CREATE TABLE %1 (%2)")
         .arg(quoteIdentifier(def.name), fields.join(QStringLiteral(", ")));
 }
 
 bool SqliteTableDriver::createTable(const TableDef& def) {
-    if (hasTable(def.name)) {
-        setForeignError(engine_error::kTableExists,
-                        QStringLiteral("Table '%1' already exists.").arg(def.name));
+    if (!tableIsNew(def.name))
         return false;
-    }
     QSqlQuery q(QSqlDatabase::database(connection_, false));
     if (!q.exec(sqliteDdl(def))) {
         setForeignError(engine_error::kSyntaxInCreate, q.lastError().text());

@@ -232,21 +232,12 @@ bool Wk1Driver::open(const QString& path, bool forWriting) {
     building_.clear();
     dirty_ = false;
     sheet_ = Wk1Sheet();
-    if (!QFile::exists(path)) {
-        if (forWriting)
-            return true;
-        setForeignError(engine_error::kCannotOpen, QStringLiteral("Cannot open the file '%1'.").arg(path));
-        return false;
-    }
-    QString error;
-    auto sheet = Wk1Sheet::load(path, &error);
-    if (!sheet) {
-        setForeignError(engine_error::kCannotOpen,
-                        QStringLiteral("Cannot open the file '%1': %2.").arg(path, error));
-        return false;
-    }
-    sheet_ = std::move(*sheet);
-    return true;
+    return openForeignFile(path, forWriting, [&](QString* error) {
+        auto sheet = Wk1Sheet::load(path, error);
+        if (sheet)
+            sheet_ = std::move(*sheet);
+        return sheet.has_value();
+    });
 }
 
 bool Wk1Driver::hasTable(const QString& name) {
@@ -266,11 +257,8 @@ bool Wk1Driver::createTable(const TableDef& def) {
                             .arg(Wk1Sheet::kMaxName));
         return false;
     }
-    if (hasTable(def.name)) {
-        setForeignError(engine_error::kTableExists,
-                        QStringLiteral("Table '%1' already exists.").arg(def.name));
+    if (!tableIsNew(def.name))
         return false;
-    }
     if (def.fields.size() > Wk1Sheet::kMaxCols) {
         setForeignError(
             engine_error::kTooLarge,
@@ -305,9 +293,9 @@ bool Wk1Driver::appendRows(const QString& table, const CellArray& rows) {
     }
     for (int i = 0; i < n; ++i) {
         const int row = b->firstRow + b->rows + 1;
-        for (int j = 0; j < rows.size(1); ++j)
-            sheet_.setCell(row, j,
-                           storedValue(b->def.fields[j], rows(rows.lbound(0) + i, rows.lbound(1) + j), 255));
+        const QList<Cell> values = storedRow(b->def, rows, i, Wk1Sheet::kMaxLabel);
+        for (int j = 0; j < values.size(); ++j)
+            sheet_.setCell(row, j, values[j]);
         ++b->rows;
     }
     // Stretch the range over the new rows.

@@ -76,30 +76,27 @@ private:
     bool date1904_ = false;
 };
 
-class XlsxDriver : public ForeignDriver {
+class XlsxDriver : public BufferingDriver {
 public:
+    XlsxDriver() : BufferingDriver(QStringLiteral("range")) {}
     bool open(const QString& path, bool forWriting) override;
-    bool hasTable(const QString& name) override;
     bool createTable(const TableDef& def) override;
-    bool appendRows(const QString& table, const CellArray& rows) override;
     std::optional<ForeignTable> readTable(const QString& name) override;
     bool close() override;
 
-    struct Building {
-        TableDef def;
-        QList<QList<Cell>> rows;
-    };
+protected:
+    bool fileHasTable(const QString& name) override;
+    bool bufferRows(BufferedTable& table, const CellArray& rows) override;
 
 private:
     QString path_;
     std::optional<XlsxBook> book_;
-    QList<Building> building_;
 };
 
 // Writes the tables as the sheets of a new workbook (libxlsxwriter), each with its defined name.
-bool writeNewWorkbook(const QString& path, const QList<XlsxDriver::Building>& tables, QString* error);
+bool writeNewWorkbook(const QString& path, const QList<BufferedTable>& tables, QString* error);
 // Adds the tables as new sheets to the archive of an existing workbook.
-bool addSheetsToWorkbook(ZipArchive& zip, const QString& workbookPart,
-                         const QList<XlsxDriver::Building>& tables, QString* error);
+bool addSheetsToWorkbook(ZipArchive& zip, const QString& workbookPart, const QList<BufferedTable>& tables,
+                         QString* error);
 
 } // namespace vesk

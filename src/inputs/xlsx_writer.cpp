@@ -31,7 +31,7 @@ QString quotedSheet(const QString& sheet) {
     return u'\'' + QString(sheet).replace(QStringLiteral("'"), QStringLiteral("''")) + u'\'';
 }
 
-QString areaFormula(const XlsxDriver::Building& t) {
+QString areaFormula(const BufferedTable& t) {
     const int lastCol = std::max(0, static_cast<int>(t.def.fields.size()) - 1);
     return quotedSheet(t.def.name) + u'!' + cellRef(0, 0, true) + u':' +
            cellRef(static_cast<int>(t.rows.size()), lastCol, true);
@@ -46,7 +46,7 @@ bool hasTime(double serial) {
 // ---------------------------------------------------------------------------------------------
 // New workbooks
 
-bool writeNewWorkbook(const QString& path, const QList<XlsxDriver::Building>& tables, QString* error) {
+bool writeNewWorkbook(const QString& path, const QList<BufferedTable>& tables, QString* error) {
     lxw_workbook* wb = workbook_new(QFile::encodeName(path).constData());
     if (!wb) {
         *error = QStringLiteral("cannot create the workbook");
@@ -141,7 +141,7 @@ bool addDateStyles(QString& styles, int* dateXf, int* dateTimeXf) {
     return true;
 }
 
-QByteArray sheetXml(const XlsxDriver::Building& t, int dateXf, int dateTimeXf) {
+QByteArray sheetXml(const BufferedTable& t, int dateXf, int dateTimeXf) {
     QByteArray out;
     QXmlStreamWriter w(&out);
     w.writeStartDocument(QStringLiteral("1.0"), true);
@@ -202,7 +202,7 @@ QByteArray sheetXml(const XlsxDriver::Building& t, int dateXf, int dateTimeXf) {
     return out;
 }
 
-bool tableHasDates(const XlsxDriver::Building& t) {
+bool tableHasDates(const BufferedTable& t) {
     for (const auto& row : t.rows)
         for (const auto& v : row)
             if (v.isDate())
@@ -283,7 +283,7 @@ bool addDateFormats(ZipArchive& zip, WorkbookParts& p, QString* error) {
     return true;
 }
 
-bool addSheet(ZipArchive& zip, WorkbookParts& p, const XlsxDriver::Building& t, QString* error) {
+bool addSheet(ZipArchive& zip, WorkbookParts& p, const BufferedTable& t, QString* error) {
     int k = 1;
     while (zip.find(p.folder + QStringLiteral("worksheets/sheet%1.xml").arg(k)))
         ++k;
@@ -322,8 +322,8 @@ bool addSheet(ZipArchive& zip, WorkbookParts& p, const XlsxDriver::Building& t, 
 
 } // namespace
 
-bool addSheetsToWorkbook(ZipArchive& zip, const QString& workbookPart,
-                         const QList<XlsxDriver::Building>& tables, QString* error) {
+bool addSheetsToWorkbook(ZipArchive& zip, const QString& workbookPart, const QList<BufferedTable>& tables,
+                         QString* error) {
     WorkbookParts p;
     if (!loadParts(zip, workbookPart, &p, error) || !declareRelationshipPrefix(p, error))
         return false;
@@ -348,26 +348,13 @@ bool XlsxDriver::open(const QString& path, bool forWriting) {
     path_ = path;
     building_.clear();
     book_.reset();
-    if (!QFile::exists(path)) {
-        if (forWriting)
-            return true;
-        setForeignError(engine_error::kCannotOpen, QStringLiteral("Cannot open the file '%1'.").arg(path));
-        return false;
-    }
-    QString error;
-    book_ = XlsxBook::load(path, &error);
-    if (!book_) {
-        setForeignError(engine_error::kCannotOpen,
-                        QStringLiteral("Cannot open the file '%1': %2.").arg(path, error));
-        return false;
-    }
-    return true;
+    return openForeignFile(path, forWriting, [&](QString* error) {
+        book_ = XlsxBook::load(path, error);
+        return book_.has_value();
+    });
 }
 
-bool XlsxDriver::hasTable(const QString& name) {
-    for (const auto& b : building_)
-        if (b.def.name.compare(name, Qt::CaseInsensitive) == 0)
-            return true;
+bool XlsxDriver::fileHasTable(const QString& name) {
     if (!book_)
         return false;
     return book_->hasDefinedName(name) || book_->sheetNames().contains(name, Qt::CaseInsensitive);
@@ -382,37 +369,26 @@ bool XlsxDriver::createTable(const TableDef& def) {
                 .arg(def.name));
         return false;
     }
-    if (hasTable(def.name)) {
-        setForeignError(engine_error::kTableExists,
-                        QStringLiteral("Table '%1' already exists.").arg(def.name));
+    if (!tableIsNew(def.name))
         return false;
-    }
     if (def.fields.size() > 16384) {
         setForeignError(engine_error::kTooLarge,
                         QStringLiteral("A worksheet has no more than 16384 columns."));
         return false;
     }
-    building_ << Building{def, {}};
+    building_ << BufferedTable{def, {}};
     return true;
 }
 
-bool XlsxDriver::appendRows(const QString& table, const CellArray& rows) {
-    Building* b = buildingToAppend(building_, table, rows);
-    if (!b)
-        return false;
+bool XlsxDriver::bufferRows(BufferedTable& t, const CellArray& rows) {
     const int n = rows.rank() == 2 ? rows.size(0) : 0;
-    if (b->rows.size() + n >= 1048576) {
+    if (t.rows.size() + n >= 1048576) {
         setForeignError(engine_error::kTooLarge,
                         QStringLiteral("A worksheet has no more than 1048576 rows."));
         return false;
     }
-    for (int i = 0; i < n; ++i) {
-        QList<Cell> row;
-        for (int j = 0; j < rows.size(1); ++j)
-            row << storedValue(b->def.fields[j], rows(rows.lbound(0) + i, rows.lbound(1) + j),
-                               kWorksheetTextLimit);
-        b->rows << row;
-    }
+    for (int i = 0; i < n; ++i)
+        t.rows << storedRow(t.def, rows, i, kWorksheetTextLimit);
     return true;
 }
 

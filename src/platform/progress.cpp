@@ -1,18 +1,19 @@
 #include "platform/progress.h"
 
+#include "platform/service_slot.h"
+
 namespace vesk {
 
 namespace {
-RecordingProgress fallback;
-Progress* installed = nullptr;
+ServiceSlot<Progress, RecordingProgress> current;
 } // namespace
 
 Progress& progress() {
-    return installed ? *installed : fallback;
+    return current.get();
 }
 
 void setProgress(Progress* p) {
-    installed = p;
+    current.installed = p;
 }
 
 } // namespace vesk

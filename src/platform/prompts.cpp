@@ -1,5 +1,7 @@
 #include "platform/prompts.h"
 
+#include "platform/service_slot.h"
+
 #include <cstdio>
 
 namespace vesk {
@@ -24,17 +26,27 @@ public:
     }
 };
 
-HeadlessPrompts headless;
-PromptService* installed = nullptr;
+ServiceSlot<PromptService, HeadlessPrompts> current;
+
+// The next scripted answer, or `none` when the script has run out (the question is counted).
+template <typename T> T takeNext(std::deque<T>& script, T none, int& unanswered) {
+    if (script.empty()) {
+        ++unanswered;
+        return none;
+    }
+    T next = std::move(script.front());
+    script.pop_front();
+    return next;
+}
 
 } // namespace
 
 PromptService& prompts() {
-    return installed ? *installed : headless;
+    return current.get();
 }
 
 void setPromptService(PromptService* service) {
-    installed = service;
+    current.installed = service;
 }
 
 Answer defaultAnswer(Buttons buttons) {
@@ -71,25 +83,13 @@ Answer ScriptedPrompts::ask(const QString& text, Buttons buttons, Icon icon, con
     shown_.push_back({PromptRecord::Kind::Message, text, title, buttons, icon, QString()});
     if (buttons == Buttons::Ok)
         return Answer::Ok; // nothing to choose: no script needed
-    if (answers_.empty()) {
-        ++unanswered_;
-        return defaultAnswer(buttons);
-    }
-    const Answer a = answers_.front();
-    answers_.pop_front();
-    return a;
+    return takeNext(answers_, defaultAnswer(buttons), unanswered_);
 }
 
 std::optional<QString> ScriptedPrompts::nextFile(PromptRecord::Kind kind, const QString& title,
                                                  const QString& filter) {
     shown_.push_back({kind, title, title, Buttons::OkCancel, Icon::None, filter});
-    if (files_.empty()) {
-        ++unanswered_;
-        return std::nullopt;
-    }
-    auto f = files_.front();
-    files_.pop_front();
-    return f;
+    return takeNext(files_, std::optional<QString>(), unanswered_);
 }
 
 std::optional<QString> ScriptedPrompts::openFileName(const QString& title, const QString& filter,
@@ -109,16 +109,10 @@ std::optional<QString> ScriptedPrompts::folderName(const QString& title, const Q
 std::optional<QString> ScriptedPrompts::inputBox(const QString& prompt, const QString& title,
                                                  const QString& defaultText) {
     shown_.push_back({PromptRecord::Kind::Input, prompt, title, Buttons::OkCancel, Icon::None, defaultText});
-    if (inputs_.empty()) {
-        ++unanswered_;
-        return std::nullopt;
-    }
-    auto t = inputs_.front();
-    inputs_.pop_front();
-    return t;
+    return takeNext(inputs_, std::optional<QString>(), unanswered_);
 }
 
-ScopedPromptService::ScopedPromptService(PromptService* service) : previous_(installed) {
+ScopedPromptService::ScopedPromptService(PromptService* service) : previous_(current.installed) {
     setPromptService(service);
 }
 

@@ -1,5 +1,7 @@
 #include "platform/sound.h"
 
+#include "platform/service_slot.h"
+
 namespace vesk {
 
 namespace {
@@ -7,16 +9,15 @@ class SilentSound : public SoundService {
 public:
     void play(const QString&) override {}
 };
-SilentSound fallback;
-SoundService* installed = nullptr;
+ServiceSlot<SoundService, SilentSound> current;
 } // namespace
 
 SoundService& sounds() {
-    return installed ? *installed : fallback;
+    return current.get();
 }
 
 void setSoundService(SoundService* s) {
-    installed = s;
+    current.installed = s;
 }
 
 } // namespace vesk

@@ -7,60 +7,38 @@
 #include <QMessageBox>
 #include <QSoundEffect>
 #include <QUrl>
+#include <utility>
 
 namespace vesk {
 
 namespace {
 
-QMessageBox::StandardButtons toButtons(Buttons b) {
-    switch (b) {
-    case Buttons::OkCancel:
-        return QMessageBox::Ok | QMessageBox::Cancel;
-    case Buttons::YesNo:
-        return QMessageBox::Yes | QMessageBox::No;
-    case Buttons::YesNoCancel:
-        return QMessageBox::Yes | QMessageBox::No | QMessageBox::Cancel;
-    case Buttons::RetryCancel:
-        return QMessageBox::Retry | QMessageBox::Cancel;
-    case Buttons::AbortRetryIgnore:
-        return QMessageBox::Abort | QMessageBox::Retry | QMessageBox::Ignore;
-    default:
-        return QMessageBox::Ok;
-    }
-}
+// Indexed by Buttons.
+const QMessageBox::StandardButtons kButtons[] = {
+    QMessageBox::Ok,
+    QMessageBox::Ok | QMessageBox::Cancel,
+    QMessageBox::Yes | QMessageBox::No,
+    QMessageBox::Yes | QMessageBox::No | QMessageBox::Cancel,
+    QMessageBox::Retry | QMessageBox::Cancel,
+    QMessageBox::Abort | QMessageBox::Retry | QMessageBox::Ignore,
+};
 
-QMessageBox::Icon toIcon(Icon i) {
-    switch (i) {
-    case Icon::Critical:
-        return QMessageBox::Critical;
-    case Icon::Question:
-        return QMessageBox::Question;
-    case Icon::Warning:
-        return QMessageBox::Warning;
-    case Icon::Information:
-        return QMessageBox::Information;
-    default:
-        return QMessageBox::NoIcon;
-    }
-}
+// Indexed by Icon.
+const QMessageBox::Icon kIcons[] = {QMessageBox::NoIcon, QMessageBox::Critical, QMessageBox::Question,
+                                    QMessageBox::Warning, QMessageBox::Information};
+
+// The answer of each button that is not Ok; any other button answers Ok.
+const std::pair<int, Answer> kAnswers[] = {
+    {QMessageBox::Cancel, Answer::Cancel}, {QMessageBox::Yes, Answer::Yes},
+    {QMessageBox::No, Answer::No},         {QMessageBox::Retry, Answer::Retry},
+    {QMessageBox::Abort, Answer::Abort},   {QMessageBox::Ignore, Answer::Ignore},
+};
 
 Answer fromButton(int b) {
-    switch (b) {
-    case QMessageBox::Cancel:
-        return Answer::Cancel;
-    case QMessageBox::Yes:
-        return Answer::Yes;
-    case QMessageBox::No:
-        return Answer::No;
-    case QMessageBox::Retry:
-        return Answer::Retry;
-    case QMessageBox::Abort:
-        return Answer::Abort;
-    case QMessageBox::Ignore:
-        return Answer::Ignore;
-    default:
-        return Answer::Ok;
-    }
+    for (const auto& [button, answer] : kAnswers)
+        if (button == b)
+            return answer;
+    return Answer::Ok;
 }
 
 std::optional<QString> nonEmpty(const QString& s) {
@@ -78,8 +56,8 @@ QWidget* QtPromptService::parent() const {
 }
 
 Answer QtPromptService::ask(const QString& text, Buttons buttons, Icon icon, const QString& title) {
-    QMessageBox box(toIcon(icon), title.isEmpty() ? QApplication::applicationName() : title, text,
-                    toButtons(buttons), parent());
+    QMessageBox box(kIcons[static_cast<int>(icon)], title.isEmpty() ? QApplication::applicationName() : title,
+                    text, kButtons[static_cast<int>(buttons)], parent());
     return fromButton(box.exec());
 }
 

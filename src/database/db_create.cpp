@@ -5,6 +5,7 @@
 #include "platform/runtime.h"
 
 #include <QFile>
+#include <utility>
 
 namespace vesk {
 
@@ -144,28 +145,17 @@ QString ruleWithoutTextMessage(const QString& rule, const QString& table, const 
 }
 
 QString declaredType(int typeCode, int size) {
-    switch (typeCode) {
-    case dbBoolean:
-        return QStringLiteral("BOOLEAN");
-    case dbByte:
-        return QStringLiteral("BYTE");
-    case dbInteger:
-        return QStringLiteral("SMALLINT");
-    case dbLong:
-        return QStringLiteral("LONG");
-    case dbSingle:
-        return QStringLiteral("SINGLE");
-    case dbDouble:
-        return QStringLiteral("DOUBLE");
-    case dbDate:
-        return QStringLiteral("DATETIME");
-    case dbText:
+    // The type each code is declared as; text fields also state their length.
+    static constexpr std::pair<int, const char*> kTypes[] = {
+        {dbBoolean, "BOOLEAN"}, {dbByte, "BYTE"},     {dbInteger, "SMALLINT"}, {dbLong, "LONG"},
+        {dbSingle, "SINGLE"},   {dbDouble, "DOUBLE"}, {dbDate, "DATETIME"},    {dbMemo, "LONGTEXT"},
+    };
+    if (typeCode == dbText)
         return QStringLiteral("VARCHAR(%1)").arg(size > 0 ? size : 255);
-    case dbMemo:
-        return QStringLiteral("LONGTEXT");
-    default:
-        return {};
-    }
+    for (const auto& [code, type] : kTypes)
+        if (code == typeCode)
+            return QString::fromLatin1(type);
+    return {};
 }
 
 std::optional<QStringList> createTableStatements(QString* error) {

@@ -2,7 +2,6 @@
 
 #include "burden/calculator_texts.h"
 #include "burden/forms/calculator_widgets.h"
-#include "platform/prompts.h"
 
 #include <QCheckBox>
 #include <QComboBox>
@@ -26,11 +25,9 @@ using calculator_texts::text;
 } // namespace
 
 frmDALYCal::frmDALYCal(QWidget* parent)
-    : QMainWindow(parent), dap_(true), yldAges_(this), yllAges_(this), yld_(this), yll_(this) {
+    : CalculatorWindow(true, ct::kHelpDaly, parent), yldAges_(this), yllAges_(this), yld_(this), yll_(this) {
     setObjectName(QStringLiteral("frmDALYCal"));
-    setAttribute(Qt::WA_DeleteOnClose);
     setWindowTitle(text(ct::kDalyCaption));
-    wireCalculatorMenus(this);
     auto* central = new QWidget(this);
     auto* col = new QVBoxLayout(central);
     col->addWidget(buildTop());
@@ -43,21 +40,11 @@ frmDALYCal::frmDALYCal(QWidget* parent)
                      2);
     col->addLayout(sides, 1);
 
-    auto* buttons = new QHBoxLayout;
-    ID_BUILD = new QPushButton(text(ct::kBuildAgeIntervals), central);
-    ID_BUILD->setObjectName(QStringLiteral("ID_BUILD"));
-    connect(ID_BUILD, &QPushButton::clicked, this, &frmDALYCal::ID_BUILD_Click);
-    buttons->addWidget(ID_BUILD);
-    buttons->addStretch();
-    ID_COMPUTE = new QPushButton(text(ct::kComputeDalys), central);
-    ID_COMPUTE->setObjectName(QStringLiteral("ID_COMPUTE"));
-    connect(ID_COMPUTE, &QPushButton::clicked, this, &frmDALYCal::ID_COMPUTE_Click);
-    buttons->addWidget(ID_COMPUTE);
-    cmdClose = new QPushButton(text(ct::kClose), central);
-    cmdClose->setObjectName(QStringLiteral("cmdClose"));
-    connect(cmdClose, &QPushButton::clicked, this, &QWidget::close);
-    buttons->addWidget(cmdClose);
-    col->addLayout(buttons);
+    ID_BUILD =
+        makeButton(ct::kBuildAgeIntervals, QStringLiteral("ID_BUILD"), central, [this] { ID_BUILD_Click(); });
+    ID_COMPUTE =
+        makeButton(ct::kComputeDalys, QStringLiteral("ID_COMPUTE"), central, [this] { ID_COMPUTE_Click(); });
+    col->addLayout(buttonRow({ID_BUILD}, {ID_COMPUTE}, central));
     setCentralWidget(central);
     SetOutputData();
     resize(1180, 680);
@@ -67,10 +54,7 @@ QWidget* frmDALYCal::buildTop() {
     auto* top = new QWidget(this);
     auto* row = new QHBoxLayout(top);
     row->setContentsMargins(0, 0, 0, 0);
-    flexBuiltInDAP = makeDapGrid(&dap_, top);
-    row->addWidget(flexBuiltInDAP, 0, Qt::AlignTop);
-    auto* form = makeCalculatorHead(
-        top, this, [this] { SetOutputData(); }, txtUserIden, cbCOBLst, ID_DecPlcs);
+    QFormLayout* form = addDapAndHead(row, top);
     chkFeasibility = new QCheckBox(text(ct::kFeasibilityOption), top);
     chkFeasibility->setObjectName(QStringLiteral("chkFeasibility"));
     chkFeasibility->setChecked(true);
@@ -94,17 +78,11 @@ QWidget* frmDALYCal::buildSide(const char* side, const QString& ageName, AgeDefM
     ageCol->addWidget(ageView, 1);
     row->addLayout(ageCol);
     auto* dataCol = new QVBoxLayout;
-    title = new QLabel(box);
-    title->setObjectName(dataName == QLatin1String("flexData") ? QStringLiteral("lblTitle")
-                                                               : QStringLiteral("lblTitleYll"));
-    QFont f = title->font();
-    f.setBold(true);
-    title->setFont(f);
+    title = makeTitle(dataName == QLatin1String("flexData") ? QStringLiteral("lblTitle")
+                                                            : QStringLiteral("lblTitleYll"),
+                      box);
     dataCol->addWidget(title);
-    dataView = makeCalcGrid(dataName, box);
-    dataView->setModel(data);
-    dataView->setItemDelegate(new CalcCellDelegate(true, text(ct::kNotValidEntryData), dataView));
-    dataView->horizontalHeader()->setSectionResizeMode(QHeaderView::ResizeToContents);
+    dataView = makeDataGrid(dataName, data, box);
     dataCol->addWidget(dataView, 1);
     row->addLayout(dataCol, 1);
     return box;
@@ -132,18 +110,6 @@ CalculatorSheet frmDALYCal::sheet() const {
             cbCOBLst->currentText(),
             {{text(ct::kYldSide) + QStringLiteral(": ") + yld_.title(), &yld_},
              {text(ct::kYllSide) + QStringLiteral(": ") + yll_.title(), &yll_}}};
-}
-
-void frmDALYCal::mnu_File_Print_Click() {
-    printCalculatorSheet(this, sheet());
-}
-
-void frmDALYCal::mnu_File_Save_Click() {
-    saveCalculatorSheet(sheet());
-}
-
-void frmDALYCal::mnu_Help_Click() {
-    prompts().ask(text(ct::kHelpDaly), Buttons::Ok, Icon::Information);
 }
 
 } // namespace vesk

@@ -3,27 +3,17 @@
 // (deaths and ages at death), each with its own age intervals, joined into a DALY through the
 // age-sex map. With "Feesability Option" on, the two sets must map.
 
-#include "burden/calculator.h"
-#include "burden/calculator_output.h"
+#include "burden/forms/calculator_window.h"
 
-#include <QMainWindow>
-
-class QAction;
 class QCheckBox;
-class QComboBox;
-class QLabel;
-class QLineEdit;
-class QPushButton;
-class QTableView;
 
 namespace vesk {
 
-class frmDALYCal : public QMainWindow {
+class frmDALYCal : public CalculatorWindow {
     Q_OBJECT
 public:
     explicit frmDALYCal(QWidget* parent = nullptr);
 
-    DapGridModel& dapModel() { return dap_; }
     AgeDefModel& yldAgeModel() { return yldAges_; }
     AgeDefModel& yllAgeModel() { return yllAges_; }
     CalcDataModel& yldModel() { return yld_; }
@@ -31,36 +21,25 @@ public:
 
     void ID_BUILD_Click();
     void ID_COMPUTE_Click();
-    void SetOutputData();
-    void mnu_File_Print_Click();
-    void mnu_File_Save_Click();
-    void mnu_Help_Click();
-    CalculatorSheet sheet() const;
+    void SetOutputData() override;
+    CalculatorSheet sheet() const override;
 
-    QTableView* flexBuiltInDAP = nullptr;
-    QTableView* AgeDef = nullptr;    // the YLD side's age intervals
-    QTableView* AgeDefYll = nullptr; // the YLL side's
-    QPushButton* ID_BUILD = nullptr;
-    QTableView* flexData = nullptr;
-    QTableView* flexYLLData = nullptr;
+    // The YLD side: its age intervals, title and data grid.
+    QTableView* AgeDef = nullptr;
     QLabel* lblTitle = nullptr;
+    QTableView* flexData = nullptr;
+    // The YLL side.
+    QTableView* AgeDefYll = nullptr;
     QLabel* lblTitleYll = nullptr;
-    QComboBox* ID_DecPlcs = nullptr;
-    QLineEdit* txtUserIden = nullptr;
-    QComboBox* cbCOBLst = nullptr;
+    QTableView* flexYLLData = nullptr;
     QCheckBox* chkFeasibility = nullptr;
     QPushButton* ID_COMPUTE = nullptr;
-    QPushButton* cmdClose = nullptr;
-    QAction* mnu_File_Print = nullptr;
-    QAction* mnu_File_Save = nullptr;
-    QAction* mnu_Help = nullptr;
 
 private:
     QWidget* buildTop();
     QWidget* buildSide(const char* side, const QString& ageName, AgeDefModel* ages, QTableView*& ageView,
                        const QString& dataName, CalcDataModel* data, QTableView*& dataView, QLabel*& title);
 
-    DapGridModel dap_;
     AgeDefModel yldAges_;
     AgeDefModel yllAges_;
     CalcDataModel yld_;

@@ -8,12 +8,12 @@
 // Keyfitz limits whether the writer put them there or not, so that after a save without limits
 // [OPNCLSAGEINTVL] is swallowed and its values keep their former state.
 
-#include "platform/prompts.h"
-#include "platform/runtime.h"
 #include "foundation/settings_file.h"
 #include "foundation/settings_file_io.h"
 #include "foundation/settings_file_keys.h"
 #include "foundation/settings_texts.h"
+#include "platform/prompts.h"
+#include "platform/runtime.h"
 
 #include <QFileInfo>
 
@@ -77,22 +77,23 @@ void readVesk(Reader& r) {
     }
 }
 
-void readStatOut(Reader& r) {
+// A folder's line: the text after its 8-character key, kept in the settings and shown in the
+// preferences; a warning when it is blank.
+void readFolder(Reader& r, QString& setting, QString& shown, const char* missing) {
     r.line = r.in.next();
-    r.s.StatOutPath = Trim(Mid(r.line, 8));
-    r.p.txtStatOut = r.s.StatOutPath;
-    if (r.s.StatOutPath.isEmpty())
-        prompts().ask(QString::fromUtf8(t::kStatOutMissing), Buttons::Ok, Icon::Warning,
+    setting = Trim(Mid(r.line, 8));
+    shown = setting;
+    if (setting.isEmpty())
+        prompts().ask(QString::fromUtf8(missing), Buttons::Ok, Icon::Warning,
                       QString::fromUtf8(t::kTitleVesk));
 }
 
+void readStatOut(Reader& r) {
+    readFolder(r, r.s.StatOutPath, r.p.txtStatOut, t::kStatOutMissing);
+}
+
 void readTemp(Reader& r) {
-    r.line = r.in.next();
-    r.s.TempPath = Trim(Mid(r.line, 8));
-    r.p.txtTempArea = r.s.TempPath;
-    if (r.s.TempPath.isEmpty())
-        prompts().ask(QString::fromUtf8(t::kTempMissing), Buttons::Ok, Icon::Warning,
-                      QString::fromUtf8(t::kTitleVesk));
+    readFolder(r, r.s.TempPath, r.p.txtTempArea, t::kTempMissing);
 }
 
 // Each key in its order tries the next line; a line that is not the key leaves the value as it was.

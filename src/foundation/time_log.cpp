@@ -1,7 +1,7 @@
 #include "foundation/time_log.h"
 
-#include "platform/runtime.h"
 #include "foundation/settings.h"
+#include "platform/runtime.h"
 
 #include <QDateTime>
 #include <QTextStream>
@@ -9,23 +9,17 @@
 namespace vesk {
 
 QString timePhaseLiteral(TimePhase phase) {
-    switch (phase) {
-    case TimePhase::LoadPopulation:
-        return QStringLiteral("Loading population and Mortality data to Memory...  =  ");
-    case TimePhase::LoadCauseOfDeath:
-        return QStringLiteral("Loading Cause of Death data into Memory... =  ");
-    case TimePhase::LoadEpidemiological:
-        return QStringLiteral("Loading Epidemiological Data into Memory...  =  ");
-    case TimePhase::Compute:
-        return QStringLiteral("Computing YLD,YLL,DALY... =  ");
-    case TimePhase::StoreYLD:
-        return QStringLiteral("Storing YLD Results into Table... =  ");
-    case TimePhase::StoreYLL:
-        return QStringLiteral("Storing YLL Results into Table... =  ");
-    case TimePhase::StoreDALY:
-        return QStringLiteral("Storing DALY Results into Table... =  ");
-    }
-    return {};
+    // Indexed by TimePhase.
+    static constexpr const char* kLiterals[] = {
+        "Loading population and Mortality data to Memory...  =  ",
+        "Loading Cause of Death data into Memory... =  ",
+        "Loading Epidemiological Data into Memory...  =  ",
+        "Computing YLD,YLL,DALY... =  ",
+        "Storing YLD Results into Table... =  ",
+        "Storing YLL Results into Table... =  ",
+        "Storing DALY Results into Table... =  ",
+    };
+    return QString::fromLatin1(kLiterals[static_cast<int>(phase)]);
 }
 
 QString timeLogPath() {

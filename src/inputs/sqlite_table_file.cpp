@@ -7,6 +7,7 @@
 #include <QSqlRecord>
 #include <atomic>
 #include <cmath>
+#include <utility>
 
 namespace vesk {
 
@@ -75,22 +76,15 @@ namespace {
 
 // The old type a field's declaration names, so that reading back knows dates and Booleans.
 QString declaredType(const FieldDef& f) {
-    switch (f.type()) {
-    case FieldType::Text:
+    if (f.type() == FieldType::Text)
         return f.length > 0 ? QStringLiteral("VARCHAR(%1)").arg(f.length) : QStringLiteral("TEXT");
-    case FieldType::Integer:
-        return QStringLiteral("SMALLINT");
-    case FieldType::Long:
-        return QStringLiteral("INTEGER");
-    case FieldType::Single:
-        return QStringLiteral("SINGLE");
-    case FieldType::Double:
-        return QStringLiteral("DOUBLE");
-    case FieldType::Date:
-        return QStringLiteral("DATETIME");
-    case FieldType::Logical:
-        return QStringLiteral("BOOLEAN");
-    }
+    static constexpr std::pair<FieldType, const char*> kTypes[] = {
+        {FieldType::Integer, "SMALLINT"}, {FieldType::Long, "INTEGER"},  {FieldType::Single, "SINGLE"},
+        {FieldType::Double, "DOUBLE"},    {FieldType::Date, "DATETIME"}, {FieldType::Logical, "BOOLEAN"},
+    };
+    for (const auto& [type, name] : kTypes)
+        if (type == f.type())
+            return QString::fromLatin1(name);
     return QString();
 }
 

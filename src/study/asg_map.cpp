@@ -6,6 +6,7 @@
 #include "study/asg_labels.h"
 #include "study/asg_texts.h"
 
+#include <optional>
 #include <vector>
 
 namespace vesk {
@@ -73,6 +74,13 @@ bool isList(const Cell& c) {
     return c.isArray() && c.array().rank() >= 1;
 }
 
+// Whether two lists are as long as each other; std::nullopt when either is no list.
+std::optional<bool> sameLengthLists(const Cell& first, const Cell& second) {
+    if (!isList(first) || !isList(second))
+        return std::nullopt;
+    return first.array().ubound(0) == second.array().ubound(0);
+}
+
 // Neighbours of a sorted list with the same lower age, or the same end; with `sameLetter`, only
 // neighbours whose first letters agree (case-blind) count.
 bool hasDuplicates(const WorkList& list, bool sameLetter) {
@@ -90,15 +98,11 @@ bool hasDuplicates(const WorkList& list, bool sameLetter) {
 } // namespace
 
 CellArray FnAsgMapEq(const Cell& first, const Cell& second) {
-    if (!isList(first) || !isList(second))
+    if (sameLengthLists(first, second) != true)
         return notFeasible();
-    const CellArray& a = first.array();
-    const CellArray& b = second.array();
-    if (a.ubound(0) != b.ubound(0))
-        return notFeasible();
-    WorkList one = sortedWorkList(a);
-    WorkList two = sortedWorkList(b);
-    CellArray map = mapFor(b);
+    WorkList one = sortedWorkList(first.array());
+    WorkList two = sortedWorkList(second.array());
+    CellArray map = mapFor(second.array());
     while (!one.empty()) {
         const Entry& row = one.front();
         auto partner = two.begin();
@@ -169,12 +173,10 @@ bool buildUnequalMap(WorkList& shorter, WorkList& longer, CellArray& map) {
 } // namespace
 
 CellArray FnAsgMapUneq(const Cell& first, const Cell& second) {
-    if (!isList(first) || !isList(second))
+    if (sameLengthLists(first, second) != false)
         return notFeasible();
     const CellArray& a = first.array();
     const CellArray& b = second.array();
-    if (a.ubound(0) == b.ubound(0))
-        return notFeasible();
     const bool firstShorter = a.size(0) < b.size(0);
     const CellArray& s = firstShorter ? a : b;
     const CellArray& l = firstShorter ? b : a;
@@ -189,7 +191,7 @@ CellArray FnAsgMapUneq(const Cell& first, const Cell& second) {
 }
 
 CellArray FnAsgMap(const Cell& first, const Cell& second) {
-    if (isList(first) && isList(second) && first.array().ubound(0) == second.array().ubound(0))
+    if (sameLengthLists(first, second) == true)
         return FnAsgMapEq(first, second);
     return FnAsgMapUneq(first, second);
 }

@@ -4,6 +4,8 @@
 #include "platform/runtime.h"
 #include "study/cause_dictionary_texts.h"
 
+#include <functional>
+
 namespace vesk {
 
 namespace {
@@ -28,6 +30,34 @@ OutlineNode node(const QString& prefix, const QPair<QString, QString>& row) {
     return {prefix + row.first, outlineText(row.first, row.second), {}};
 }
 
+// Sets the bar to run over `count` steps, from none done.
+void startProgress(Progress* progress, qsizetype count) {
+    if (!progress)
+        return;
+    progress->setRange(0, std::max<int>(1, static_cast<int>(count)));
+    progress->setValue(0);
+}
+
+// A node for each row, with the children `childrenOf` gives it (none without it); the bar, when
+// given, steps once a row.
+QList<OutlineNode>
+nodesOf(const QList<QPair<QString, QString>>& rows, const QString& prefix,
+        const std::function<QList<OutlineNode>(const QPair<QString, QString>&)>& childrenOf = {},
+        Progress* progress = nullptr) {
+    startProgress(progress, rows.size());
+    QList<OutlineNode> out;
+    int done = 0;
+    for (const auto& row : rows) {
+        OutlineNode n = node(prefix, row);
+        if (childrenOf)
+            n.children = childrenOf(row);
+        out << n;
+        if (progress)
+            progress->setValue(++done);
+    }
+    return out;
+}
+
 // The study's column of _DctBDM as the file spells it; empty when there is none.
 QString studyColumn(const DbConnection& db, const QString& study) {
     auto q = db.query(QStringLiteral("SELECT name FROM pragma_table_info('_DctBDM')"));
@@ -50,10 +80,7 @@ QList<OutlineNode> causesOf(const DbConnection& db, const QString& cluster, cons
                 .arg(sql::quoteName(column));
     else
         return {}; // a study without its column has no causes
-    QList<OutlineNode> out;
-    for (const auto& row : pairs(db, sql, {cluster}))
-        out << node(QStringLiteral("D"), row);
-    return out;
+    return nodesOf(pairs(db, sql, {cluster}), QStringLiteral("D"));
 }
 
 void addLines(const OutlineNode& n, int depth, QList<OutlineLine>& out) {
@@ -69,69 +96,53 @@ QString outlineText(const QString& code, const QString& description) {
 }
 
 OutlineNode causeOutline(const DbConnection& db, const QString& study, Progress* progress) {
+    using Row = QPair<QString, QString>;
     const QString column = study.isEmpty() ? QString() : studyColumn(db, study);
+    const auto clustersOf = [&](const Row& subgroup) {
+        return nodesOf(
+            pairs(db,
+                  QStringLiteral("SELECT ClstrCd, Cluster FROM _DctBDMClstr WHERE SGrpCd = ? ORDER BY rowid"),
+                  {subgroup.first}),
+            QStringLiteral("C"),
+            [&](const Row& cluster) { return causesOf(db, cluster.first, study, column); });
+    };
+    const auto subgroupsOf = [&](const Row& group) {
+        return nodesOf(
+            pairs(db,
+                  QStringLiteral("SELECT SGrpCd, Subgroup FROM _DctBDMSGrps WHERE GrpCd = ? ORDER BY SGrpCd"),
+                  {group.first.toInt()}),
+            QStringLiteral("S"), clustersOf);
+    };
     OutlineNode causes{QStringLiteral("COB"), cdtext::CausesNode, {}};
-    const auto groups =
-        pairs(db, QStringLiteral("SELECT GrpCd, \"Group\" FROM _DctBDMGrps ORDER BY rowid"), {});
-    if (progress) {
-        progress->setRange(0, std::max<int>(1, static_cast<int>(groups.size())));
-        progress->setValue(0);
-    }
-    int done = 0;
-    for (const auto& group : groups) {
-        OutlineNode g = node(QStringLiteral("G"), group);
-        for (const auto& subgroup : pairs(
-                 db,
-                 QStringLiteral("SELECT SGrpCd, Subgroup FROM _DctBDMSGrps WHERE GrpCd = ? ORDER BY SGrpCd"),
-                 {group.first.toInt()})) {
-            OutlineNode s = node(QStringLiteral("S"), subgroup);
-            for (const auto& cluster :
-                 pairs(db,
-                       QStringLiteral(
-                           "SELECT ClstrCd, Cluster FROM _DctBDMClstr WHERE SGrpCd = ? ORDER BY rowid"),
-                       {subgroup.first})) {
-                OutlineNode c = node(QStringLiteral("C"), cluster);
-                c.children = causesOf(db, cluster.first, study, column);
-                s.children << c;
-            }
-            g.children << s;
-        }
-        causes.children << g;
-        if (progress)
-            progress->setValue(++done);
-    }
+    causes.children =
+        nodesOf(pairs(db, QStringLiteral("SELECT GrpCd, \"Group\" FROM _DctBDMGrps ORDER BY rowid"), {}),
+                QStringLiteral("G"), subgroupsOf, progress);
     return {QStringLiteral("ROOT"), cdtext::CausesRoot, {causes}};
 }
 
 OutlineNode populationOutline(const DbConnection& db, const QString& study, Progress* progress) {
+    using Row = QPair<QString, QString>;
+    const auto unitsOf = [&](const Row& pag1) {
+        return nodesOf(
+            pairs(db,
+                  QStringLiteral(
+                      "SELECT BPUID, BPUName FROM _DctBPU WHERE PAG1Id = ? AND BDSId = ? ORDER BY rowid"),
+                  {pag1.first, study}),
+            QStringLiteral("B"));
+    };
+    const auto pag1sOf = [&](const Row& pag2) {
+        return nodesOf(
+            pairs(db,
+                  QStringLiteral(
+                      "SELECT PAG1Id, PAG1Name FROM _DctPAG1 WHERE PAG2Id = ? AND BDSId = ? ORDER BY PAG1Id"),
+                  {pag2.first, study}),
+            QStringLiteral("P1"), unitsOf);
+    };
     OutlineNode schema{QStringLiteral("POP"), cdtext::PopulationNode, {}};
-    const auto pag2s = pairs(
-        db, QStringLiteral("SELECT PAG2Id, PAG2Name FROM _DctPAG2 WHERE BDSId = ? ORDER BY rowid"), {study});
-    if (progress) {
-        progress->setRange(0, std::max<int>(1, static_cast<int>(pag2s.size())));
-        progress->setValue(0);
-    }
-    int done = 0;
-    for (const auto& pag2 : pag2s) {
-        OutlineNode p2 = node(QStringLiteral("P2"), pag2);
-        for (const auto& pag1 : pairs(
-                 db,
-                 QStringLiteral(
-                     "SELECT PAG1Id, PAG1Name FROM _DctPAG1 WHERE PAG2Id = ? AND BDSId = ? ORDER BY PAG1Id"),
-                 {pag2.first, study})) {
-            OutlineNode p1 = node(QStringLiteral("P1"), pag1);
-            for (const auto& bpu : pairs(
-                     db,
-                     QStringLiteral(
-                         "SELECT BPUID, BPUName FROM _DctBPU WHERE PAG1Id = ? AND BDSId = ? ORDER BY rowid"),
-                     {pag1.first, study}))
-                p1.children << node(QStringLiteral("B"), bpu);
-            p2.children << p1;
-        }
-        schema.children << p2;
-        if (progress)
-            progress->setValue(++done);
-    }
+    schema.children = nodesOf(
+        pairs(db, QStringLiteral("SELECT PAG2Id, PAG2Name FROM _DctPAG2 WHERE BDSId = ? ORDER BY rowid"),
+              {study}),
+        QStringLiteral("P2"), pag1sOf, progress);
     return {QStringLiteral("ROOT"), cdtext::PopulationRoot, {schema}};
 }
 

@@ -29,15 +29,8 @@ int index(PopLevel level) {
 }
 
 QString levelName(PopLevel level) {
-    switch (level) {
-    case PopLevel::BPU:
-        return QStringLiteral("BPU");
-    case PopLevel::PAG1:
-        return QStringLiteral("PAG1");
-    case PopLevel::PAG2:
-        return QStringLiteral("PAG2");
-    }
-    return {};
+    static const QString kNames[] = {QStringLiteral("BPU"), QStringLiteral("PAG1"), QStringLiteral("PAG2")};
+    return kNames[index(level)];
 }
 
 QStringList idsOf(const QList<UnitRow>& rows) {

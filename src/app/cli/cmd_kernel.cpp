@@ -2,13 +2,13 @@
 
 #include "app/cli/cli.h"
 #include "burden/kernel.h"
-#include "burden/kernel_texts.h"
-#include "platform/csv.h"
-#include "platform/runtime.h"
 #include "foundation/error_store.h"
+#include "foundation/runtime_error.h"
 #include "foundation/settings_file.h"
 #include "foundation/settings_file_io.h"
 #include "foundation/settings_file_keys.h"
+#include "platform/csv.h"
+#include "platform/runtime.h"
 
 #include <QHash>
 #include <functional>
@@ -172,7 +172,7 @@ std::optional<float> lookUpL(const LifeTableSource& src, const QStringList& fiel
     } catch (const std::out_of_range& e) {
         err(QStringLiteral("row %1: error %2: %3 (FnLifeExpAt, sex '%4')")
                 .arg(row)
-                .arg(kernel_texts::kErrSubscript)
+                .arg(runtime_error::kSubscriptOutOfRange)
                 .arg(QString::fromLatin1(e.what()), sex));
         return std::nullopt;
     }

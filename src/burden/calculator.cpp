@@ -2,6 +2,7 @@
 
 #include "burden/calculator_texts.h"
 #include "burden/kernel.h"
+#include "demography/standard_life_table.h"
 #include "foundation/array_helpers.h"
 #include "foundation/settings.h"
 #include "platform/prompts.h"
@@ -17,10 +18,6 @@ namespace ct = calculator_texts;
 namespace {
 
 using calculator_texts::text;
-
-void say(const char* message, const char* title = nullptr, Icon icon = Icon::Warning) {
-    prompts().ask(text(message), Buttons::Ok, icon, title ? text(title) : QString());
-}
 
 float single(const QString& text) {
     return toSingle(Val(text));
@@ -51,23 +48,20 @@ const CalculatorTaskInfo& calculatorTaskInfo(CalculatorTask task) {
     }
 }
 
+void calculatorSay(const char* message, const char* title, Icon icon) {
+    prompts().ask(text(message), Buttons::Ok, icon, title ? text(title) : QString());
+}
+
 QString calculatorResultHead(const QString& prefix, const DapValues& dap) {
     return prefix + u'[' + dap.r + u',' + dap.K + u']';
 }
 
 const CellArray* calculatorLifeTable() {
-    switch (settings().LifeTblType) {
-    case 2:
-        if (!preferences().userLifeTableLoaded || preferences().userLifeTable.rank() == 0) {
-            say(ct::kNoUserLifeTable, ct::kLifeTableTitle);
-            return nullptr;
-        }
-        return &preferences().userLifeTable;
-    case 3:
-        return &settings().MtxLTSWHO;
-    default:
-        return &settings().MtxLTSKRO;
-    }
+    const StandardLifeTable chosen = standardLifeTable();
+    if (chosen.lack == StandardLifeTableLack::NoUserTable)
+        calculatorSay(ct::kNoUserLifeTable, ct::kLifeTableTitle);
+    // A missing fixed block passes its empty table: reading it is the calculator's error.
+    return chosen.table;
 }
 
 // ---------------------------------------------------------------------------------------------
@@ -89,12 +83,12 @@ std::optional<QStringList> calculatorLabels(const QStringList& ages) {
 bool buildCalculator(CalculatorTask task, const AgeDefModel& ageDef, CalcDataModel& data) {
     const QStringList ages = ageDef.ages();
     if (ages.isEmpty()) {
-        say(ct::kFillAgeDefinition);
+        calculatorSay(ct::kFillAgeDefinition);
         return false;
     }
     const auto labels = calculatorLabels(ages);
     if (!labels) {
-        say(ct::kUnexpectedError, nullptr, Icon::Critical);
+        calculatorSay(ct::kUnexpectedError, nullptr, Icon::Critical);
         return false;
     }
     const CalculatorTaskInfo& info = calculatorTaskInfo(task);
@@ -128,7 +122,7 @@ std::optional<std::vector<std::optional<float>>> readAges(const CalcDataModel& d
         }
         const float a = single(text);
         if (!ageInGroup(data.labels().at(row), a)) {
-            say(refusal);
+            calculatorSay(refusal);
             return std::nullopt;
         }
         out.emplace_back(a);
@@ -198,31 +192,31 @@ std::vector<Cell> CalYllCalculator(const QStringList& labels, const std::vector<
     return out;
 }
 
+namespace {
+
+// One result a row: the value of the row, Null for a row without an age.
+template <typename Value> std::vector<Cell> eachRow(const std::vector<YldRow>& rows, Value value) {
+    std::vector<Cell> out;
+    for (const YldRow& row : rows)
+        out.push_back(row.a ? Cell(static_cast<double>(value(row))) : Cell::null());
+    return out;
+}
+
+} // namespace
+
 std::vector<Cell> CalIyld(const std::vector<YldRow>& rows, const DapValues& dap) {
     const float r = single(dap.r);
     const float K = single(dap.K);
-    std::vector<Cell> out;
-    for (const YldRow& row : rows) {
-        if (!row.a)
-            out.push_back(Cell::null());
-        else
-            out.push_back(Cell(
-                static_cast<double>(FnlYLD(*row.a, row.L, row.D, r, K, Cell(dap.Beta), Cell(dap.C), row.N))));
-    }
-    return out;
+    return eachRow(rows, [&](const YldRow& row) {
+        return FnlYLD(*row.a, row.L, row.D, r, K, Cell(dap.Beta), Cell(dap.C), row.N);
+    });
 }
 
 std::vector<Cell> CalPyld(const std::vector<YldRow>& rows, const DapValues& dap) {
     const float K = single(dap.K);
-    std::vector<Cell> out;
-    for (const YldRow& row : rows) {
-        if (!row.a)
-            out.push_back(Cell::null());
-        else
-            out.push_back(
-                Cell(static_cast<double>(FnPYLD(*row.a, row.D, K, Cell(dap.Beta), Cell(dap.C), row.N))));
-    }
-    return out;
+    return eachRow(rows, [&](const YldRow& row) {
+        return FnPYLD(*row.a, row.D, K, Cell(dap.Beta), Cell(dap.C), row.N);
+    });
 }
 
 // ---------------------------------------------------------------------------------------------
@@ -261,11 +255,11 @@ bool computeYld(CalculatorTask task, const std::vector<DapValues>& sets, CalcDat
 bool computeCalculator(CalculatorTask task, const DapGridModel& dap, CalcDataModel& data) {
     const std::vector<DapValues> sets = dap.selectedSets();
     if (sets.empty()) {
-        say(ct::kSelectDap);
+        calculatorSay(ct::kSelectDap);
         return false;
     }
     if (!data.isBuilt()) {
-        say(ct::kFillAgeDefinition);
+        calculatorSay(ct::kFillAgeDefinition);
         return false;
     }
     try {

@@ -18,6 +18,7 @@
 
 #include "burden/calculator_models.h"
 #include "platform/cell_array.h"
+#include "platform/prompts.h"
 
 #include <optional>
 #include <vector>
@@ -34,12 +35,16 @@ struct CalculatorTaskInfo {
 };
 const CalculatorTaskInfo& calculatorTaskInfo(CalculatorTask task);
 
+// A message of the calculators' texts in a box with an OK button, Warning unless told, and its
+// title when one is named.
+void calculatorSay(const char* message, const char* title = nullptr, Icon icon = Icon::Warning);
+
 // "YLL[" r "," K "]", r and K as the grid holds them.
 QString calculatorResultHead(const QString& prefix, const DapValues& dap);
 
-// The standard life table that LifeTblType chooses: 1 MtxLTSKRO, 2 the user's table of the
-// preferences, 3 MtxLTSWHO (any other value: MtxLTSKRO). nullptr, after "There is no User defined
-// Life Table " (title "Life Table"), when the user's table is chosen but none is loaded.
+// The standard life table the settings choose (standardLifeTable: 1 MtxLTSKRO, 2 the user's table
+// of the preferences, 3 MtxLTSWHO, any other value MtxLTSKRO). nullptr, after "There is no User
+// defined Life Table " (title "Life Table"), when the user's table is chosen but none is loaded.
 const CellArray* calculatorLifeTable();
 
 // The labels of a list of lower ages (ASGDfn mode 0: M and F, sorted); std::nullopt after a failure,

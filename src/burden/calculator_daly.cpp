@@ -17,10 +17,6 @@ namespace {
 
 using calculator_texts::text;
 
-void say(const char* message, const char* title = nullptr, Icon icon = Icon::Warning) {
-    prompts().ask(text(message), Buttons::Ok, icon, title ? text(title) : QString());
-}
-
 CellArray labelArray(const QStringList& labels) {
     CellArray out({static_cast<int>(labels.size())});
     for (int i = 0; i < labels.size(); ++i)
@@ -61,21 +57,21 @@ Cell addInto(const Cell& base, const Cell& value) {
 bool buildDalyCalculator(const AgeDefModel& yldDef, const AgeDefModel& yllDef, CalcDataModel& yld,
                          CalcDataModel& yll, bool feasibility) {
     if (yllDef.ages().isEmpty()) {
-        say(ct::kFillYllAsg);
+        calculatorSay(ct::kFillYllAsg);
         return false;
     }
     if (yldDef.ages().isEmpty()) {
-        say(ct::kFillYldAsg);
+        calculatorSay(ct::kFillYldAsg);
         return false;
     }
     const auto yldLabels = calculatorLabels(yldDef.ages());
     const auto yllLabels = yldLabels ? calculatorLabels(yllDef.ages()) : std::nullopt;
     if (!yldLabels || !yllLabels) {
-        say(ct::kUnexpectedError, nullptr, Icon::Critical);
+        calculatorSay(ct::kUnexpectedError, nullptr, Icon::Critical);
         return false;
     }
     if (feasibility && !asgMapFeasible(sidesMap(*yldLabels, *yllLabels))) {
-        say(ct::kDoNotMap);
+        calculatorSay(ct::kDoNotMap);
         return false;
     }
     yld.build(text(ct::kYldTitle), *yldLabels,
@@ -143,16 +139,16 @@ bool computeDalySets(const std::vector<DapValues>& sets, CalcDataModel& yld, Cal
 bool CalculateDalyCal(const DapGridModel& dap, CalcDataModel& yld, CalcDataModel& yll, bool feasibility) {
     const bool built = yld.isBuilt() && yll.isBuilt();
     if (feasibility && built && !asgMapFeasible(sidesMap(yld.labels(), yll.labels()))) {
-        say(ct::kNotFeasible, ct::kFeasibilityTitle);
+        calculatorSay(ct::kNotFeasible, ct::kFeasibilityTitle);
         return false;
     }
     const std::vector<DapValues> sets = dap.selectedSets();
     if (sets.empty()) {
-        say(ct::kSelectDapDaly);
+        calculatorSay(ct::kSelectDapDaly);
         return false;
     }
     if (!built || !inputsComplete(yld) || !inputsComplete(yll)) {
-        say(ct::kFillRequiredInput);
+        calculatorSay(ct::kFillRequiredInput);
         return false;
     }
     try {

@@ -7,7 +7,6 @@
 
 #include <cmath>
 #include <optional>
-#include <stdexcept>
 
 namespace vesk {
 
@@ -309,32 +308,6 @@ double FnYLLF(float a, float L, float r, float K, const Cell& Beta, const Cell& 
         result = yllDiscounted(h, a, L, r, K, Beta, C);
     }
     return result;
-}
-
-float FnLifeExpAt(const CellArray& MtxLTS, float a, const QString& sexLetter) {
-    int col = 0;
-    if (sexLetter == QLatin1String("F"))
-        col = 1;
-    else if (sexLetter == QLatin1String("M"))
-        col = 2;
-    else if (sexLetter == QLatin1String("P"))
-        col = 3;
-    if (MtxLTS.rank() != 2 || MtxLTS.size(0) == 0)
-        throw std::out_of_range(runtimeWords(runtime_error::kSubscriptOutOfRange).toStdString());
-
-    const float whole = static_cast<float>(vbInt(a));
-    const double age = whole;
-    const int last = MtxLTS.ubound(0);
-    if (age == MtxLTS(last, 0).toDouble())
-        return toSingle(MtxLTS(last, col).toDouble());
-    for (int i = MtxLTS.lbound(0); i <= last; ++i) {
-        if (MtxLTS(i, 0).toDouble() != age)
-            continue;
-        const double lo = MtxLTS(i, col).toDouble();
-        const double hi = MtxLTS(i + 1, col).toDouble();
-        return toSingle(lo + static_cast<double>(a - whole) * (hi - lo));
-    }
-    return 0.0f;
 }
 
 } // namespace vesk

@@ -1,6 +1,8 @@
 // vesk-cli yll, iyld and pyld, run as a user would run them.
 
+#include "burden/calculator.h"
 #include "burden/kernel.h"
+#include "foundation/settings_file.h"
 #include "kernel_fixture.h"
 #include "platform/csv.h"
 
@@ -217,4 +219,39 @@ TEST_F(KernelCli, WithoutSettingsOptionTheFileBesideTheToolIsRead) {
         EXPECT_EQ(r.exitCode, 2);
         EXPECT_TRUE(r.err.contains(QStringLiteral(VESK_BIN_DIR "/Vesk.stp"))) << r.err.toStdString();
     }
+}
+
+TEST_F(KernelCli, TheToolAndTheCalculatorTakeTheSameUserTable) {
+    // The user table: female 90 - 0.9x, male 88 - 0.88x, in the block the settings writer names.
+    QStringList bai, uf, um;
+    for (int x = 0; x <= 100; ++x) {
+        bai << QString::number(x);
+        uf << QString::number(90 - 0.9 * x);
+        um << QString::number(88 - 0.88 * x);
+    }
+    const QString path = writeFile(dir, "user.stp",
+                                   settingsWithTables(2) +
+                                       QStringLiteral("[User Defined Life Table]\r\n[BAI]:%1\r\n[EXM]:%2\r\n"
+                                                      "[EXF]:%3\r\n")
+                                           .arg(bai.join('|'), um.join('|'), uf.join('|')));
+    const CliRun r = runCli({"yll", "--sex", "F", "--settings", path}, "a,r,K,Beta,C\n30.5,0,0,,\n");
+    ASSERT_EQ(r.exitCode, 0) << r.err.toStdString();
+    const auto t = parseCsv(r.out);
+    ASSERT_TRUE(t);
+    ASSERT_EQ(t->rows.size(), 1);
+
+    // The calculator, with the user table as the settings reader loads it.
+    const VeskSettings saved = settings();
+    const PreferencesControls savedPreferences = preferences();
+    settings().LifeTblType = 2;
+    ASSERT_TRUE(FnReadLTS(QStringLiteral("[User Defined Life Table]"), preferences().userLifeTable, path));
+    preferences().userLifeTableLoaded = true;
+    const CellArray* table = calculatorLifeTable();
+    ASSERT_NE(table, nullptr);
+    const float L = FnLifeExpAt(*table, 30.5f, "F");
+    settings() = saved;
+    preferences() = savedPreferences;
+
+    EXPECT_NEAR(L, 90 - 0.9 * 30.5, 1e-4);
+    EXPECT_EQ(t->rows[0][5], csvNumber(L));
 }

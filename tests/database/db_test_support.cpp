@@ -1,8 +1,5 @@
 #include "db_test_support.h"
 
-#include "database/db_create.h"
-#include "database/study_context.h"
-#include "foundation/error_store.h"
 #include "foundation/settings.h"
 
 #include <QCoreApplication>
@@ -19,30 +16,17 @@ QCoreApplication app(argc, argv);
 } // namespace
 
 void DbTest::SetUp() {
-    ASSERT_TRUE(dir.isValid());
-    installed_ = std::make_unique<ScopedPromptService>(&prompts);
+    StudyDbGTest::SetUp();
     settings() = VeskSettings{};
     preferences() = PreferencesControls{};
     settings().StatOutPath = dir.path() + u'/';
-    studyContext() = StudyContext{};
-    clearErrorStore();
-}
-
-void DbTest::TearDown() {
-    studyContext() = StudyContext{};
-    clearErrorStore();
-    installed_.reset();
-}
-
-QString DbTest::path(const QString& name) const {
-    return dir.filePath(name);
 }
 
 QString DbTest::newStudyFile(const QString& name) {
     QString error;
-    const QString file = path(name);
-    EXPECT_TRUE(createStudyFile(file, &error)) << error.toStdString();
-    return file;
+    const QString made = createStudy(name, &error);
+    EXPECT_FALSE(made.isEmpty()) << error.toStdString();
+    return made.isEmpty() ? path(name) : made;
 }
 
 std::shared_ptr<DbConnection> DbTest::openDb(const QString& file) {
@@ -53,8 +37,8 @@ std::shared_ptr<DbConnection> DbTest::openDb(const QString& file) {
 }
 
 void DbTest::exec(DbConnection& db, const QString& sql, const QVariantList& values) {
-    QSqlError e;
-    EXPECT_TRUE(db.exec(sql, values, &e)) << sql.toStdString() << ": " << e.text().toStdString();
+    QString error;
+    EXPECT_TRUE(StudyDbFixture::exec(db, sql, values, &error)) << error.toStdString();
 }
 
 QString DbTest::readText(const QString& file) {

@@ -1,23 +1,17 @@
 #pragma once
-// Shared ground of the database tests: a fresh temporary folder, scripted prompts, settings whose
-// output folder is that temporary folder, and a new study file on demand.
+// Shared ground of the database tests: the study-database fixture, settings whose output folder is
+// its temporary folder, and a new study file on demand.
 
 #include "database/db_connection.h"
-#include "platform/prompts.h"
 #include "qt_printers.h"
-
-#include <QTemporaryDir>
-#include <gtest/gtest.h>
+#include "study_db_gtest.h"
 
 namespace vesk::test {
 
-class DbTest : public ::testing::Test {
+class DbTest : public StudyDbGTest {
 protected:
     void SetUp() override;
-    void TearDown() override;
 
-    // A path in the temporary folder.
-    QString path(const QString& name) const;
     // A new study file made from the definition; fails the test when it cannot be made.
     QString newStudyFile(const QString& name = QStringLiteral("study.vdb"));
     // An open connection to a file, failing the test when it cannot be opened.
@@ -26,12 +20,6 @@ protected:
     void exec(DbConnection& db, const QString& sql, const QVariantList& values = {});
     // The text of a file ("" when missing).
     static QString readText(const QString& file);
-
-    QTemporaryDir dir;
-    ScriptedPrompts prompts;
-
-private:
-    std::unique_ptr<ScopedPromptService> installed_;
 };
 
 } // namespace vesk::test

@@ -93,7 +93,7 @@ struct Include {
 
 QList<Include> includesOfSource() {
     const QString src = QStringLiteral(VESK_SOURCE_DIR "/src");
-    const QRegularExpression include(QStringLiteral(R"(^\s*#\s*include\s+"([a-z_]+/[^"]+)")"));
+    const QRegularExpression include(QStringLiteral(R"re(^\s*#\s*include\s+"([a-z_]+/[^"]+)")re"));
     QList<Include> found;
     QDirIterator it(src, {QStringLiteral("*.h"), QStringLiteral("*.cpp"), QStringLiteral("*.c")}, QDir::Files,
                     QDirIterator::Subdirectories);

@@ -1,6 +1,7 @@
 // The common grid as a user meets it: keys typed into the view, a block dragged with the mouse,
 // the cell box laid over a cell.
 
+#include "inputs/grid_functions.h"
 #include "platform/forms/flex_grid_view.h"
 
 #include <QApplication>

@@ -11,6 +11,7 @@
 #include "foundation/settings.h"
 #include "study/asg_data.h"
 #include "query_rows.h"
+#include "study_db_gtest.h"
 
 #include <QDir>
 #include <QSqlQuery>
@@ -20,7 +21,7 @@
 
 namespace vesk::test {
 
-class SetupTest : public ::testing::Test {
+class SetupTest : public StudyDbGTest {
 protected:
     void SetUp() override {
         ASSERT_TRUE(dir.isValid());

@@ -2,6 +2,7 @@
 
 #include "app/cli/cli.h"
 #include "burden/kernel.h"
+#include "demography/standard_life_table.h"
 #include "foundation/error_store.h"
 #include "foundation/runtime_error.h"
 #include "foundation/settings_file.h"
@@ -66,36 +67,44 @@ struct LifeTableSource {
     int sexColumn = -1; // else the column "sex"
 };
 
-// The standard life table that [LIFE TABLE TYPE] of the settings file chooses: 1 KRO, 2 the user's,
-// 3 WHO.
-std::optional<CellArray> standardLifeTable(const QString& path, QString* error) {
+// The settings file's [LIFE TABLE TYPE] and its three tables, as the settings reader takes them.
+bool readLifeTableSettings(const QString& path, VeskSettings& s, PreferencesControls& p, QString* error) {
     QStringList lines;
     if (!stp::readLines(path, lines)) {
         *error = QStringLiteral("cannot read the settings file %1").arg(path);
-        return std::nullopt;
+        return false;
     }
     const QString key = QString::fromLatin1(stp::kLifeTableTypeKey);
     QString type;
     for (const QString& line : lines)
         if (line.startsWith(key))
             type = stp::Trim(Mid(line, stp::valueColumn(stp::kLifeTableTypeKey)));
-    const char* section = type == QLatin1String("1")   ? stp::kLtsKro
-                          : type == QLatin1String("2") ? stp::kLtsUser
-                          : type == QLatin1String("3") ? stp::kLtsWho
-                                                       : nullptr;
-    if (!section) {
+    if (type != QLatin1String("1") && type != QLatin1String("2") && type != QLatin1String("3")) {
         *error =
             QStringLiteral("the settings file %1 names no life table type 1, 2 or 3 in [LIFE TABLE TYPE]")
                 .arg(path);
+        return false;
+    }
+    s.LifeTblType = type.toInt();
+    FnReadLTS(QString::fromLatin1(stp::kLtsKro), s.MtxLTSKRO, path);
+    FnReadLTS(QString::fromLatin1(stp::kLtsWho), s.MtxLTSWHO, path);
+    p.userLifeTableLoaded = FnReadLTS(QString::fromLatin1(stp::kLtsUser), p.userLifeTable, path);
+    return true;
+}
+
+// The standard life table that the settings file chooses, by the program's one choice of it.
+std::optional<CellArray> standardLifeTable(const QString& path, QString* error) {
+    VeskSettings s;
+    PreferencesControls p;
+    if (!readLifeTableSettings(path, s, p, error))
+        return std::nullopt;
+    const StandardLifeTable chosen = vesk::standardLifeTable(s, p);
+    if (chosen.lack != StandardLifeTableLack::None) {
+        *error = QStringLiteral("the settings file %1 has no life table %2")
+                     .arg(path, QLatin1String(chosen.block));
         return std::nullopt;
     }
-    CellArray table;
-    if (!FnReadLTS(QString::fromLatin1(section), table, path)) {
-        *error =
-            QStringLiteral("the settings file %1 has no life table %2").arg(path, QLatin1String(section));
-        return std::nullopt;
-    }
-    return table;
+    return *chosen.table;
 }
 
 std::optional<LifeTableSource> lifeTableSource(const KernelCommand& cmd, const CsvTable& csv,
@@ -280,40 +289,40 @@ const KernelCommand kPyld{
         return double(FnPYLD(in(r, "a"), in(r, "D"), in(r, "K"), r.Beta, r.C, in(r, "N")));
     }};
 
-const Registrar yllCommand{
-    {QStringLiteral("yll"), QStringLiteral("years of life lost per death (FnYLLF) for each row of a CSV"),
-     QStringLiteral("Usage: vesk-cli yll [FILE] [--sex F|M] [--settings FILE]\n\n"
-                    "Reads a CSV table (FILE, or standard input) with the columns a, L, r, K, Beta, C:\n"
-                    "age at death, standard life expectancy at that age, discount rate, age-weight\n"
-                    "modulation, age-weight constants. Writes it back with the column yll: the\n"
-                    "discounted, age-weighted years of life lost by ONE death.\n\n"
-                    "Without an L column, L is read from the standard life table at each row's age\n"
-                    "(FnLifeExpAt), for the sex of --sex or of a column 'sex' (its first letter), and\n"
-                    "written as a column L. The table is the one [LIFE TABLE TYPE] chooses in the\n"
-                    "settings file: Vesk.stp beside vesk-cli, or the file of --settings.\n\n") +
-         kCommonHelp,
-     [](const QStringList& args) { return runKernelCommand(kYll, args); }}};
+// The command of a kernel function: its usage followed by the help the three share.
+Command kernelCommand(const KernelCommand& cmd, const QString& summary, const QString& usage) {
+    return {cmd.name, summary, usage + kCommonHelp,
+            [&cmd](const QStringList& args) { return runKernelCommand(cmd, args); }};
+}
 
-const Registrar iyldCommand{
-    {QStringLiteral("iyld"), QStringLiteral("incidence-based years lived with disability (FnlYLD) per row"),
-     QStringLiteral("Usage: vesk-cli iyld [FILE]\n\n"
-                    "Reads a CSV table (FILE, or standard input) with the columns a, L, D, r, K, Beta,\n"
-                    "C, N: age at onset, duration, disability weight, discount rate, age-weight\n"
-                    "modulation, age-weight constants, incident cases. Writes it back with the column\n"
-                    "iyld: the years lived with disability of the N cases.\n\n") +
-         kCommonHelp,
-     [](const QStringList& args) { return runKernelCommand(kIyld, args); }}};
+const Registrar yllCommand{kernelCommand(
+    kYll, QStringLiteral("years of life lost per death (FnYLLF) for each row of a CSV"),
+    QStringLiteral("Usage: vesk-cli yll [FILE] [--sex F|M] [--settings FILE]\n\n"
+                   "Reads a CSV table (FILE, or standard input) with the columns a, L, r, K, Beta, C:\n"
+                   "age at death, standard life expectancy at that age, discount rate, age-weight\n"
+                   "modulation, age-weight constants. Writes it back with the column yll: the\n"
+                   "discounted, age-weighted years of life lost by ONE death.\n\n"
+                   "Without an L column, L is read from the standard life table at each row's age\n"
+                   "(FnLifeExpAt), for the sex of --sex or of a column 'sex' (its first letter), and\n"
+                   "written as a column L. The table is the one [LIFE TABLE TYPE] chooses in the\n"
+                   "settings file: Vesk.stp beside vesk-cli, or the file of --settings.\n\n"))};
 
-const Registrar pyldCommand{
-    {QStringLiteral("pyld"), QStringLiteral("prevalence-based years lived with disability (FnPYLD) per row"),
-     QStringLiteral("Usage: vesk-cli pyld [FILE]\n\n"
-                    "Reads a CSV table (FILE, or standard input) with the columns a, D, K, Beta, C, N:\n"
-                    "age of the prevalent cases, disability weight, age-weight modulation, age-weight\n"
-                    "constants, prevalent cases. Writes it back with the column pyld: one year lived\n"
-                    "with disability of the N cases. There is no discounting; a K strictly between 0\n"
-                    "and 1 gives 0.\n\n") +
-         kCommonHelp,
-     [](const QStringList& args) { return runKernelCommand(kPyld, args); }}};
+const Registrar iyldCommand{kernelCommand(
+    kIyld, QStringLiteral("incidence-based years lived with disability (FnlYLD) per row"),
+    QStringLiteral("Usage: vesk-cli iyld [FILE]\n\n"
+                   "Reads a CSV table (FILE, or standard input) with the columns a, L, D, r, K, Beta,\n"
+                   "C, N: age at onset, duration, disability weight, discount rate, age-weight\n"
+                   "modulation, age-weight constants, incident cases. Writes it back with the column\n"
+                   "iyld: the years lived with disability of the N cases.\n\n"))};
+
+const Registrar pyldCommand{kernelCommand(
+    kPyld, QStringLiteral("prevalence-based years lived with disability (FnPYLD) per row"),
+    QStringLiteral("Usage: vesk-cli pyld [FILE]\n\n"
+                   "Reads a CSV table (FILE, or standard input) with the columns a, D, K, Beta, C, N:\n"
+                   "age of the prevalent cases, disability weight, age-weight modulation, age-weight\n"
+                   "constants, prevalent cases. Writes it back with the column pyld: one year lived\n"
+                   "with disability of the N cases. There is no discounting; a K strictly between 0\n"
+                   "and 1 gives 0.\n\n"))};
 
 } // namespace
 

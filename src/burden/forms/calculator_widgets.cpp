@@ -2,14 +2,15 @@
 
 #include "burden/calculator_models.h"
 #include "burden/calculator_texts.h"
-#include "platform/prompts.h"
 #include "foundation/settings.h"
+#include "platform/prompts.h"
 #include "study/age_quick_fill.h"
 #include "study/asg_texts.h"
 #include "study/forms/five_yr_ag.h"
 
 #include <QComboBox>
 #include <QFont>
+#include <QFormLayout>
 #include <QHeaderView>
 #include <QKeyEvent>
 #include <QLineEdit>
@@ -127,6 +128,23 @@ QComboBox* makeDecimalsBox(QWidget* parent) {
         box->addItem(QString::number(d));
     box->setCurrentIndex(std::clamp(settings().ToolDecPlcs, 0, 10));
     return box;
+}
+
+QFormLayout* makeCalculatorHead(QWidget* parent, QObject* receiver, std::function<void()> onDecimals,
+                                QLineEdit*& user, QComboBox*& cause, QComboBox*& decimals) {
+    auto* form = new QFormLayout;
+    user = new QLineEdit(parent);
+    user->setObjectName(QStringLiteral("txtUserIden"));
+    form->addRow(ct::text(ct::kUserIdentification), user);
+    cause = new QComboBox(parent);
+    cause->setObjectName(QStringLiteral("cbCOBLst"));
+    cause->setEditable(true);
+    form->addRow(ct::text(ct::kCause), cause);
+    decimals = makeDecimalsBox(parent);
+    QObject::connect(decimals, &QComboBox::currentIndexChanged, receiver,
+                     [onDecimals = std::move(onDecimals)](int) { onDecimals(); });
+    form->addRow(ct::text(ct::kDecimalPlaces), decimals);
+    return form;
 }
 
 void printSheetTo(QPrinter& printer, const CalculatorSheet& sheet) {

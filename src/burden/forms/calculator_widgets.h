@@ -7,8 +7,11 @@
 #include <QAction>
 #include <QString>
 #include <QStyledItemDelegate>
+#include <functional>
 
 class QComboBox;
+class QFormLayout;
+class QLineEdit;
 class QPrinter;
 class QTableView;
 class QWidget;
@@ -65,6 +68,10 @@ template <typename Window> void wireCalculatorMenus(Window* window) {
 QTableView* makeAgeDefGrid(const QString& objectName, AgeDefModel* model, QWidget* parent);
 // ID_DecPlcs: 0 to 10, starting at the tools' decimal places of the settings.
 QComboBox* makeDecimalsBox(QWidget* parent);
+// The rows of a calculator's head, in `parent`: txtUserIden, cbCOBLst (editable) and ID_DecPlcs,
+// whose change calls `onDecimals` while `receiver` lives.
+QFormLayout* makeCalculatorHead(QWidget* parent, QObject* receiver, std::function<void()> onDecimals,
+                                QLineEdit*& user, QComboBox*& cause, QComboBox*& decimals);
 
 // mnu_File_Print: to the printer the user chooses, or, where no printer is attached, to a PDF file.
 void printCalculatorSheet(QWidget* parent, const CalculatorSheet& sheet);

@@ -69,17 +69,8 @@ QWidget* frmDALYCal::buildTop() {
     row->setContentsMargins(0, 0, 0, 0);
     flexBuiltInDAP = makeDapGrid(&dap_, top);
     row->addWidget(flexBuiltInDAP, 0, Qt::AlignTop);
-    auto* form = new QFormLayout;
-    txtUserIden = new QLineEdit(top);
-    txtUserIden->setObjectName(QStringLiteral("txtUserIden"));
-    form->addRow(text(ct::kUserIdentification), txtUserIden);
-    cbCOBLst = new QComboBox(top);
-    cbCOBLst->setObjectName(QStringLiteral("cbCOBLst"));
-    cbCOBLst->setEditable(true);
-    form->addRow(text(ct::kCause), cbCOBLst);
-    ID_DecPlcs = makeDecimalsBox(top);
-    connect(ID_DecPlcs, &QComboBox::currentIndexChanged, this, &frmDALYCal::SetOutputData);
-    form->addRow(text(ct::kDecimalPlaces), ID_DecPlcs);
+    auto* form = makeCalculatorHead(
+        top, this, [this] { SetOutputData(); }, txtUserIden, cbCOBLst, ID_DecPlcs);
     chkFeasibility = new QCheckBox(text(ct::kFeasibilityOption), top);
     chkFeasibility->setObjectName(QStringLiteral("chkFeasibility"));
     chkFeasibility->setChecked(true);

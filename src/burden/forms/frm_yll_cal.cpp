@@ -67,17 +67,8 @@ QWidget* frmYLLCal::buildSheetPanel() {
     auto* top = new QHBoxLayout;
     flexBuiltInDAP = makeDapGrid(&dap_, panel);
     top->addWidget(flexBuiltInDAP, 0, Qt::AlignTop);
-    auto* form = new QFormLayout;
-    txtUserIden = new QLineEdit(panel);
-    txtUserIden->setObjectName(QStringLiteral("txtUserIden"));
-    form->addRow(text(ct::kUserIdentification), txtUserIden);
-    cbCOBLst = new QComboBox(panel);
-    cbCOBLst->setObjectName(QStringLiteral("cbCOBLst"));
-    cbCOBLst->setEditable(true);
-    form->addRow(text(ct::kCause), cbCOBLst);
-    ID_DecPlcs = makeDecimalsBox(panel);
-    connect(ID_DecPlcs, &QComboBox::currentIndexChanged, this, &frmYLLCal::SetOutputData);
-    form->addRow(text(ct::kDecimalPlaces), ID_DecPlcs);
+    auto* form = makeCalculatorHead(
+        panel, this, [this] { SetOutputData(); }, txtUserIden, cbCOBLst, ID_DecPlcs);
     top->addLayout(form, 1);
     col->addLayout(top);
 

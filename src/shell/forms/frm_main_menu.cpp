@@ -1,8 +1,8 @@
 #include "shell/forms/frm_main_menu.h"
 
+#include "foundation/error_store.h"
 #include "platform/cell_array.h"
 #include "platform/prompts.h"
-#include "foundation/error_store.h"
 #include "shell/forms/frm_about.h"
 #include "shell/forms/menu_commands.h"
 #include "shell/forms/shell_resources.h"
@@ -51,25 +51,6 @@ const char kNotBuiltTip[] = "Not built into this version of VESK yet.";
 
 } // namespace
 
-void FrameProgress::setRange(int minimum, int maximum) {
-    bar_->setRange(minimum, maximum);
-}
-
-void FrameProgress::setValue(int value) {
-    bar_->setValue(value);
-    bar_->repaint();
-}
-
-void FrameProgress::setText(const QString& text) {
-    label_->setText(text);
-    label_->setVisible(!text.isEmpty());
-    label_->repaint();
-}
-
-void FrameProgress::setVisible(bool visible) {
-    bar_->setVisible(visible);
-}
-
 FRMMAINMENU::FRMMAINMENU(QWidget* parent) : QMainWindow(parent), chain_(*this) {
     initShellResources();
     setObjectName(QStringLiteral("FRMMAINMENU"));
@@ -96,7 +77,8 @@ FRMMAINMENU::FRMMAINMENU(QWidget* parent) : QMainWindow(parent), chain_(*this) {
     Timer1->setInterval(kTimer1Interval);
     connect(Timer1, &QTimer::timeout, this, [this] { chain_.Timer1_Timer(); });
 
-    progress_ = new FrameProgress(ProgressBar1, Label1);
+    progress_ = new BarProgress(ProgressBar1, Label1, BarProgress::Refresh::Repaint,
+                                BarProgress::Label::ShownForText);
     setMenuSwitch(this);
     setProgress(progress_);
     setFrameHost(this);

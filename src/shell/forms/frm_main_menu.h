@@ -6,7 +6,7 @@
 // come from menu_state.h, and the chain and the File commands are LoadingChain's. The frame
 // installs itself as the core's MenuSwitch, Progress and FrameHost while it lives.
 
-#include "platform/progress.h"
+#include "platform/forms/bar_progress.h"
 #include "shell/loading_chain.h"
 #include "shell/menu_state.h"
 
@@ -23,21 +23,6 @@ class QTimer;
 class QToolBar;
 
 namespace vesk {
-
-// The frame's bar and label as the core's Progress.
-class FrameProgress : public Progress {
-public:
-    FrameProgress(QProgressBar* bar, QLabel* label) : bar_(bar), label_(label) {}
-    void setRange(int minimum, int maximum) override;
-    void setValue(int value) override;
-    // A text shows Label1 with it; an empty text hides Label1.
-    void setText(const QString& text) override;
-    void setVisible(bool visible) override;
-
-private:
-    QProgressBar* bar_;
-    QLabel* label_;
-};
 
 class FRMMAINMENU : public QMainWindow, public FrameHost, public MenuSwitch {
     Q_OBJECT
@@ -91,7 +76,7 @@ private:
     void mnu_avesk_Click();
 
     LoadingChain chain_;
-    FrameProgress* progress_ = nullptr;
+    BarProgress* progress_ = nullptr; // the frame's bar and Label1 as the core's Progress
     QMdiArea* mdiArea_ = nullptr;
     QHash<QString, QAction*> items_;
     QHash<QString, bool> logical_; // what the menu states say, before the built-ness of each item

@@ -1,8 +1,8 @@
 #include "study/forms/frm_buld_main_cl_dic.h"
 
 #include "database/study_context.h"
+#include "platform/forms/bar_progress.h"
 #include "platform/forms/flex_grid_view.h"
-#include "platform/progress.h"
 #include "platform/prompts.h"
 #include "study/cause_dictionary_texts.h"
 #include "study/forms/study_forms_grid.h"
@@ -53,23 +53,6 @@ const PageDef& pageDef(int tab) {
     };
     return defs[tab];
 }
-
-// The form's bar and status line as the core's Progress.
-class FormProgress : public Progress {
-public:
-    FormProgress(QProgressBar* bar, QLabel* label) : bar_(bar), label_(label) {}
-    void setRange(int minimum, int maximum) override { bar_->setRange(minimum, maximum); }
-    void setValue(int value) override {
-        bar_->setValue(value);
-        QApplication::processEvents(QEventLoop::ExcludeUserInputEvents);
-    }
-    void setText(const QString& text) override { label_->setText(text); }
-    void setVisible(bool visible) override { bar_->setVisible(visible); }
-
-private:
-    QProgressBar* bar_;
-    QLabel* label_;
-};
 
 QPushButton* button(QWidget* parent, const QString& name, const QString& caption) {
     auto* b = new QPushButton(caption, parent);
@@ -292,7 +275,7 @@ bool FRMBULDMAINCLDIC::cmdAppend_Click() {
             fillPage(TabSequela, loadSequelae(*db_));
         return ok;
     }
-    FormProgress progress(ProgressBar1, lblStatus);
+    BarProgress progress(ProgressBar1, lblStatus, BarProgress::Refresh::Events);
     ok = dict_.append(
         {pageRows(TabGroups), pageRows(TabSubGroups), pageRows(TabClusters), pageRows(TabCauses)}, progress);
     if (ok)

@@ -1,7 +1,7 @@
 #include "study/forms/frm_cob.h"
 
 #include "database/study_context.h"
-#include "platform/progress.h"
+#include "platform/forms/bar_progress.h"
 #include "platform/prompts.h"
 #include "study/cause_dictionary_texts.h"
 #include "study/forms/frm_cob_print.h"
@@ -17,19 +17,6 @@
 namespace vesk {
 
 namespace {
-
-// The form's own bar as the core's Progress.
-class BarProgress : public Progress {
-public:
-    explicit BarProgress(QProgressBar* bar) : bar_(bar) {}
-    void setRange(int minimum, int maximum) override { bar_->setRange(minimum, maximum); }
-    void setValue(int value) override { bar_->setValue(value); }
-    void setText(const QString&) override {}
-    void setVisible(bool visible) override { bar_->setVisible(visible); }
-
-private:
-    QProgressBar* bar_;
-};
 
 QPushButton* button(QWidget* parent, const QString& name, const QString& caption) {
     auto* b = new QPushButton(caption, parent);

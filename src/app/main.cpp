@@ -1,13 +1,10 @@
 // The desktop program: the splash, then the main frame, whose timer runs the loading chain.
 
-#include "burden/forms/calculators_open.h"
-#include "database/database_backend.h"
 #include "platform/forms/qt_services.h"
+#include "shell/forms/form_registry.h"
 #include "shell/forms/frm_main_menu.h"
-#include "shell/forms/frm_shw_cnt_mem.h"
 #include "shell/forms/frm_splash.h"
-#include "study/forms/definestudy1_register.h"
-#include "study/forms/study_forms_register.h"
+#include "shell/study_backend.h"
 
 #include <QApplication>
 
@@ -21,13 +18,10 @@ int main(int argc, char** argv) {
     vesk::QtSoundService soundService;
     vesk::setSoundService(&soundService);
 
-    // The study database behind the loading chain, and the viewers of the run log.
+    // The study database behind the loading chain, and the forms of the layers below in the menu.
     vesk::DatabaseStudyBackend databaseBackend;
     vesk::setStudyBackend(&databaseBackend);
-    vesk::registerRunLogViewers();
-    vesk::registerCalculators();
-    vesk::registerStudySetup();
-    vesk::registerStudyDefinitionForms();
+    vesk::registerForms();
 
     vesk::FRMMAINMENU frame;
     vesk::frmSplash splash([&frame] { frame.showFrame(); });

@@ -6,8 +6,8 @@
 // Burden of Disease study: 3% discounting and full age weights, Beta = 0.04, C = 0.1658 (Murray CJL,
 // Bull WHO 1994;72(3):429-445).
 //
-// A parameter set in the computation arrays is one row of MtxDAP: r, K, Beta, C at the column
-// indices 1, 2, 3, 4.
+// A parameter set in the computation arrays is one row of MtxDAP: the DAP id, then r, K, Beta, C at
+// the column indices 1, 2, 3, 4.
 
 #include <array>
 
@@ -38,7 +38,8 @@ inline constexpr std::array<const char*, 6> kParameterGridColumns{"DAP Id", "r",
 inline constexpr const char* kParameterSelected = "True";
 inline constexpr const char* kParameterNotSelected = "False";
 
-// Column indices of r, K, Beta and C in a row of MtxDAP.
+// Column indices of the DAP id, r, K, Beta and C in a row of MtxDAP.
+inline constexpr int kDapId = 0;
 inline constexpr int kDapR = 1;
 inline constexpr int kDapK = 2;
 inline constexpr int kDapBeta = 3;

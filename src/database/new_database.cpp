@@ -4,9 +4,8 @@
 #include "database/db_schema.h"
 #include "database/db_texts.h"
 #include "database/study_context.h"
-#include "platform/prompts.h"
-#include "shell/frame_preferences.h"
 #include "foundation/settings.h"
+#include "platform/prompts.h"
 
 #include <QFileInfo>
 
@@ -25,30 +24,31 @@ void showFailure(const QString& description) {
 
 } // namespace
 
-void CreateNewDatabase() {
+bool CreateNewDatabase() {
     StudyContext& ctx = studyContext();
     InitDBStruArr();
     const auto chosen = prompts().saveFileName(dbtext::NewDatabaseTitle, dbtext::DatabaseFilter, QString());
     if (!chosen || chosen->trimmed().isEmpty()) {
         ctx.NewDBDone = false;
-        return;
+        return false;
     }
     const QString path = withSuffix(chosen->trimmed());
     if (QFileInfo::exists(path)) {
         if (prompts().ask(dbtext::FileExistsReplace, Buttons::YesNo, Icon::Question) != Answer::Yes) {
             ctx.NewDBDone = false;
-            return;
+            return false;
         }
     }
     QString error;
     if (!removeStudyFile(path, &error) || !createStudyFile(path, &error)) {
         showFailure(error);
-        return;
+        return false;
     }
     handOverToSettings(path);
     // The new file is the current one from now on: Study Setup, which follows, works on it.
     QString ignored;
     ctx.ensureStudyDB(&ignored);
+    return true;
 }
 
 DatabaseLocation handOverToSettings(const QString& path) {
@@ -57,7 +57,6 @@ DatabaseLocation handOverToSettings(const QString& path) {
         settings().DBFullPath = loc.share;
     preferences().txtwklocation = loc.folder;
     preferences().txtVESKObj = loc.fileTitle;
-    preferencesForm().Ok_Click();
     return loc;
 }
 

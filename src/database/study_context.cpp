@@ -2,10 +2,8 @@
 
 #include "database/db_paths.h"
 #include "database/db_texts.h"
-#include "platform/prompts.h"
-#include "shell/loading_chain.h"
-#include "shell/menu_state.h"
 #include "foundation/settings.h"
+#include "platform/prompts.h"
 
 #include <QFileInfo>
 
@@ -57,11 +55,11 @@ std::shared_ptr<DbConnection> StudyContext::ensureStudyDBOrShow() {
     return db;
 }
 
-bool StudyContext::InitBDS() {
+LoadReport StudyContext::InitBDS() {
     QString error;
     if (!ensureStudyDB(&error)) {
         show(dbtext::ErrorFromInitBDS + error);
-        return false;
+        return {StudyFinding::EngineFailed};
     }
     QSqlError e;
     QList<BDSRow> rows;
@@ -73,7 +71,7 @@ bool StudyContext::InitBDS() {
                             static_cast<qint16>(q->value(1).toInt())});
     } else {
         show(dbtext::ErrorFromInitBDS + engineDescription(e));
-        return false;
+        return {StudyFinding::EngineFailed};
     }
     if (rows.size() == 1) {
         const BDSRow& r = rows.back();
@@ -82,34 +80,31 @@ bool StudyContext::InitBDS() {
         CurBDSTi = r.title;
         CurPAGSch = r.scheme; // a Null reads as ""
         if (!CurPAGSch.isEmpty())
-            return true;
+            return {};
         show(dbtext::NoPAGScheme);
-        disableMenus(noStudyItems());
-        return false;
+        return {StudyFinding::NoScheme};
     }
-    if (rows.size() > 1) {
+    const bool tooMany = rows.size() > 1;
+    if (tooMany) {
         show(dbtext::TooManyStudies);
         if (!StudyDB->exec(QStringLiteral("UPDATE _DctBDS SET Slct = 0"), {}, &e)) {
             show(dbtext::ErrorFromInitBDS + engineDescription(e));
-            return false;
+            return {StudyFinding::EngineFailed};
         }
     }
     // No current study: tell whether there is any study at all.
     auto any = StudyDB->query(QStringLiteral("SELECT 1 FROM _DctBDS LIMIT 1"), {}, &e);
     if (!any) {
         show(dbtext::ErrorFromInitBDS + engineDescription(e));
-        return false;
+        return {StudyFinding::EngineFailed};
     }
     if (!any->next()) {
         show(dbtext::NoStudyEntry);
-        if (FrameHost* frame = frameHost())
-            frame->showStudySetup(true); // with its tabs for a first study
-    } else {
-        show(dbtext::NoneCurrent1 + QStringLiteral("\r\n") + dbtext::NoneCurrent2 + QStringLiteral("\r\n") +
-             dbtext::NoneCurrent3);
+        return {StudyFinding::NoStudyEntry};
     }
-    disableMenus(noStudyItems());
-    return false;
+    show(dbtext::NoneCurrent1 + QStringLiteral("\r\n") + dbtext::NoneCurrent2 + QStringLiteral("\r\n") +
+         dbtext::NoneCurrent3);
+    return {tooMany ? StudyFinding::TooManyStudies : StudyFinding::NoneCurrent};
 }
 
 void StudyContext::InitYear() {

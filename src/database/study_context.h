@@ -5,8 +5,9 @@
 // array member that holds no array (an Empty cell) means "not loaded", and readers test it first.
 //
 // The paths and preferences (AppPath, DBFullPath, StatOutPath, NLdCauses ...) stay in the settings
-// (shell/settings.h); the loaders read the database path from the preferences' texts, switch menu
-// items through menus() and open Study Setup through the frame (frameHost()).
+// (foundation/settings.h); the loaders read the database path from the preferences' texts. They
+// switch no menu item and open no window: each tells what it found (LoadReport), and the frame's
+// loading chain, or Study Setup through the frame, decides what follows from it.
 
 #include "database/db_connection.h"
 #include "platform/cell_array.h"
@@ -16,6 +17,30 @@
 #include <memory>
 
 namespace vesk {
+
+// What a loader of the study context found.
+enum class StudyFinding {
+    Loaded,              // what it looked for is there (or nothing that the frame has to act on)
+    EngineFailed,        // the file or the engine failed; the message is shown and nothing else follows
+    NoStudyEntry,        // InitBDS: the dictionary of studies has no row; a first study is to be defined
+    NoneCurrent,         // InitBDS: studies, but none marked as current
+    TooManyStudies,      // InitBDS: more than one was marked; all are unmarked now, so none is current
+    NoScheme,            // InitBDS: the current study has no aggregate scheme
+    NoAgeDefinitions,    // InitAgeGrps: the study has no age definitions; the former ones stay
+    AgeDefinitionsFound, // InitAgeGrps: ArrAgeDfn holds the study's definitions
+    NoCauses,            // InitCOB: the cause dictionary carries no column of the study
+    NoUnits,             // InitBPULst: the study has no population units
+    NoAggregates,        // InitPAGLst: the study has no population aggregates
+};
+
+// A loader's answer; true where the old loader's Boolean was True (InitBDS, InitCOB) or where the
+// loader found what it looked for.
+struct LoadReport {
+    StudyFinding finding = StudyFinding::Loaded;
+    explicit operator bool() const {
+        return finding == StudyFinding::Loaded || finding == StudyFinding::AgeDefinitionsFound;
+    }
+};
 
 class StudyContext {
 public:
@@ -52,17 +77,19 @@ public:
     bool NewDBDone = false;
 
     // Loaders.
-    bool InitBDS();
+    LoadReport InitBDS();
     void InitYear();
     void InitPAGScheme();
-    void InitAgeGrps(const QString& bdsId, Cell& arrAgeDfn);
-    bool InitCOB();
+    // The rows of _DfnAgeGrps into `arrAgeDfn`. The age-sex group labels built from them
+    // (VctrYLLAsg, VctrYLDAsg, VctrPNDAge) are the study layer's (buildAgeGroupLabels).
+    LoadReport InitAgeGrps(const QString& bdsId, Cell& arrAgeDfn);
+    LoadReport InitCOB();
     // The study's causes and their sequelae into MtxCobCd. What is wrong with them (no causes, a
     // flagged cause without maps) goes to the error store, unless `quiet`: a refresh behind the
     // user's back, whose findings the next load or Study Setup reports in their turn.
     void InitCobcd(bool quiet = false);
-    void InitBPULst(const QString& tableName);
-    void InitPAGLst(const QString& tableName);
+    LoadReport InitBPULst(const QString& tableName);
+    LoadReport InitPAGLst(const QString& tableName);
     void InitDmgphyPrmtrs(const QString& bdsId, Cell& mtxDmgphy);
     void InitDAP();
     void InitTblNames();

@@ -4,10 +4,8 @@
 #include "database/db_texts.h"
 #include "database/sql_tokens.h"
 #include "database/study_context.h"
-#include "platform/prompts.h"
 #include "foundation/error_store.h"
-#include "shell/menu_state.h"
-#include "study/asg_labels.h"
+#include "platform/prompts.h"
 
 namespace vesk {
 
@@ -48,36 +46,27 @@ bool isTrue(const Cell& c) {
 
 } // namespace
 
-void StudyContext::InitAgeGrps(const QString& bdsId, Cell& arrAgeDfn) {
+LoadReport StudyContext::InitAgeGrps(const QString& bdsId, Cell& arrAgeDfn) {
     if (!StudyDB)
-        return;
+        return {StudyFinding::EngineFailed};
     QSqlError e;
     auto q = StudyDB->query(
         QStringLiteral("SELECT YLL, YLD, PND FROM _DfnAgeGrps WHERE BDSId = ? ORDER BY rowid"), {bdsId}, &e);
     if (!q) {
         show(engineDescription(e));
-        return;
+        return {StudyFinding::EngineFailed};
     }
     QList<QList<Cell>> rows = rowsOf(*q, 3);
     if (rows.isEmpty()) {
         show(dbtext::NoAgeDefinitions); // the former definitions stay
-        disableMenus(noStudyItems());
-        return;
+        return {StudyFinding::NoAgeDefinitions};
     }
-    for (const QString& item : noStudyItems())
-        menus().setMenuEnabled(item, true);
     for (auto& row : rows)
         for (Cell& c : row)
             if (c.isNull())
                 c = Cell(QString());
     arrAgeDfn = matrix(rows, 3);
-    // The age-sex group labels of the YLL and YLD sets, and the PND column, rebuilt at every load.
-    CellArray yll, yld, pnd;
-    if (!buildAgeGroupVectors(arrAgeDfn.array(), yll, yld, pnd))
-        return; // ASGDfn has shown why; the former vectors stay
-    VctrYLLAsg = Cell(std::move(yll));
-    VctrYLDAsg = Cell(std::move(yld));
-    VctrPNDAge = Cell(std::move(pnd));
+    return {StudyFinding::AgeDefinitionsFound};
 }
 
 QString StudyContext::studyColumn() {
@@ -92,18 +81,17 @@ QString StudyContext::studyColumn() {
     return {};
 }
 
-bool StudyContext::InitCOB() {
+LoadReport StudyContext::InitCOB() {
     const QString column = studyColumn();
     if (!column.isEmpty()) {
         const QString col = quoteName(column);
         auto q = StudyDB->query(QStringLiteral("SELECT count(%1) FROM _DctBDM WHERE %1 <> 0").arg(col));
         // A count always gives its row, also for 0: a study without causes passes here.
         if (q && q->next())
-            return true;
+            return {};
     }
     show(dbtext::NoBDMRecords);
-    disableMenus(noStudyItems());
-    return false;
+    return {StudyFinding::NoCauses};
 }
 
 void StudyContext::InitCobcd(bool quiet) {
@@ -146,9 +134,9 @@ void StudyContext::InitCobcd(bool quiet) {
     MtxCobCd = Cell(std::move(mtx));
 }
 
-void StudyContext::InitBPULst(const QString& tableName) {
+LoadReport StudyContext::InitBPULst(const QString& tableName) {
     if (!StudyDB)
-        return;
+        return {StudyFinding::EngineFailed};
     QSqlError e;
     std::optional<QSqlQuery> q;
     if (isPlainIdentifier(tableName))
@@ -163,16 +151,15 @@ void StudyContext::InitBPULst(const QString& tableName) {
         show(engineDescription(e));
     if (units.isEmpty()) {
         show(dbtext::NoBPUs + CurBDSId);
-        disableMenus({QStringLiteral("mnu_studyInp"), QStringLiteral("mnu_Daly"), QStringLiteral("mns_lsr"),
-                      QStringLiteral("mnu_Compute"), QStringLiteral("mnu_res")});
-        return;
+        return {StudyFinding::NoUnits};
     }
     VctrBPULst = vector(units);
+    return {};
 }
 
-void StudyContext::InitPAGLst(const QString& tableName) {
+LoadReport StudyContext::InitPAGLst(const QString& tableName) {
     if (!StudyDB)
-        return;
+        return {StudyFinding::EngineFailed};
     QSqlError e;
     std::optional<QSqlQuery> q;
     // The old engine gave the distinct values in sorted order; the order is asked for here.
@@ -188,10 +175,10 @@ void StudyContext::InitPAGLst(const QString& tableName) {
         show(engineDescription(e));
     if (aggregates.isEmpty()) {
         show(dbtext::NoPAGs + CurBDSId);
-        disableMenus({QStringLiteral("mnu_studyInp"), QStringLiteral("mns_lsr")});
-        return;
+        return {StudyFinding::NoAggregates};
     }
     VctrPAGLst = vector(aggregates);
+    return {};
 }
 
 void StudyContext::InitDmgphyPrmtrs(const QString& bdsId, Cell& mtxDmgphy) {

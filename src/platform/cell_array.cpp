@@ -19,10 +19,12 @@ CellArray::CellArray(std::initializer_list<int> sizes) {
     for (int s : sizes)
         bounds_.push_back({0, s - 1});
     cells_.resize(totalCount(bounds_));
+    computeStrides();
 }
 
 CellArray::CellArray(std::vector<Bound> bounds) : bounds_(std::move(bounds)) {
     cells_.resize(totalCount(bounds_));
+    computeStrides();
 }
 
 CellArray CellArray::fromSizes(const std::vector<int>& sizes) {
@@ -32,17 +34,15 @@ CellArray CellArray::fromSizes(const std::vector<int>& sizes) {
     return CellArray(std::move(b));
 }
 
-std::size_t CellArray::offset(const int* index, int n) const {
-    if (n != rank())
-        throw std::out_of_range("Subscript out of range");
-    std::size_t k = 0;
-    for (int d = 0; d < n; ++d) {
-        const Bound& b = bounds_[d];
-        if (index[d] < b.lower || index[d] > b.upper)
-            throw std::out_of_range("Subscript out of range");
-        k = k * static_cast<std::size_t>(b.size()) + static_cast<std::size_t>(index[d] - b.lower);
-    }
-    return k;
+void CellArray::subscriptOutOfRange() {
+    throw std::out_of_range("Subscript out of range");
+}
+
+// Row-major: the last index moves fastest.
+void CellArray::computeStrides() {
+    strides_.assign(bounds_.size(), 1);
+    for (int d = rank() - 2; d >= 0; --d)
+        strides_[d] = strides_[d + 1] * static_cast<std::size_t>(bounds_[d + 1].size());
 }
 
 Cell& CellArray::at(std::initializer_list<int> index) {

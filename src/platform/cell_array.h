@@ -5,6 +5,9 @@
 
 #include "platform/cell.h"
 
+#include <array>
+#include <concepts>
+#include <cstddef>
 #include <initializer_list>
 #include <utility>
 #include <vector>
@@ -34,12 +37,24 @@ public:
     std::size_t count() const { return cells_.size(); }
     bool isEmpty() const { return cells_.empty(); }
 
+    // The most dimensions an element is reached by directly; the computation's arrays have six.
+    static constexpr int kMaxDirectRank = 6;
+
     Cell& at(std::initializer_list<int> index);
     const Cell& at(std::initializer_list<int> index) const;
-    Cell& operator()(int i) { return at({i}); }
-    const Cell& operator()(int i) const { return at({i}); }
-    Cell& operator()(int i, int j) { return at({i, j}); }
-    const Cell& operator()(int i, int j) const { return at({i, j}); }
+
+    // a(i), a(i, j) ... a(i, j, k, l, m, n): the same checks as at(), without an index list, so that
+    // the loops over the six-dimensional working arrays cost no more than the arithmetic.
+    template <std::convertible_to<int>... I>
+    requires(sizeof...(I) >= 1 && sizeof...(I) <= kMaxDirectRank) Cell& operator()(I... index) {
+        const std::array<int, sizeof...(I)> idx{static_cast<int>(index)...};
+        return cells_[offset(idx.data(), static_cast<int>(idx.size()))];
+    }
+    template <std::convertible_to<int>... I>
+    requires(sizeof...(I) >= 1 && sizeof...(I) <= kMaxDirectRank) const Cell& operator()(I... index) const {
+        const std::array<int, sizeof...(I)> idx{static_cast<int>(index)...};
+        return cells_[offset(idx.data(), static_cast<int>(idx.size()))];
+    }
 
     // Flat access in storage order.
     Cell& flat(std::size_t k) { return cells_[k]; }
@@ -52,9 +67,24 @@ public:
     bool operator==(const CellArray& other) const;
 
 private:
-    std::size_t offset(const int* index, int n) const;
+    // Inline so that a call with a fixed number of indices unrolls; the throw stays out of line.
+    std::size_t offset(const int* index, int n) const {
+        if (n != rank())
+            subscriptOutOfRange();
+        std::size_t k = 0;
+        for (int d = 0; d < n; ++d) {
+            const Bound& b = bounds_[d];
+            if (index[d] < b.lower || index[d] > b.upper)
+                subscriptOutOfRange();
+            k += static_cast<std::size_t>(index[d] - b.lower) * strides_[d];
+        }
+        return k;
+    }
+    [[noreturn]] static void subscriptOutOfRange();
+    void computeStrides();
 
     std::vector<Bound> bounds_;
+    std::vector<std::size_t> strides_; // cells between neighbours in each dimension
     std::vector<Cell> cells_;
 };
 

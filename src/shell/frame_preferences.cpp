@@ -1,11 +1,11 @@
 #include "shell/frame_preferences.h"
 
+#include "foundation/settings.h"
+#include "foundation/settings_file.h"
 #include "platform/prompts.h"
 #include "platform/runtime.h"
 #include "shell/frame_texts.h"
 #include "shell/loading_chain.h"
-#include "foundation/settings.h"
-#include "foundation/settings_file.h"
 
 #include <QDir>
 

@@ -1,14 +1,14 @@
 #include "shell/loading_chain.h"
 
+#include "foundation/error_store.h"
+#include "foundation/settings.h"
+#include "foundation/settings_file.h"
 #include "platform/progress.h"
 #include "platform/prompts.h"
 #include "platform/sound.h"
-#include "foundation/error_store.h"
 #include "shell/frame_preferences.h"
 #include "shell/frame_texts.h"
 #include "shell/menu_state.h"
-#include "foundation/settings.h"
-#include "foundation/settings_file.h"
 #include "shell/study_backend.h"
 
 #include <QCoreApplication>
@@ -161,9 +161,22 @@ bool LoadingChain::applySettingsResult(int outcome, bool settingsOK) {
     return true;
 }
 
+LoadReport applyLoadReport(LoadReport report, FrameHost& host) {
+    // A database without any study goes on to Study Setup for a first one, before the menu changes.
+    if (report.finding == StudyFinding::NoStudyEntry)
+        host.showStudySetup(true);
+    applyStudyFinding(report.finding);
+    return report;
+}
+
+void loadAgeGroups(StudyBackend& b, FrameHost& host) {
+    if (applyLoadReport(b.InitAgeGrps(), host).finding == StudyFinding::AgeDefinitionsFound)
+        b.buildAgeGroupLabels();
+}
+
 void LoadingChain::loadStudy() {
     StudyBackend& b = studyBackend();
-    if (!b.InitBDS()) {
+    if (!applyLoadReport(b.InitBDS(), host_)) {
         // 8.1: no current study; the chain does not come back by itself.
         host_.setTimerEnabled(false);
         applyMenuChange(MenuChange::NoStudy);
@@ -171,29 +184,54 @@ void LoadingChain::loadStudy() {
         // 8.2
         b.InitYear();
         b.InitPAGScheme();
-        b.InitAgeGrps();
+        loadAgeGroups(b, host_);
         progress().setValue(4);
         // 8.3
-        if (!b.InitCOB()) {
+        if (!applyLoadReport(b.InitCOB(), host_))
             applyMenuChange(MenuChange::NoStudy);
-        } else {
-            // 8.4
-            b.InitCobcd();
-            b.InitBPULst(QStringLiteral("_DctBPU"));
-            b.InitPAGLst(QStringLiteral("_DctPAG1"));
-            b.InitDmgphyPrmtrs();
-            progress().setValue(5);
-            // 8.5
-            if (b.hasBPUList() && b.CheckDatpop())
-                b.buildPopulationArrays();
-            // 8.6
-            progress().setValue(6);
-        }
+        else
+            loadStudyRows(b);
     }
     // 8.7
     SetLevelCaptions();
     // 8.8
     offerErrors();
+}
+
+void LoadingChain::loadStudyRows(StudyBackend& b) {
+    // 8.4
+    b.InitCobcd();
+    applyLoadReport(b.InitBPULst(QStringLiteral("_DctBPU")), host_);
+    applyLoadReport(b.InitPAGLst(QStringLiteral("_DctPAG1")), host_);
+    b.InitDmgphyPrmtrs();
+    progress().setValue(5);
+    // 8.5
+    if (b.hasBPUList() && b.CheckDatpop())
+        b.buildPopulationArrays();
+    // 8.6
+    progress().setValue(6);
+}
+
+void applyFrameRequest(const FrameRequest& request) {
+    using Kind = FrameRequest::Kind;
+    switch (request.kind) {
+    case Kind::Finding:
+        applyStudyFinding(request.finding);
+        break;
+    case Kind::SwitchItems:
+        for (const QString& item : request.items)
+            menus().setMenuEnabled(item, request.enabled);
+        break;
+    case Kind::StudyComplete:
+        applyMenuChange(MenuChange::ChainReady);
+        break;
+    case Kind::LevelCaptions:
+        SetLevelCaptions();
+        break;
+    case Kind::RearmChain:
+        enableTimer1();
+        break;
+    }
 }
 
 void LoadingChain::offerErrors() {

@@ -8,11 +8,16 @@
 //
 // The chain talks to the window through FrameHost, to the menu through menus() (menu_state.h), to
 // the bar through progress(), to the user through prompts(), and to the database through
-// studyBackend(); it holds no widget.
+// studyBackend(); it holds no widget. The loaders below it report what they found (LoadReport) and
+// Study Setup asks for what it needs (FrameRequest); the chain and the frame do it.
+
+#include "study/study_setup_report.h"
 
 #include <QString>
 
 namespace vesk {
+
+class StudyBackend;
 
 // What the chain asks of the frame window.
 class FrameHost {
@@ -35,6 +40,17 @@ void setFrameHost(FrameHost* host); // not owned
 
 // Enables the frame's Timer1, so that the chain runs at its next tick.
 void enableTimer1();
+
+// What the chain does with a loader's report: Study Setup for a first study when the database has
+// no study at all, then the finding's change of the menu. Gives the report back.
+LoadReport applyLoadReport(LoadReport report, FrameHost& host);
+// Step 8.2's age definitions: loaded, their finding applied, and the age-sex group labels built
+// from them when there are some.
+void loadAgeGroups(StudyBackend& backend, FrameHost& host);
+
+// Does what Study Setup asks of the frame: a loader's finding on the menu, items switched, the
+// menu of a ready database, the level captions, Timer1 armed again.
+void applyFrameRequest(const FrameRequest& request);
 
 // A run-time error raised inside a command or the chain, for its handler.
 struct FrameError {
@@ -73,6 +89,7 @@ private:
     bool readFirstLine(); // step 2
     bool applySettingsResult(int outcome, bool settingsOK);
     void loadStudy();                     // step 8
+    void loadStudyRows(StudyBackend& b);  // steps 8.4 to 8.6
     void offerErrors();                   // step 8.8
     void endTick();                       // steps 9 and 10
     void chainError(const FrameError& e); // step 11

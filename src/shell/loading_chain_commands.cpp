@@ -1,6 +1,8 @@
 // The File commands of the frame and Study -> Setup's guard; the chain itself is in
 // loading_chain.cpp.
 
+#include "foundation/settings.h"
+#include "foundation/settings_file.h"
 #include "platform/progress.h"
 #include "platform/prompts.h"
 #include "platform/sound.h"
@@ -8,8 +10,6 @@
 #include "shell/frame_texts.h"
 #include "shell/loading_chain.h"
 #include "shell/menu_state.h"
-#include "foundation/settings.h"
-#include "foundation/settings_file.h"
 #include "shell/study_backend.h"
 
 #include <QDir>

@@ -272,6 +272,37 @@ void disableMenus(const QStringList& names) {
         menus().setMenuEnabled(name, false);
 }
 
+void enableMenus(const QStringList& names) {
+    for (const auto& name : names)
+        menus().setMenuEnabled(name, true);
+}
+
+void applyStudyFinding(StudyFinding finding) {
+    switch (finding) {
+    case StudyFinding::NoStudyEntry:
+    case StudyFinding::NoneCurrent:
+    case StudyFinding::TooManyStudies:
+    case StudyFinding::NoScheme:
+    case StudyFinding::NoAgeDefinitions:
+    case StudyFinding::NoCauses:
+        disableMenus(noStudyItems());
+        break;
+    case StudyFinding::AgeDefinitionsFound:
+        enableMenus(noStudyItems());
+        break;
+    case StudyFinding::NoUnits:
+        disableMenus({QStringLiteral("mnu_studyInp"), QStringLiteral("mnu_Daly"), QStringLiteral("mns_lsr"),
+                      QStringLiteral("mnu_Compute"), QStringLiteral("mnu_res")});
+        break;
+    case StudyFinding::NoAggregates:
+        disableMenus({QStringLiteral("mnu_studyInp"), QStringLiteral("mns_lsr")});
+        break;
+    case StudyFinding::Loaded:
+    case StudyFinding::EngineFailed:
+        break;
+    }
+}
+
 void SetLevelCaptions() {
     const StudyBackend& b = studyBackend();
     const auto orElse = [](const QString& label, const char* fallbackCaption) {

@@ -12,6 +12,8 @@
 // installs. Until a frame is installed a RecordingMenus keeps the switches, which is what the core
 // tests read.
 
+#include "database/study_context.h"
+
 #include <QHash>
 #include <QString>
 #include <QStringList>
@@ -89,9 +91,16 @@ void applyMenuChange(MenuChange change);
 void applyMenuState(MenuState state);
 
 // The six items that a study without its minimum definition switches off (mnu_BPUES, mnu_studyInp,
-// mnu_Daly, mns_lsr, mnu_Compute, mnu_res), for the loaders that switch them themselves.
+// mnu_Daly, mns_lsr, mnu_Compute, mnu_res).
 const QStringList& noStudyItems();
 void disableMenus(const QStringList& names);
+void enableMenus(const QStringList& names);
+
+// What a loader's finding does to the menu: a study that lacks its minimum (no current study, no
+// scheme, no age definitions, no causes) switches the six items off, found age definitions switch
+// them on again; no units switch off all that needs units, no aggregates the inputs and the life
+// tables. The other findings leave the menu alone. Study Setup for a first study is the chain's.
+void applyStudyFinding(StudyFinding finding);
 
 // Gives mnu_pag2, mnu_bpu and mnu_Pag1Results the captions LblPAG2, LblBPU and LblPAG1 of the
 // study backend. An empty label falls back to "PAG2", "Detail Tables" and "PAG1".

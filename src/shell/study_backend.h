@@ -1,8 +1,11 @@
 #pragma once
 // What the frame's loading chain and File commands ask of the study database and the study
-// context. The database layer installs the real implementation; until it is installed the chain
-// meets an UnbuiltStudyBackend, which accepts no database, so that the frame stands in the state
-// "Bad database" and says why.
+// context, behind one interface so that the frame's tests can answer for the database. The
+// DatabaseStudyBackend below is the real one; until one is installed the chain meets an
+// UnbuiltStudyBackend, which accepts no database, so that the frame stands in the state "Bad
+// database" and says why. The loaders tell what they found; the chain applies it.
+
+#include "database/study_context.h"
 
 #include <QString>
 
@@ -15,21 +18,23 @@ public:
     // The structure check of the database file at `path`; shows its own messages, writes
     // vskstru.log, and returns whether the file is a study database of this program.
     virtual bool ChkDBStru(const QString& path) = 0;
-    // File -> New: the dialog, the creation and the hand-over to the settings. Returns whether a
-    // database was made (NewDBDone).
+    // File -> New: the dialog, the creation, the hand-over to the settings and, for a new file, the
+    // preferences' OK. Returns NewDBDone.
     virtual bool CreateNewDatabase() = 0;
 
     // The loaders of the study context, in the order the chain calls them.
     virtual void InitTblNames() = 0;
     virtual void InitDAP() = 0;
-    virtual bool InitBDS() = 0;
+    virtual LoadReport InitBDS() = 0;
     virtual void InitYear() = 0;
     virtual void InitPAGScheme() = 0;
-    virtual void InitAgeGrps() = 0;
-    virtual bool InitCOB() = 0;
+    virtual LoadReport InitAgeGrps() = 0;
+    virtual LoadReport InitCOB() = 0;
     virtual void InitCobcd() = 0;
-    virtual void InitBPULst(const QString& tableName) = 0;
-    virtual void InitPAGLst(const QString& tableName) = 0;
+    virtual LoadReport InitBPULst(const QString& tableName) = 0;
+    virtual LoadReport InitPAGLst(const QString& tableName) = 0;
+    // The age-sex group labels from the age definitions just found.
+    virtual void buildAgeGroupLabels() = 0;
     virtual void InitDmgphyPrmtrs() = 0;
     // Both datpop and datasdr have at least one row.
     virtual bool CheckDatpop() = 0;
@@ -58,14 +63,15 @@ public:
     bool CreateNewDatabase() override;
     void InitTblNames() override {}
     void InitDAP() override {}
-    bool InitBDS() override { return false; }
+    LoadReport InitBDS() override { return {StudyFinding::EngineFailed}; }
     void InitYear() override {}
     void InitPAGScheme() override {}
-    void InitAgeGrps() override {}
-    bool InitCOB() override { return false; }
+    LoadReport InitAgeGrps() override { return {}; }
+    LoadReport InitCOB() override { return {StudyFinding::EngineFailed}; }
     void InitCobcd() override {}
-    void InitBPULst(const QString&) override {}
-    void InitPAGLst(const QString&) override {}
+    LoadReport InitBPULst(const QString&) override { return {}; }
+    LoadReport InitPAGLst(const QString&) override { return {}; }
+    void buildAgeGroupLabels() override {}
     void InitDmgphyPrmtrs() override {}
     bool CheckDatpop() override { return false; }
     bool hasBPUList() const override { return false; }
@@ -76,6 +82,41 @@ public:
     QString LblPAG1() const override { return {}; }
     QString LblPAG2() const override { return {}; }
     QString CurBDSId() const override { return {}; }
+};
+
+// The study database of this program: the structure check, File -> New and the loaders of
+// studyContext().
+class DatabaseStudyBackend : public StudyBackend {
+public:
+    bool ChkDBStru(const QString& path) override;
+    // NewDBDone is set True on the way in, as File -> New does, and returned.
+    bool CreateNewDatabase() override;
+
+    void InitTblNames() override;
+    void InitDAP() override;
+    LoadReport InitBDS() override;
+    void InitYear() override;
+    void InitPAGScheme() override;
+    LoadReport InitAgeGrps() override;
+    LoadReport InitCOB() override;
+    void InitCobcd() override;
+    LoadReport InitBPULst(const QString& tableName) override;
+    LoadReport InitPAGLst(const QString& tableName) override;
+    void buildAgeGroupLabels() override;
+    void InitDmgphyPrmtrs() override;
+    bool CheckDatpop() override;
+    bool hasBPUList() const override;
+    // The single-year population and deaths are built by the computation arrays; until those are
+    // in place this leaves ArrPop4D and ArrDth4D as they are.
+    void buildPopulationArrays() override {}
+
+    void releaseStudyDB() override;
+    void clearMtxDAP() override;
+
+    QString LblBPU() const override;
+    QString LblPAG1() const override;
+    QString LblPAG2() const override;
+    QString CurBDSId() const override;
 };
 
 StudyBackend& studyBackend();

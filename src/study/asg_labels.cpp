@@ -1,5 +1,6 @@
 #include "study/asg_labels.h"
 
+#include "database/study_context.h"
 #include "foundation/array_helpers.h"
 #include "platform/prompts.h"
 #include "platform/runtime.h"
@@ -140,6 +141,18 @@ bool buildAgeGroupVectors(const CellArray& arrAgeDfn, CellArray& VctrYLLAsg, Cel
             VctrPNDAge(i) = arrAgeDfn(arrAgeDfn.lbound(0) + i, kAsgPnd);
     }
     return yll && yld;
+}
+
+bool buildAgeGroupLabels(StudyContext& context) {
+    if (!context.ArrAgeDfn.isArray())
+        return false;
+    CellArray yll, yld, pnd;
+    if (!buildAgeGroupVectors(context.ArrAgeDfn.array(), yll, yld, pnd))
+        return false; // ASGDfn has shown why
+    context.VctrYLLAsg = Cell(std::move(yll));
+    context.VctrYLDAsg = Cell(std::move(yld));
+    context.VctrPNDAge = Cell(std::move(pnd));
+    return true;
 }
 
 } // namespace vesk

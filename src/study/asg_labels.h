@@ -22,6 +22,8 @@
 
 namespace vesk {
 
+class StudyContext;
+
 // The three age definitions of a study, as the columns of ArrAgeDfn and the modes of ASGDfn.
 inline constexpr int kAsgYll = 0;
 inline constexpr int kAsgYld = 1;
@@ -64,5 +66,8 @@ bool ASGDfn(const CellArray& boundaries, int mode, CellArray& result, const Cell
 // row (plain lower ages, blanks included). False when ASGDfn failed (it has shown why).
 bool buildAgeGroupVectors(const CellArray& arrAgeDfn, CellArray& VctrYLLAsg, CellArray& VctrYLDAsg,
                           CellArray& VctrPNDAge);
+// The same into the context, from its ArrAgeDfn, after each load of the age definitions; when
+// ASGDfn fails the former vectors stay.
+bool buildAgeGroupLabels(StudyContext& context);
 
 } // namespace vesk

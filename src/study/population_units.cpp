@@ -6,6 +6,7 @@
 #include "platform/runtime.h"
 #include "study/asg_data.h"
 #include "study/population_units_texts.h"
+#include "study/study_setup_report.h"
 
 #include <QSqlRecord>
 
@@ -307,8 +308,8 @@ bool PopulationUnits::deletePAG1(const QString& id) const {
 
 void reloadUnitLists() {
     StudyContext& c = studyContext();
-    c.InitBPULst(QStringLiteral("_DctBPU"));
-    c.InitPAGLst(QStringLiteral("_DctPAG1"));
+    setupRequests().ask(c.InitBPULst(QStringLiteral("_DctBPU")));
+    setupRequests().ask(c.InitPAGLst(QStringLiteral("_DctPAG1")));
 }
 
 } // namespace vesk

@@ -2,8 +2,9 @@
 
 #include "database/sql_tokens.h"
 #include "platform/prompts.h"
-#include "shell/menu_state.h"
+#include "study/asg_labels.h"
 #include "study/study_setup_input.h"
+#include "study/study_setup_report.h"
 #include "study/study_setup_texts.h"
 
 namespace vesk {
@@ -142,7 +143,7 @@ StudyApplyResult applyNewStudy(StudyContext& context, const StudyFields& fields)
     context.CurYear = static_cast<qint16>(current.year);
     context.VctrYrLst = yearVector(current.year);
     context.InitPAGScheme();
-    SetLevelCaptions();
+    setupRequests().ask(FrameRequest::plain(FrameRequest::Kind::LevelCaptions));
     QSqlError e;
     if (!addStudyColumn(db, id, &e)) {
         showStudySetupDbError(e);
@@ -222,16 +223,24 @@ void reloadStudyContext(StudyContext& context, const StudyRow& row) {
     context.CurYear = static_cast<qint16>(row.year);
     context.VctrYrLst = yearVector(row.year);
     context.InitPAGScheme();
-    context.InitAgeGrps(context.CurBDSId, context.ArrAgeDfn);
+    reloadAgeGroups(context);
     context.InitCobcd();
     // The units, so that the checks of data under the age labels see the new study's units.
     auto q =
         context.StudyDB->query(QStringLiteral("SELECT 1 FROM _DctBPU WHERE BDSId = ? LIMIT 1"), {row.id});
     if (q && q->next()) {
-        context.InitBPULst(QStringLiteral("_DctBPU"));
-        context.InitPAGLst(QStringLiteral("_DctPAG1"));
+        setupRequests().ask(context.InitBPULst(QStringLiteral("_DctBPU")));
+        setupRequests().ask(context.InitPAGLst(QStringLiteral("_DctPAG1")));
     }
-    SetLevelCaptions();
+    setupRequests().ask(FrameRequest::plain(FrameRequest::Kind::LevelCaptions));
+}
+
+void reloadAgeGroups(StudyContext& context) {
+    const LoadReport found = context.InitAgeGrps(context.CurBDSId, context.ArrAgeDfn);
+    setupRequests().ask(found);
+    // The age-sex group labels of the YLL and YLD sets, and the PND column, rebuilt at every load.
+    if (found.finding == StudyFinding::AgeDefinitionsFound)
+        buildAgeGroupLabels(context);
 }
 
 QString studyColumnName(const DbConnection& db, const QString& id) {

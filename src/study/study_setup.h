@@ -70,6 +70,9 @@ bool markCurrentStudy(StudyContext& context, const QString& id, int year);
 // then the scheme, the age definitions, the causes, the unit lists (when the study has units) and
 // the captions of the Results menu.
 void reloadStudyContext(StudyContext& context, const StudyRow& row);
+// The study's age definitions (InitAgeGrps, its finding asked of the frame) and, when there are
+// some, the age-sex group labels built from them.
+void reloadAgeGroups(StudyContext& context);
 
 // The Boolean column of the study in _DctBDM. Refused (false) for an id that is not a plain word.
 bool addStudyColumn(const DbConnection& db, const QString& id, QSqlError* error);

@@ -1,8 +1,8 @@
 #include "study/study_setup_ages.h"
 
+#include "foundation/settings.h"
 #include "platform/prompts.h"
 #include "platform/runtime.h"
-#include "foundation/settings.h"
 #include "foundation/array_helpers.h"
 #include "study/asg_data.h"
 #include "study/asg_labels.h"
@@ -272,7 +272,7 @@ bool AgeGroupsEditor::apply(StudyContext& context) {
     // 7-9.
     if (!writeRows(context, compact.array()))
         return false;
-    context.InitAgeGrps(context.CurBDSId, context.ArrAgeDfn);
+    reloadAgeGroups(context);
     return true;
 }
 

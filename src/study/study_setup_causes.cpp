@@ -2,9 +2,9 @@
 
 #include "database/sql_tokens.h"
 #include "platform/prompts.h"
-#include "shell/menu_state.h"
 #include "study/cause_dictionary.h"
 #include "study/study_setup.h"
+#include "study/study_setup_report.h"
 #include "study/study_setup_texts.h"
 
 namespace vesk {
@@ -88,8 +88,7 @@ int applyCauses(StudyContext& context, const QString& studyId) {
     auto q = db.query(QStringLiteral("SELECT count(*) FROM _DctBDM WHERE %1 <> 0").arg(col));
     if (q && q->next())
         count = q->value(0).toInt();
-    for (const QString& item : kCauseItems)
-        menus().setMenuEnabled(item, count > 0);
+    setupRequests().ask(FrameRequest::switchItems(kCauseItems, count > 0));
     context.MtxCobCd = Cell();
     context.InitCobcd();
     return count;

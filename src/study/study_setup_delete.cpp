@@ -2,11 +2,11 @@
 // File -> New that lacks it.
 
 #include "database/db_create.h"
-#include "platform/prompts.h"
-#include "shell/loading_chain.h"
 #include "foundation/settings.h"
 #include "foundation/settings_file.h"
+#include "platform/prompts.h"
 #include "study/study_setup.h"
+#include "study/study_setup_report.h"
 #include "study/study_setup_texts.h"
 
 #include <QDir>
@@ -183,7 +183,7 @@ bool abandonNewDatabase(StudyContext& context, QString* error) {
     const bool removed = removeStudyFile(file, error);
     // Back to the database the settings name again.
     openfile();
-    enableTimer1();
+    setupRequests().ask(FrameRequest::plain(FrameRequest::Kind::RearmChain));
     return removed;
 }
 

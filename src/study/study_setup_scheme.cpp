@@ -1,8 +1,8 @@
 #include "study/study_setup_scheme.h"
 
 #include "platform/prompts.h"
-#include "shell/menu_state.h"
 #include "study/study_setup.h"
+#include "study/study_setup_report.h"
 #include "study/study_setup_texts.h"
 
 namespace vesk {
@@ -88,7 +88,7 @@ bool applyScheme(StudyContext& context, const SchemeFields& f, const QString& st
         context.CurPAGSch = id;
         context.InitPAGScheme();
     }
-    SetLevelCaptions();
+    setupRequests().ask(FrameRequest::plain(FrameRequest::Kind::LevelCaptions));
     return execSetupStatement(db, QStringLiteral("UPDATE _DctBDS SET PAGSch = ? WHERE BDSId = ?"),
                               {id, studyId.trimmed()});
 }

@@ -1,10 +1,10 @@
 #include "study/study_setup_session.h"
 
 #include "platform/prompts.h"
-#include "shell/menu_state.h"
 #include "foundation/array_helpers.h"
 #include "study/study_setup_causes.h"
 #include "study/study_setup_input.h"
+#include "study/study_setup_report.h"
 #include "study/study_setup_texts.h"
 
 namespace vesk {
@@ -140,7 +140,7 @@ void StudySetupSession::newDatabaseComplete() {
     prompts().ask(text(t::kNewDatabaseCreated1) + QLatin1Char('\n') + text(t::kNewDatabaseCreated2) +
                       QLatin1Char('\n') + text(t::kNewDatabaseCreated3),
                   Buttons::Ok, Icon::Information, text(t::kNewDatabaseCreatedTitle));
-    applyMenuChange(MenuChange::ChainReady);
+    setupRequests().ask(FrameRequest::plain(FrameRequest::Kind::StudyComplete));
     context.NewDBDone = false;
 }
 

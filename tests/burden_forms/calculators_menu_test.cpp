@@ -3,6 +3,7 @@
 
 #include "burden/forms/calculators_open.h"
 #include "frame_fixture.h"
+#include "shell/forms/form_registry.h"
 #include "shell/forms/frm_main_menu.h"
 
 #include <QAction>

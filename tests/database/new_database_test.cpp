@@ -1,13 +1,13 @@
 // File -> New: dialog, replacement question, creation, failure and the hand-over to the settings.
 
 #include "database/chk_db_stru.h"
-#include "database/database_backend.h"
 #include "database/db_paths.h"
 #include "database/new_database.h"
 #include "database/study_context.h"
 #include "db_test_support.h"
-#include "shell/frame_preferences.h"
 #include "foundation/settings.h"
+#include "shell/frame_preferences.h"
+#include "shell/study_backend.h"
 
 #include <QFile>
 

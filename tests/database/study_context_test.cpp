@@ -1,12 +1,12 @@
 // The study context loaded from a study file filled by SQL with bound values.
 
-#include "database/database_backend.h"
 #include "database/study_context.h"
 #include "db_test_support.h"
 #include "foundation/error_store.h"
+#include "foundation/settings.h"
 #include "shell/loading_chain.h"
 #include "shell/menu_state.h"
-#include "foundation/settings.h"
+#include "shell/study_backend.h"
 
 #include <QFile>
 
@@ -57,6 +57,8 @@ protected:
         DbTest::TearDown();
     }
     static StudyContext& ctx() { return studyContext(); }
+    // A loader's report, applied as the loading chain applies it.
+    LoadReport chain(LoadReport report) { return applyLoadReport(report, frame_); }
 
     void addStudy(const QString& id, int year, const QVariant& scheme, int slct,
                   const QString& title = "Title") {
@@ -85,6 +87,7 @@ protected:
     std::shared_ptr<DbConnection> db;
     OrderedMenus menus_;
     SetupFrame frame_;
+    DatabaseStudyBackend backend_;
     QStringList& disabled = menus_.disabled;
     QList<bool>& setupOpened = frame_.opened;
 };
@@ -93,7 +96,7 @@ TEST_F(StudyContextTest, InitBDSOpensTheDatabaseLazilyAndReadsTheCurrentStudy) {
     addCurrentStudy();
     addStudy("S2", 1999, "SCH", 0);
     ASSERT_FALSE(ctx().StudyDB);
-    EXPECT_TRUE(ctx().InitBDS());
+    EXPECT_TRUE(chain(ctx().InitBDS()));
     ASSERT_TRUE(ctx().StudyDB);
     EXPECT_EQ(ctx().StudyDB->path(), file);
     EXPECT_EQ(ctx().CurBDSId, "S1");
@@ -106,12 +109,12 @@ TEST_F(StudyContextTest, InitBDSOpensTheDatabaseLazilyAndReadsTheCurrentStudy) {
 
 TEST_F(StudyContextTest, AMarkOfMinusOneCountsAsTrue) {
     addStudy("S1", 2001, "SCH", -1);
-    EXPECT_TRUE(ctx().InitBDS());
+    EXPECT_TRUE(chain(ctx().InitBDS()));
     EXPECT_EQ(ctx().CurBDSId, "S1");
 }
 
 TEST_F(StudyContextTest, ADatabaseWithoutStudiesOpensStudySetup) {
-    EXPECT_FALSE(ctx().InitBDS());
+    EXPECT_FALSE(chain(ctx().InitBDS()));
     EXPECT_EQ(prompts.messages(), QStringList({"No entry in the Dictionary of Studies"}));
     EXPECT_EQ(setupOpened, QList<bool>({true})); // with the tabs for a first study
     EXPECT_EQ(disabled, kSixMenus);
@@ -119,7 +122,7 @@ TEST_F(StudyContextTest, ADatabaseWithoutStudiesOpensStudySetup) {
 
 TEST_F(StudyContextTest, StudiesButNoneCurrent) {
     addStudy("S1", 2001, "SCH", 0);
-    EXPECT_FALSE(ctx().InitBDS());
+    EXPECT_FALSE(chain(ctx().InitBDS()));
     EXPECT_EQ(prompts.messages(),
               QStringList({"At least one Study has been defined in the currently open database.\r\n"
                            "But none has been marked as current.\r\n"
@@ -132,7 +135,7 @@ TEST_F(StudyContextTest, StudiesButNoneCurrent) {
 TEST_F(StudyContextTest, TwoStudiesMarkedCurrentAreBothCleared) {
     addStudy("S1", 2001, "SCH", 1);
     addStudy("S2", 2002, "SCH", 1);
-    EXPECT_FALSE(ctx().InitBDS());
+    EXPECT_FALSE(chain(ctx().InitBDS()));
     ASSERT_EQ(prompts.messages().size(), 2);
     EXPECT_EQ(prompts.messages()[0],
               "Too many studies were selected as current. Deselecting all. You will have to "
@@ -142,14 +145,14 @@ TEST_F(StudyContextTest, TwoStudiesMarkedCurrentAreBothCleared) {
     EXPECT_TRUE(ctx().CurBDSId.isEmpty());
     // The next start says that none is marked.
     prompts.clear();
-    EXPECT_FALSE(ctx().InitBDS());
+    EXPECT_FALSE(chain(ctx().InitBDS()));
     ASSERT_EQ(prompts.messages().size(), 1);
     EXPECT_TRUE(prompts.messages()[0].contains("But none has been marked as current."));
 }
 
 TEST_F(StudyContextTest, ACurrentStudyWithoutSchemeDisablesTheStudyMenus) {
     addStudy("S1", 2001, QVariant(), 1);
-    EXPECT_FALSE(ctx().InitBDS());
+    EXPECT_FALSE(chain(ctx().InitBDS()));
     EXPECT_EQ(
         prompts.messages(),
         QStringList({" No Population Aggregate Scheme are defined, Please fill up the required defination"}));
@@ -160,7 +163,7 @@ TEST_F(StudyContextTest, ACurrentStudyWithoutSchemeDisablesTheStudyMenus) {
 
 TEST_F(StudyContextTest, AMissingFileIsTheErrorOfInitBDS) {
     preferences().txtVESKObj = "gone.vdb";
-    EXPECT_FALSE(ctx().InitBDS());
+    EXPECT_FALSE(chain(ctx().InitBDS()));
     EXPECT_EQ(prompts.messages(),
               QStringList({" Error from InitBDS  Could not find file '" + path("gone.vdb") + "'."}));
     EXPECT_FALSE(ctx().StudyDB);
@@ -169,9 +172,9 @@ TEST_F(StudyContextTest, AMissingFileIsTheErrorOfInitBDS) {
 
 TEST_F(StudyContextTest, TheConnectionFollowsTheFileTheSettingsName) {
     addCurrentStudy();
-    ASSERT_TRUE(ctx().InitBDS());
+    ASSERT_TRUE(chain(ctx().InitBDS()));
     const auto first = ctx().StudyDB;
-    EXPECT_TRUE(ctx().InitBDS());
+    EXPECT_TRUE(chain(ctx().InitBDS()));
     EXPECT_EQ(ctx().StudyDB, first); // the same file: the same connection
     const QString other = newStudyFile("other.vdb");
     {
@@ -179,14 +182,14 @@ TEST_F(StudyContextTest, TheConnectionFollowsTheFileTheSettingsName) {
         exec(*o, "INSERT INTO _DctBDS (BDSId, Year, PAGSch, Slct) VALUES (?, ?, ?, ?)", {"OT", 1990, "P", 1});
     }
     preferences().txtVESKObj = "other.vdb";
-    EXPECT_TRUE(ctx().InitBDS());
+    EXPECT_TRUE(chain(ctx().InitBDS()));
     EXPECT_EQ(ctx().StudyDB->path(), other);
     EXPECT_EQ(ctx().CurBDSId, "OT");
 }
 
 TEST_F(StudyContextTest, InitYearListsTheYearsOfTheCurrentRows) {
     addCurrentStudy();
-    ASSERT_TRUE(ctx().InitBDS());
+    ASSERT_TRUE(chain(ctx().InitBDS()));
     ctx().CurYear = 0;
     ctx().InitYear();
     ASSERT_TRUE(ctx().VctrYrLst.isArray());
@@ -197,7 +200,7 @@ TEST_F(StudyContextTest, InitYearListsTheYearsOfTheCurrentRows) {
 
 TEST_F(StudyContextTest, InitPAGSchemeReadsTheLevelNames) {
     addCurrentStudy();
-    ASSERT_TRUE(ctx().InitBDS());
+    ASSERT_TRUE(chain(ctx().InitBDS()));
     ctx().InitPAGScheme();
     EXPECT_EQ(ctx().LblBPU, "District");
     EXPECT_EQ(ctx().LblPAG1, "Province");
@@ -211,7 +214,7 @@ TEST_F(StudyContextTest, InitPAGSchemeReadsTheLevelNames) {
 
 TEST_F(StudyContextTest, InitPAGSchemeMessages) {
     addStudy("S1", 2001, "NONE", 1);
-    ASSERT_TRUE(ctx().InitBDS());
+    ASSERT_TRUE(chain(ctx().InitBDS()));
     ctx().InitPAGScheme();
     EXPECT_EQ(prompts.messages(),
               QStringList({" There are no records defined in Population Aggregate Scheme"}));
@@ -248,8 +251,8 @@ TEST_F(StudyContextTest, InitAgeGrpsKeepsTheRowsAsStored) {
          {QVariantList{"S1", 0, 0, 0}, QVariantList{"S1", 5, 5, 5}, QVariantList{"S1", 15, null, 15},
           QVariantList{"S2", 1, 1, 1}, QVariantList{"S1", 1, 1, 1}})
         exec(*db, "INSERT INTO _DfnAgeGrps (BDSId, YLL, YLD, PND) VALUES (?, ?, ?, ?)", row);
-    ASSERT_TRUE(ctx().InitBDS());
-    ctx().InitAgeGrps(ctx().CurBDSId, ctx().ArrAgeDfn);
+    ASSERT_TRUE(chain(ctx().InitBDS()));
+    loadAgeGroups(backend_, frame_); // the chain's step
     ASSERT_TRUE(ctx().ArrAgeDfn.isArray());
     const CellArray& a = ctx().ArrAgeDfn.array();
     ASSERT_EQ(a.size(0), 4);
@@ -275,8 +278,8 @@ TEST_F(StudyContextTest, InitAgeGrpsBuildsTheAgeSexGroupLabels) {
          {QVariantList{"S1", 0, 0, 0}, QVariantList{"S1", 1, 1, 1}, QVariantList{"S1", 5, 5, 5},
           QVariantList{"S1", 15, null, 15}, QVariantList{"S1", 45, null, 45}})
         exec(*db, "INSERT INTO _DfnAgeGrps (BDSId, YLL, YLD, PND) VALUES (?, ?, ?, ?)", row);
-    ASSERT_TRUE(ctx().InitBDS());
-    ctx().InitAgeGrps(ctx().CurBDSId, ctx().ArrAgeDfn);
+    ASSERT_TRUE(chain(ctx().InitBDS()));
+    loadAgeGroups(backend_, frame_); // the chain's step
     auto texts = [](const Cell& v) {
         QStringList out;
         for (std::size_t i = 0; i < v.array().count(); ++i)
@@ -293,11 +296,11 @@ TEST_F(StudyContextTest, InitAgeGrpsBuildsTheAgeSexGroupLabels) {
 
 TEST_F(StudyContextTest, AStudyWithoutAgeDefinitionsKeepsTheFormerOnes) {
     addCurrentStudy();
-    ASSERT_TRUE(ctx().InitBDS());
+    ASSERT_TRUE(chain(ctx().InitBDS()));
     CellArray former{1, 3};
     former(0, 0) = Cell(7);
     ctx().ArrAgeDfn = Cell(former);
-    ctx().InitAgeGrps(ctx().CurBDSId, ctx().ArrAgeDfn);
+    loadAgeGroups(backend_, frame_); // the chain's step
     EXPECT_EQ(prompts.messages(), QStringList({"Please define Age definitions for Current Study"}));
     EXPECT_EQ(disabled, kSixMenus);
     ASSERT_TRUE(ctx().ArrAgeDfn.isArray());
@@ -306,8 +309,8 @@ TEST_F(StudyContextTest, AStudyWithoutAgeDefinitionsKeepsTheFormerOnes) {
 
 TEST_F(StudyContextTest, AStudyIdThatIsNoColumnOfTheCauseDictionaryFailsInitCOB) {
     addCurrentStudy();
-    ASSERT_TRUE(ctx().InitBDS());
-    EXPECT_FALSE(ctx().InitCOB());
+    ASSERT_TRUE(chain(ctx().InitBDS()));
+    EXPECT_FALSE(chain(ctx().InitCOB()));
     EXPECT_EQ(prompts.messages(), QStringList({"There are no Records in the BDM Dictionary"}));
     EXPECT_EQ(disabled, kSixMenus);
 }
@@ -316,8 +319,8 @@ TEST_F(StudyContextTest, AStudyWithoutCausesPassesInitCOBAndFailsInitCobcd) {
     addCurrentStudy();
     addCauseColumn("S1");
     addCause("A01", 0, 0);
-    ASSERT_TRUE(ctx().InitBDS());
-    EXPECT_TRUE(ctx().InitCOB());
+    ASSERT_TRUE(chain(ctx().InitBDS()));
+    EXPECT_TRUE(chain(ctx().InitCOB()));
     EXPECT_TRUE(prompts.shown().isEmpty());
     ctx().InitCobcd();
     ASSERT_EQ(errorStoreCount(), 1);
@@ -331,7 +334,7 @@ TEST_F(StudyContextTest, AQuietInitCobcdStoresNothing) {
     addCauseColumn("S1");
     addCause("A01", 0, 0);
     addCause("C03", 1, 0);
-    ASSERT_TRUE(ctx().InitBDS());
+    ASSERT_TRUE(chain(ctx().InitBDS()));
     ctx().InitCobcd(/*quiet=*/true);
     EXPECT_EQ(errorStoreCount(), 0);
     EXPECT_TRUE(ctx().MtxCobCd.isEmpty());
@@ -346,8 +349,8 @@ TEST_F(StudyContextTest, TheStudyColumnIsFoundWithoutRegardToCase) {
     addStudy("s1", 2001, "SCH", 1);
     addCauseColumn("S1");
     addCause("A01", 0, 1);
-    ASSERT_TRUE(ctx().InitBDS());
-    EXPECT_TRUE(ctx().InitCOB());
+    ASSERT_TRUE(chain(ctx().InitBDS()));
+    EXPECT_TRUE(chain(ctx().InitCOB()));
     ctx().InitCobcd();
     ASSERT_TRUE(ctx().MtxCobCd.isArray());
     EXPECT_EQ(ctx().MtxCobCd.array().size(0), 1);
@@ -362,7 +365,7 @@ TEST_F(StudyContextTest, InitCobcdListsCausesAndTheirSequelae) {
     addCause("D04", 1, 0);   // not in the study
     for (const char* s : {"B02A", "B02B"})
         exec(*db, "INSERT INTO _MapBDMSqla (SqlaCd, cobcd) VALUES (?, ?)", {s, "b02"});
-    ASSERT_TRUE(ctx().InitBDS());
+    ASSERT_TRUE(chain(ctx().InitBDS()));
     ctx().InitCobcd();
     ASSERT_TRUE(ctx().MtxCobCd.isArray());
     const CellArray& m = ctx().MtxCobCd.array();
@@ -388,8 +391,8 @@ TEST_F(StudyContextTest, InitBPULstInPriorityOrder) {
     for (const QVariantList& row : {QVariantList{"S1", "U3", 3}, QVariantList{"S1", "U1", 1},
                                     QVariantList{"S2", "U9", 0}, QVariantList{"S1", "U2", 2}})
         exec(*db, "INSERT INTO _DctBPU (BDSId, BPUID, Prty) VALUES (?, ?, ?)", row);
-    ASSERT_TRUE(ctx().InitBDS());
-    ctx().InitBPULst("_DctBPU");
+    ASSERT_TRUE(chain(ctx().InitBDS()));
+    chain(ctx().InitBPULst("_DctBPU"));
     ASSERT_TRUE(ctx().VctrBPULst.isArray());
     const CellArray& v = ctx().VctrBPULst.array();
     ASSERT_EQ(v.size(), 3);
@@ -398,14 +401,14 @@ TEST_F(StudyContextTest, InitBPULstInPriorityOrder) {
 
 TEST_F(StudyContextTest, NoUnitsOrAggregatesDisableTheirMenus) {
     addCurrentStudy();
-    ASSERT_TRUE(ctx().InitBDS());
-    ctx().InitBPULst("_DctBPU");
+    ASSERT_TRUE(chain(ctx().InitBDS()));
+    chain(ctx().InitBPULst("_DctBPU"));
     EXPECT_EQ(prompts.messages(), QStringList({"No BPUs defined for the Study S1"}));
     EXPECT_EQ(disabled, QStringList({"mnu_studyInp", "mnu_Daly", "mns_lsr", "mnu_Compute", "mnu_res"}));
     EXPECT_TRUE(ctx().VctrBPULst.isEmpty());
     prompts.clear();
     disabled.clear();
-    ctx().InitPAGLst("_DctPAG1");
+    chain(ctx().InitPAGLst("_DctPAG1"));
     EXPECT_EQ(prompts.messages(), QStringList({"No PAGs defined for the Study S1"}));
     EXPECT_EQ(disabled, QStringList({"mnu_studyInp", "mns_lsr"}));
 }
@@ -418,8 +421,8 @@ TEST_F(StudyContextTest, InitPAGLstListsEachAggregateOnce) {
     for (const QVariantList& row :
          {QVariantList{"S1", "U1", "P2"}, QVariantList{"S1", "U2", "P1"}, QVariantList{"S1", "U3", "P2"}})
         exec(*db, "INSERT INTO _DctBPU (BDSId, BPUID, PAG1Id) VALUES (?, ?, ?)", row);
-    ASSERT_TRUE(ctx().InitBDS());
-    ctx().InitPAGLst("_DctBPU");
+    ASSERT_TRUE(chain(ctx().InitBDS()));
+    chain(ctx().InitPAGLst("_DctBPU"));
     ASSERT_TRUE(ctx().VctrPAGLst.isArray());
     const CellArray& v = ctx().VctrPAGLst.array();
     ASSERT_EQ(v.size(), 2);
@@ -428,8 +431,8 @@ TEST_F(StudyContextTest, InitPAGLstListsEachAggregateOnce) {
 
 TEST_F(StudyContextTest, ATableNameThatIsNoIdentifierIsNotRun) {
     addCurrentStudy();
-    ASSERT_TRUE(ctx().InitBDS());
-    ctx().InitBPULst("_DctBPU; DROP TABLE _DctBDS");
+    ASSERT_TRUE(chain(ctx().InitBDS()));
+    chain(ctx().InitBPULst("_DctBPU; DROP TABLE _DctBDS"));
     EXPECT_EQ(prompts.messages(), QStringList({"No BPUs defined for the Study S1"}));
     EXPECT_EQ(scalar("SELECT count(*) FROM _DctBDS"), "1");
 }
@@ -441,7 +444,7 @@ TEST_F(StudyContextTest, InitDmgphyPrmtrsTakesTheRowsOfTheStudysUnits) {
          {"U1", 2001, "West", 0.021, 45.5});
     exec(*db, "INSERT INTO DatDmgphyPrmtrs (BPUID, YEAR, Cdmdl, PGR, IMR) VALUES (?, ?, ?, ?, ?)",
          {"U7", 2001, "North", 0.01, QVariant()});
-    ASSERT_TRUE(ctx().InitBDS());
+    ASSERT_TRUE(chain(ctx().InitBDS()));
     ctx().InitDmgphyPrmtrs(ctx().CurBDSId, ctx().MtxDmgphy);
     ASSERT_TRUE(ctx().MtxDmgphy.isArray());
     const CellArray& m = ctx().MtxDmgphy.array();
@@ -492,7 +495,7 @@ TEST_F(StudyContextTest, ClearStudyContextEmptiesTheArraysAndLabels) {
 
 TEST_F(StudyContextTest, CheckDatpopWantsRowsInBothTables) {
     addCurrentStudy();
-    ASSERT_TRUE(ctx().InitBDS());
+    ASSERT_TRUE(chain(ctx().InitBDS()));
     EXPECT_FALSE(ctx().CheckDatpop());
     exec(*db, "INSERT INTO DatPOP (BPUID, YEAR, Bai, M, F) VALUES (?, ?, ?, ?, ?)", {"U1", 2001, 0, 10, 12});
     EXPECT_FALSE(ctx().CheckDatpop());
@@ -533,6 +536,87 @@ TEST_F(StudyContextTest, TheBackendRunsTheChainOnTheContext) {
     EXPECT_TRUE(ctx().MtxDAP.isEmpty());
     backend.releaseStudyDB();
     EXPECT_FALSE(ctx().StudyDB);
+}
+
+// The loaders alone: what each found, with no menu switched and no window opened.
+TEST_F(StudyContextTest, InitBDSReportsWhatItFoundAndSteersNothing) {
+    EXPECT_EQ(ctx().InitBDS().finding, StudyFinding::NoStudyEntry);
+    addStudy("S1", 2001, "SCH", 0);
+    EXPECT_EQ(ctx().InitBDS().finding, StudyFinding::NoneCurrent);
+    addStudy("S2", 2002, "SCH", 1);
+    addStudy("S3", 2003, "SCH", 1);
+    EXPECT_EQ(ctx().InitBDS().finding, StudyFinding::TooManyStudies);
+    exec(*db, "UPDATE _DctBDS SET Slct = 1, PAGSch = NULL WHERE BDSId = 'S1'");
+    EXPECT_EQ(ctx().InitBDS().finding, StudyFinding::NoScheme);
+    exec(*db, "UPDATE _DctBDS SET PAGSch = 'SCH' WHERE BDSId = 'S1'");
+    EXPECT_EQ(ctx().InitBDS().finding, StudyFinding::Loaded);
+    EXPECT_EQ(prompts.messages().size(), 5); // too many studies also says that none is current
+    EXPECT_TRUE(disabled.isEmpty());
+    EXPECT_TRUE(setupOpened.isEmpty());
+}
+
+TEST_F(StudyContextTest, InitBDSReportsAFileThatCannotBeOpened) {
+    preferences().txtVESKObj = "gone.vdb";
+    EXPECT_EQ(ctx().InitBDS().finding, StudyFinding::EngineFailed);
+    EXPECT_TRUE(disabled.isEmpty());
+}
+
+TEST_F(StudyContextTest, InitAgeGrpsReportsTheDefinitionsAndLeavesTheLabelsToTheStudy) {
+    addCurrentStudy();
+    ASSERT_TRUE(ctx().InitBDS());
+    EXPECT_EQ(ctx().InitAgeGrps(ctx().CurBDSId, ctx().ArrAgeDfn).finding, StudyFinding::NoAgeDefinitions);
+    exec(*db, "INSERT INTO _DfnAgeGrps (BDSId, YLL, YLD, PND) VALUES (?, ?, ?, ?)", {"S1", 0, 0, 0});
+    exec(*db, "INSERT INTO _DfnAgeGrps (BDSId, YLL, YLD, PND) VALUES (?, ?, ?, ?)", {"S1", 5, 5, 5});
+    const LoadReport found = ctx().InitAgeGrps(ctx().CurBDSId, ctx().ArrAgeDfn);
+    EXPECT_EQ(found.finding, StudyFinding::AgeDefinitionsFound);
+    EXPECT_TRUE(found);
+    EXPECT_TRUE(ctx().ArrAgeDfn.isArray());
+    EXPECT_TRUE(ctx().VctrYLLAsg.isEmpty());
+    EXPECT_TRUE(disabled.isEmpty());
+}
+
+TEST_F(StudyContextTest, InitCOBAndTheUnitListsReportWhatIsMissing) {
+    addCurrentStudy();
+    ASSERT_TRUE(ctx().InitBDS());
+    EXPECT_EQ(ctx().InitCOB().finding, StudyFinding::NoCauses);
+    EXPECT_EQ(ctx().InitBPULst("_DctBPU").finding, StudyFinding::NoUnits);
+    EXPECT_EQ(ctx().InitPAGLst("_DctPAG1").finding, StudyFinding::NoAggregates);
+    EXPECT_TRUE(disabled.isEmpty());
+    addCauseColumn("S1");
+    exec(*db, "INSERT INTO _DctPAG1 (BDSId, PAG1Id) VALUES (?, ?)", {"S1", "P1"});
+    exec(*db, "INSERT INTO _DctBPU (BDSId, BPUID, Prty, PAG1Id) VALUES (?, ?, ?, ?)", {"S1", "U1", 1, "P1"});
+    EXPECT_EQ(ctx().InitCOB().finding, StudyFinding::Loaded);
+    EXPECT_EQ(ctx().InitBPULst("_DctBPU").finding, StudyFinding::Loaded);
+    EXPECT_EQ(ctx().InitPAGLst("_DctPAG1").finding, StudyFinding::Loaded);
+}
+
+// What the chain makes of each finding.
+TEST_F(StudyContextTest, TheChainTurnsEachFindingIntoItsMenuChange) {
+    const QStringList units = {"mnu_studyInp", "mnu_Daly", "mns_lsr", "mnu_Compute", "mnu_res"};
+    const std::vector<std::pair<StudyFinding, QStringList>> cases = {
+        {StudyFinding::Loaded, {}},
+        {StudyFinding::EngineFailed, {}},
+        {StudyFinding::AgeDefinitionsFound, {}},
+        {StudyFinding::NoneCurrent, kSixMenus},
+        {StudyFinding::TooManyStudies, kSixMenus},
+        {StudyFinding::NoScheme, kSixMenus},
+        {StudyFinding::NoAgeDefinitions, kSixMenus},
+        {StudyFinding::NoCauses, kSixMenus},
+        {StudyFinding::NoStudyEntry, kSixMenus},
+        {StudyFinding::NoUnits, units},
+        {StudyFinding::NoAggregates, {"mnu_studyInp", "mns_lsr"}},
+    };
+    for (const auto& [finding, switchedOff] : cases) {
+        disabled.clear();
+        setupOpened.clear();
+        chain({finding});
+        EXPECT_EQ(disabled, switchedOff) << static_cast<int>(finding);
+        EXPECT_EQ(setupOpened.size(), finding == StudyFinding::NoStudyEntry ? 1 : 0)
+            << static_cast<int>(finding);
+    }
+    chain({StudyFinding::AgeDefinitionsFound});
+    for (const QString& item : kSixMenus)
+        EXPECT_TRUE(menus_.isMenuEnabled(item)) << item.toStdString();
 }
 
 } // namespace

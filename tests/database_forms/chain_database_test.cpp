@@ -2,13 +2,13 @@
 // loaders of the study database, and File -> New makes a file and leads into Study Setup.
 
 #include "database/chk_db_stru.h"
-#include "database/database_backend.h"
 #include "database/db_create.h"
 #include "database/study_context.h"
+#include "foundation/settings.h"
 #include "frame_fixture.h"
 #include "shell/forms/frm_shw_cnt_mem.h"
 #include "shell/forms/menu_commands.h"
-#include "foundation/settings.h"
+#include "shell/study_backend.h"
 
 #include <QDir>
 #include <QMdiArea>

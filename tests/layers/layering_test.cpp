@@ -7,7 +7,6 @@
 #include <QFile>
 #include <QRegularExpression>
 #include <QStringList>
-#include <algorithm>
 #include <gtest/gtest.h>
 #include <vector>
 
@@ -29,29 +28,6 @@ struct Allowed {
 
 // The sideways steps the house allows, each with its reason. None today: keep it that way, or short.
 const std::vector<Allowed> kAllowed = {};
-
-// Includes that still point the wrong way and are being moved; each entry is a file of src/ and the
-// folder/file it includes. The list only shrinks: an entry that no longer occurs fails the test too.
-const std::pair<const char*, const char*> kStillToMove[] = {
-    {"database/new_database.cpp", "shell/frame_preferences.h"},
-    {"database/database_backend.h", "shell/study_backend.h"},
-    {"database/study_loaders.cpp", "shell/menu_state.h"},
-    {"database/study_loaders.cpp", "study/asg_labels.h"},
-    {"database/study_context.cpp", "shell/loading_chain.h"},
-    {"database/study_context.cpp", "shell/menu_state.h"},
-    {"burden/forms/calculators_open.cpp", "shell/forms/frm_main_menu.h"},
-    {"burden/forms/calculators_open.cpp", "shell/forms/menu_commands.h"},
-    {"study/study_setup_session.cpp", "shell/menu_state.h"},
-    {"study/study_setup.cpp", "shell/menu_state.h"},
-    {"study/study_setup_causes.cpp", "shell/menu_state.h"},
-    {"study/study_setup_scheme.cpp", "shell/menu_state.h"},
-    {"study/study_setup_delete.cpp", "shell/loading_chain.h"},
-    {"study/forms/study_forms_register.cpp", "shell/forms/frm_main_menu.h"},
-    {"study/forms/study_forms_register.cpp", "shell/forms/menu_commands.h"},
-    {"study/forms/study_forms_register.cpp", "shell/forms/show_in_frame.h"},
-    {"study/forms/definestudy1_register.cpp", "shell/forms/frm_main_menu.h"},
-    {"study/forms/definestudy1_register.cpp", "shell/forms/menu_commands.h"},
-};
 
 // "study" or "study/forms" for a path below src/; app/main.cpp is the desktop program's and counts
 // as forms, app/cli/ is the command-line tool's and counts as core.
@@ -112,13 +88,6 @@ QList<Include> includesOfSource() {
     return found;
 }
 
-bool stillToMove(const Include& inc) {
-    for (const auto& [file, target] : kStillToMove)
-        if (inc.file == QLatin1String(file) && inc.target == QLatin1String(target))
-            return true;
-    return false;
-}
-
 TEST(Layers, TheTreeIsReadAndItsFoldersAreLayers) {
     const QList<Include> all = includesOfSource();
     ASSERT_GT(all.size(), 200) << "src/ was not found at " VESK_SOURCE_DIR;
@@ -131,19 +100,9 @@ TEST(Layers, TheTreeIsReadAndItsFoldersAreLayers) {
 TEST(Layers, NoIncludePointsUpOrSidewaysUnlessTheTableAllowsIt) {
     for (const Include& inc : includesOfSource()) {
         const QString why = fault(placeOf(inc.file), placeOf(inc.target));
-        if (!why.isEmpty() && !stillToMove(inc))
+        if (!why.isEmpty())
             ADD_FAILURE() << inc.file.toStdString() << " includes " << inc.target.toStdString() << ": "
                           << why.toStdString();
-    }
-}
-
-TEST(Layers, EveryIncludeStillToMoveIsStillThere) {
-    const QList<Include> all = includesOfSource();
-    for (const auto& [file, target] : kStillToMove) {
-        const bool present = std::any_of(all.begin(), all.end(), [&](const Include& inc) {
-            return inc.file == QLatin1String(file) && inc.target == QLatin1String(target);
-        });
-        EXPECT_TRUE(present) << file << " no longer includes " << target << ": strike it from the list";
     }
 }
 

@@ -1,10 +1,10 @@
 #include "frame_fixture.h"
 
 #include "foundation/error_store.h"
+#include "foundation/settings.h"
 #include "shell/forms/menu_commands.h"
 #include "shell/frame_menu_tree.h"
 #include "shell/frame_preferences.h"
-#include "foundation/settings.h"
 
 #include <QDir>
 #include <QFile>
@@ -93,14 +93,14 @@ bool FakeStudyBackend::CreateNewDatabase() {
     return created;
 }
 
-bool FakeStudyBackend::InitBDS() {
+LoadReport FakeStudyBackend::InitBDS() {
     calls << QStringLiteral("InitBDS");
-    return bds();
+    return bds() ? LoadReport{} : LoadReport{bdsFinding};
 }
 
-bool FakeStudyBackend::InitCOB() {
+LoadReport FakeStudyBackend::InitCOB() {
     calls << QStringLiteral("InitCOB");
-    return cob;
+    return cob ? LoadReport{} : LoadReport{StudyFinding::EngineFailed};
 }
 
 void FakeStudyBackend::InitCobcd() {

@@ -43,6 +43,8 @@ class FakeStudyBackend : public StudyBackend {
 public:
     std::function<bool(const QString&)> chk = [](const QString&) { return true; };
     std::function<bool()> bds = [] { return true; };
+    // What a False InitBDS found; by default nothing that the chain acts on beyond its own No study.
+    StudyFinding bdsFinding = StudyFinding::EngineFailed;
     bool cob = true;
     bool bpuList = true;
     bool datpop = true;
@@ -55,14 +57,24 @@ public:
     bool CreateNewDatabase() override;
     void InitTblNames() override { calls << QStringLiteral("InitTblNames"); }
     void InitDAP() override { calls << QStringLiteral("InitDAP"); }
-    bool InitBDS() override;
+    LoadReport InitBDS() override;
     void InitYear() override { calls << QStringLiteral("InitYear"); }
     void InitPAGScheme() override { calls << QStringLiteral("InitPAGScheme"); }
-    void InitAgeGrps() override { calls << QStringLiteral("InitAgeGrps"); }
-    bool InitCOB() override;
+    LoadReport InitAgeGrps() override {
+        calls << QStringLiteral("InitAgeGrps");
+        return {};
+    }
+    LoadReport InitCOB() override;
     void InitCobcd() override;
-    void InitBPULst(const QString& table) override { calls << QStringLiteral("InitBPULst ") + table; }
-    void InitPAGLst(const QString& table) override { calls << QStringLiteral("InitPAGLst ") + table; }
+    LoadReport InitBPULst(const QString& table) override {
+        calls << QStringLiteral("InitBPULst ") + table;
+        return {};
+    }
+    LoadReport InitPAGLst(const QString& table) override {
+        calls << QStringLiteral("InitPAGLst ") + table;
+        return {};
+    }
+    void buildAgeGroupLabels() override {}
     void InitDmgphyPrmtrs() override { calls << QStringLiteral("InitDmgphyPrmtrs"); }
     bool CheckDatpop() override;
     bool hasBPUList() const override { return bpuList; }

@@ -1,14 +1,14 @@
 // The program started as a user starts it: the splash, the frame, and the loading chain in Timer1's
 // tick, on every road the chain can take.
 
-#include "frame_fixture.h"
 #include "foundation/error_store.h"
+#include "foundation/settings.h"
+#include "foundation/settings_texts.h"
+#include "frame_fixture.h"
 #include "shell/forms/menu_commands.h"
 #include "shell/frame_menu_tree.h"
 #include "shell/frame_texts.h"
 #include "shell/loading_chain.h"
-#include "foundation/settings.h"
-#include "foundation/settings_texts.h"
 
 #include <QAction>
 #include <QLabel>
@@ -206,9 +206,9 @@ void FrameStartTest::databaseWithoutStudy() {
     // What InitBDS does with a database whose dictionary of studies is empty.
     backend.bds = [] {
         prompts().ask(QStringLiteral("No entry in the Dictionary of Studies"));
-        frameHost()->showStudySetup(true);
         return false;
     };
+    backend.bdsFinding = StudyFinding::NoStudyEntry;
     setStudyBackend(&backend);
     QList<bool> setupOpened;
     setStudySetupOpener([&](FRMMAINMENU&, bool newDatabase) { setupOpened << newDatabase; });

@@ -4,13 +4,13 @@
 #include "database/study_context.h"
 #include "forms_support.h"
 #include "read_back.h"
+#include "shell/forms/form_registry.h"
 #include "shell/forms/frm_main_menu.h"
 #include "shell/forms/menu_commands.h"
 #include "shell/frame_menu_tree.h"
 #include "study/forms/defpopunits.h"
 #include "study/forms/frm_cob.h"
 #include "study/forms/frm_cob_print.h"
-#include "study/forms/study_forms_register.h"
 
 #include <QAction>
 #include <QMdiArea>

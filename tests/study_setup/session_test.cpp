@@ -1,8 +1,8 @@
 // One opening of Study Setup: the working fields, the question when a tab is left with changes, the
 // end of a new database, and the form's close.
 
-#include "setup_test_support.h"
 #include "foundation/settings_file.h"
+#include "setup_test_support.h"
 #include "study/study_setup_session.h"
 
 #include <QFile>
@@ -193,4 +193,47 @@ TEST_F(SessionTest, MarkingAnotherStudyShowsItsOwnSchemeAndAges) {
     EXPECT_EQ(s.ages.grid(0).rows(), 2);
     EXPECT_EQ(s.dbgrid2.textMatrix(2, 5), "True");
     EXPECT_EQ(s.dbgrid2.textMatrix(1, 5), "False");
+}
+
+// What Study Setup asks of the frame, read without a frame: the requests are kept in order.
+TEST_F(SessionTest, WithoutAHandlerTheRequestsOfANewDatabaseAreKeptInOrder) {
+    setupRequests().setHandler({});
+    ctx().NewDBDone = true;
+    StudySetupSession s(true);
+    s.load();
+    s.study = {"S1", "2001", "First"};
+    ASSERT_TRUE(s.applyTab(StudySetupSession::TabStudy));
+    s.scheme = {"SCH", "District", "State", "Nation"};
+    ASSERT_TRUE(s.applyTab(StudySetupSession::TabPopUnits));
+    fillAges(s.ages, {"0", "1", "5"});
+    ASSERT_TRUE(s.applyTab(StudySetupSession::TabAgeGroups));
+    using Kind = FrameRequest::Kind;
+    std::vector<Kind> kinds;
+    std::vector<StudyFinding> findings;
+    for (const FrameRequest& r : setupRequests().takeKept()) {
+        kinds.push_back(r.kind);
+        if (r.kind == Kind::Finding)
+            findings.push_back(r.finding);
+    }
+    EXPECT_EQ(kinds, (std::vector<Kind>{Kind::LevelCaptions, Kind::LevelCaptions, Kind::Finding,
+                                        Kind::StudyComplete}));
+    EXPECT_EQ(findings, std::vector<StudyFinding>{StudyFinding::AgeDefinitionsFound});
+    EXPECT_TRUE(setupRequests().takeKept().empty());
+    // Nothing was switched meanwhile.
+    for (const char* item : {"mnu_res", "mnu_Compute", "mnu_BPUES"})
+        EXPECT_TRUE(menus.isMenuEnabled(item)) << item;
+}
+
+TEST_F(SessionTest, TheFrameDoesWhatStudySetupAsks) {
+    applyFrameRequest(FrameRequest::switchItems({"mnu_Daly", "mnu_res"}, false));
+    EXPECT_FALSE(menus.isMenuEnabled("mnu_Daly"));
+    EXPECT_FALSE(menus.isMenuEnabled("mnu_res"));
+    applyFrameRequest(FrameRequest::of({StudyFinding::NoAggregates}));
+    EXPECT_FALSE(menus.isMenuEnabled("mns_lsr"));
+    applyFrameRequest(FrameRequest::of({StudyFinding::AgeDefinitionsFound}));
+    for (const char* item : {"mnu_BPUES", "mnu_studyInp", "mnu_Daly", "mns_lsr", "mnu_Compute", "mnu_res"})
+        EXPECT_TRUE(menus.isMenuEnabled(item)) << item;
+    ctx().LblBPU = "District";
+    applyFrameRequest(FrameRequest::plain(FrameRequest::Kind::LevelCaptions));
+    EXPECT_EQ(menus.menuCaption("mnu_bpu"), "District");
 }

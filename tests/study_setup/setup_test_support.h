@@ -2,15 +2,16 @@
 // What the Study Setup tests share: a fresh study file opened as the context's StudyDB, scripted
 // prompts, recorded menu switches and the database backend behind the Results captions.
 
-#include "database/database_backend.h"
 #include "database/db_create.h"
 #include "database/study_context.h"
-#include "platform/prompts.h"
 #include "foundation/error_store.h"
-#include "shell/menu_state.h"
 #include "foundation/settings.h"
-#include "study/asg_data.h"
+#include "platform/prompts.h"
 #include "query_rows.h"
+#include "shell/loading_chain.h"
+#include "shell/menu_state.h"
+#include "shell/study_backend.h"
+#include "study/asg_data.h"
 #include "study_db_gtest.h"
 
 #include <QDir>
@@ -36,6 +37,8 @@ protected:
         setPromptService(&prompts);
         setMenuSwitch(&menus);
         setStudyBackend(&backend);
+        // What Study Setup asks of the frame is done as the frame does it.
+        setupRequests().setHandler(applyFrameRequest);
         clearErrorStore();
         // The data flags stay set for the life of the program; each test is a fresh start.
         FlagDataADW() = false;
@@ -46,6 +49,7 @@ protected:
         setPromptService(nullptr);
         setMenuSwitch(nullptr);
         setStudyBackend(nullptr);
+        setupRequests().setHandler({});
         clearErrorStore();
     }
 

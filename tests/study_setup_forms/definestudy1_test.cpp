@@ -1,16 +1,17 @@
 // DEFINESTUDY1 driven as a user drives it: typing in its fields and grids, clicking its options,
 // cells and buttons, and answering its questions.
 
-#include "database/database_backend.h"
 #include "database/db_create.h"
 #include "database/study_context.h"
 #include "form_support.h"
-#include "platform/prompts.h"
 #include "foundation/error_store.h"
-#include "shell/menu_state.h"
 #include "foundation/settings.h"
-#include "study/asg_data.h"
+#include "platform/prompts.h"
 #include "query_rows.h"
+#include "shell/loading_chain.h"
+#include "shell/menu_state.h"
+#include "shell/study_backend.h"
+#include "study/asg_data.h"
 
 #include <QAction>
 #include <QComboBox>
@@ -38,7 +39,7 @@ private:
     QPointer<DEFINESTUDY1> form_;
 
     DEFINESTUDY1& openForm(bool newDatabase = false) {
-        form_ = DEFINESTUDY1::open(nullptr, newDatabase);
+        form_ = DEFINESTUDY1::open(nullptr, newDatabase, applyFrameRequest); // as the frame opens it
         if (!QTest::qWaitForWindowExposed(form_) || !QTest::qWaitForWindowActive(form_))
             qWarning("the form did not come up");
         return *form_;

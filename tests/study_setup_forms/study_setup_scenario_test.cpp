@@ -5,22 +5,21 @@
 // Also the end of a File -> New that lacks the minimum, and pictures of the four tabs (kept in
 // VESK_SCREENSHOT_DIR when it is set).
 
-#include "database/database_backend.h"
 #include "database/db_create.h"
 #include "database/study_context.h"
 #include "form_support.h"
+#include "foundation/settings.h"
 #include "frame_fixture.h"
 #include "query_rows.h"
 #include "read_back.h"
 #include "sample_study.h"
 #include "screenshots.h"
+#include "shell/forms/form_registry.h"
 #include "shell/forms/frm_shw_cnt_mem.h"
-#include "foundation/settings.h"
+#include "shell/study_backend.h"
 #include "study/asg_data.h"
-#include "study/forms/definestudy1_register.h"
 #include "study/forms/frm_cob.h"
 #include "study/forms/frm_cob_print.h"
-#include "study/forms/study_forms_register.h"
 
 #include <QAction>
 #include <QListWidget>

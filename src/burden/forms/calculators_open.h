@@ -15,7 +15,4 @@ frmYLLCal* openIyldCalculator(QWidget* parent);  // mnu_yldcal
 frmYLLCal* openPyldCalculator(QWidget* parent);  // mnu_pyldcal
 frmDALYCal* openDalyCalculator(QWidget* parent); // mnu_dcal
 
-// Registers the four Tools menu items with the frame.
-void registerCalculators();
-
 } // namespace vesk

@@ -3,11 +3,11 @@
 #include "database/db_texts.h"
 #include "database/study_context.h"
 #include "platform/cell_array.h"
+#include "platform/forms/window_placement.h"
 #include "platform/prompts.h"
 #include "shell/forms/frm_grid_test.h"
 #include "shell/forms/frm_main_menu.h"
 #include "shell/forms/menu_commands.h"
-#include "shell/forms/show_in_frame.h"
 
 #include <QPointer>
 
@@ -81,10 +81,11 @@ FrmShwCntMem::FrmShwCntMem(QWidget* parent)
 
 void registerRunLogViewers() {
     static QPointer<QMdiSubWindow> errors, content;
-    setErrorViewerOpener([](FRMMAINMENU& frame) { showInFrame(frame, new frmgridtest, errors); });
+    setErrorViewerOpener(
+        [](FRMMAINMENU& frame) { showSingleInArea(frame.mdiArea(), new frmgridtest, errors); });
     registerMenuCommand(QStringLiteral("mnu_ShCntMem"), [](FRMMAINMENU& frame) {
         if (FrmShwCntMem* form = FrmShwCntMem::open())
-            showInFrame(frame, form, content);
+            showSingleInArea(frame.mdiArea(), form, content);
     });
 }
 

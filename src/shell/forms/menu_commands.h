@@ -1,12 +1,13 @@
 #pragma once
 // What the frame's menu opens. The frame carries its own commands (File -> New, Open, Close,
-// Preferences, Exit, Help and About); every other form of the program makes itself reachable by
-// registering the command of its menu item here, before the frame is built. An item with no command
-// stays disabled whatever state the menu is in.
+// Preferences, Exit, Help and About); every other form of the program is made reachable by
+// registering the command of its menu item here, before the frame is built (form_registry.h wires
+// the forms of the layers below). An item with no command stays disabled whatever state the menu
+// is in.
 //
 // Two forms are asked for by the frame's own logic rather than by a menu item: Study Setup (after
 // File -> New and from Study -> Setup) and the error viewer frmgridtest (at the end of the loading
-// chain). Their owners register openers for them.
+// chain). Openers are registered for them.
 
 #include <QString>
 #include <functional>

@@ -126,10 +126,12 @@ DEFINESTUDY1::DEFINESTUDY1(bool newDatabase, QWidget* parent)
 
 DEFINESTUDY1::~DEFINESTUDY1() = default;
 
-DEFINESTUDY1* DEFINESTUDY1::open(QWidget* parent, bool newDatabase) {
+DEFINESTUDY1* DEFINESTUDY1::open(QWidget* parent, bool newDatabase, FrameRequestHandler onRequest) {
     if (!theForm) {
         theForm = new DEFINESTUDY1(newDatabase, parent);
         theForm->setWindowModality(Qt::ApplicationModal);
+        if (onRequest)
+            theForm->requests_ = std::make_unique<ScopedSetupHandler>(std::move(onRequest));
     }
     theForm->show();
     theForm->raise();

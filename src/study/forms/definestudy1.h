@@ -7,6 +7,7 @@
 // The form is thin: its working fields and every operation are StudySetupSession's; the widgets
 // show the session and hand it each edit, click and key.
 
+#include "study/study_setup_report.h"
 #include "study/study_setup_session.h"
 
 #include <QDialog>
@@ -32,8 +33,10 @@ public:
     explicit DEFINESTUDY1(bool newDatabase, QWidget* parent = nullptr);
     ~DEFINESTUDY1() override;
 
-    // The one instance, opened modally over `parent` without waiting; an open one is raised.
-    static DEFINESTUDY1* open(QWidget* parent, bool newDatabase);
+    // The one instance, opened modally over `parent` without waiting; an open one is raised. What
+    // Study Setup asks of the frame while the form is up goes to `onRequest`, which the opener
+    // gives.
+    static DEFINESTUDY1* open(QWidget* parent, bool newDatabase, FrameRequestHandler onRequest = {});
     static DEFINESTUDY1* instance();
 
     StudySetupSession& session() { return *session_; }
@@ -119,6 +122,7 @@ private:
     void schemeIdLeft();
 
     std::unique_ptr<StudySetupSession> session_;
+    std::unique_ptr<ScopedSetupHandler> requests_;
     QMenu* popupAges_ = nullptr;
     QMenu* popupPnd_ = nullptr;
     int popupTarget_ = 0;

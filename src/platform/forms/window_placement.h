@@ -1,0 +1,30 @@
+#pragma once
+// The one way a window takes its place in the frame: as a sub-window of the frame's area, or, with
+// no area to go to, as a window of its own. Both the window and its sub-window go when closed.
+
+#include <QMdiSubWindow>
+#include <QPointer>
+
+class QMdiArea;
+class QWidget;
+
+namespace vesk {
+
+// How a sub-window is sized: by the area's guess from the form's size hint, or at the opening size
+// the form set for itself (when it set one).
+enum class OpeningSize { AreaGuess, FormsOwn };
+
+// Shows `form` as a sub-window of `area` and gives the sub-window back.
+QMdiSubWindow* placeInArea(QMdiArea* area, QWidget* form, OpeningSize size);
+
+// A form that is single in the area: shows `form` in place of the one `slot` held before, at its
+// own opening size. A null form changes nothing.
+void showSingleInArea(QMdiArea* area, QWidget* form, QPointer<QMdiSubWindow>& slot);
+
+// A new window in `parent` when that is an area, otherwise a window of its own over `parent`.
+void placeWindow(QWidget* form, QWidget* parent);
+
+// Brings an open window forward, in the area or on the desktop.
+void raiseWindow(QWidget* form);
+
+} // namespace vesk

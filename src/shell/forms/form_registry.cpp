@@ -1,0 +1,59 @@
+#include "shell/forms/form_registry.h"
+
+#include "burden/forms/calculators_open.h"
+#include "platform/forms/window_placement.h"
+#include "shell/forms/frm_main_menu.h"
+#include "shell/forms/frm_shw_cnt_mem.h"
+#include "shell/forms/menu_commands.h"
+#include "shell/loading_chain.h"
+#include "study/forms/definestudy1.h"
+#include "study/forms/defpopunits.h"
+#include "study/forms/frm_buld_main_cl_dic.h"
+#include "study/forms/frm_cob.h"
+#include "study/study_setup_report.h"
+
+#include <QMdiArea>
+#include <QPointer>
+
+namespace vesk {
+
+void registerCalculators() {
+    registerMenuCommand(QStringLiteral("mnu_yllcal"), [](FRMMAINMENU& f) { openYllCalculator(f.mdiArea()); });
+    registerMenuCommand(QStringLiteral("mnu_yldcal"),
+                        [](FRMMAINMENU& f) { openIyldCalculator(f.mdiArea()); });
+    registerMenuCommand(QStringLiteral("mnu_pyldcal"),
+                        [](FRMMAINMENU& f) { openPyldCalculator(f.mdiArea()); });
+    registerMenuCommand(QStringLiteral("mnu_dcal"), [](FRMMAINMENU& f) { openDalyCalculator(f.mdiArea()); });
+}
+
+void registerStudySetup() {
+    setStudySetupOpener([](FRMMAINMENU& frame, bool newDatabase) {
+        DEFINESTUDY1::open(&frame, newDatabase, applyFrameRequest);
+    });
+}
+
+void registerStudyDefinitionForms() {
+    static QPointer<QMdiSubWindow> units, dictionary, outline;
+    setupRequests().setHandler(applyFrameRequest);
+    registerMenuCommand(QStringLiteral("mnu_BPUES"), [](FRMMAINMENU& frame) {
+        showSingleInArea(frame.mdiArea(), defpopunits::open(), units);
+    });
+    registerMenuCommand(QStringLiteral("mnu_cgroups"), [](FRMMAINMENU& frame) {
+        showSingleInArea(frame.mdiArea(), FRMBULDMAINCLDIC::open(), dictionary);
+    });
+    registerMenuCommand(QStringLiteral("mnu_CauseGrps"), [](FRMMAINMENU& frame) {
+        showSingleInArea(frame.mdiArea(), frmCOB::open(frmCOB::Mode::Causes), outline);
+    });
+    registerMenuCommand(QStringLiteral("mnu_popunits_outline"), [](FRMMAINMENU& frame) {
+        showSingleInArea(frame.mdiArea(), frmCOB::open(frmCOB::Mode::Population), outline);
+    });
+}
+
+void registerForms() {
+    registerRunLogViewers();
+    registerCalculators();
+    registerStudySetup();
+    registerStudyDefinitionForms();
+}
+
+} // namespace vesk

@@ -1,0 +1,22 @@
+#pragma once
+// Where the forms of the layers below reach the frame: each menu item that opens one of their
+// windows, and the openers the frame's own logic asks for (Study Setup). The forms know nothing of
+// the frame; they offer plain open functions that take a parent, and the frame's wiring lives here.
+// Called once at start, before the frame is built.
+
+namespace vesk {
+
+// Tools -> YLL, IYLD, PYLD and DALY Calculator (mnu_yllcal, mnu_yldcal, mnu_pyldcal, mnu_dcal).
+void registerCalculators();
+// Study Setup (DEFINESTUDY1) for Study -> Setup (mnu_SSetup) and the end of File -> New (with the
+// tabs for a first study); what it asks of the frame is done by the frame.
+void registerStudySetup();
+// Study -> Population Units (mnu_BPUES), File -> Dictionaries (mnu_cgroups, also the toolbar's
+// "Dictionaries"), and the two outlines of the View menu (mnu_CauseGrps, mnu_popunits_outline).
+// Each form is single: opening it again replaces the one shown. What the study layer asks of the
+// frame meanwhile (the menu after a change of units) is done by the frame.
+void registerStudyDefinitionForms();
+// All of the above and the run-log viewers.
+void registerForms();
+
+} // namespace vesk

@@ -3,10 +3,10 @@
 #include "burden/calculator_texts.h"
 #include "burden/kernel.h"
 #include "demography/standard_life_table.h"
+#include "foundation/array_helpers.h"
 #include "foundation/settings.h"
 #include "platform/prompts.h"
 #include "platform/runtime.h"
-#include "study/array_helpers.h"
 #include "study/asg_labels.h"
 
 #include <exception>

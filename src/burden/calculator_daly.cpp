@@ -2,8 +2,8 @@
 
 #include "burden/calculator.h"
 #include "burden/calculator_texts.h"
+#include "foundation/array_helpers.h"
 #include "platform/prompts.h"
-#include "study/array_helpers.h"
 #include "study/asg_labels.h"
 #include "study/asg_map.h"
 

@@ -1,15 +1,15 @@
 #pragma once
 // The calculators' own words: captions, heads and messages, kept to the letter.
 
+#include "platform/texts.h"
+
 #include <QString>
 #include <array>
 
 namespace vesk::calculator_texts {
 
-// The texts below are Latin-1 literals; this gives one as the QString a prompt or caption takes.
-inline QString text(const char* s) {
-    return QString::fromLatin1(s);
-}
+// The one text() of every texts header, for the places that name it as this header's own.
+using vesk::text;
 
 // Captions.
 inline constexpr const char* kFormCaption = "Calculator";

@@ -1,12 +1,12 @@
 #include "burden/kernel.h"
 
 #include "burden/kernel_texts.h"
-#include "platform/runtime.h"
 #include "foundation/error_store.h"
+#include "foundation/runtime_error.h"
+#include "platform/runtime.h"
 
 #include <cmath>
 #include <optional>
-#include <stdexcept>
 
 namespace vesk {
 
@@ -14,17 +14,12 @@ using namespace kernel_texts;
 
 namespace {
 
-// A run-time failure inside a statement, with the runtime's number and words.
-struct Fault {
-    int number;
-    const char* words;
-};
-
-[[noreturn]] void fail(int number, const char* words) {
-    throw Fault{number, words};
+// A run-time failure inside a statement, with the runtime's number and its words from the one table.
+[[noreturn]] void fail(int number) {
+    throw RuntimeError(number);
 }
 [[noreturn]] void overflow() {
-    fail(kErrOverflow, kOverflow);
+    fail(runtime_error::kOverflow);
 }
 
 // The error handler of a kernel function: every failure goes to the error store under the
@@ -33,15 +28,14 @@ class ResumeNext {
 public:
     explicit ResumeNext(const char* source) : source_(QString::fromLatin1(source)) {}
 
-    void raise(int number, const char* words) const {
-        ErrorStore(number, QString::fromLatin1(words), source_);
-    }
+    void raise(int number, const char* words) const { raise(number, QString::fromLatin1(words)); }
+    void raise(int number, const QString& words) const { ErrorStore(number, words, source_); }
 
     // One statement: a failure leaves whatever it was to assign as it was.
     template <class Statement> void run(Statement&& statement) const {
         try {
             statement();
-        } catch (const Fault& f) {
+        } catch (const RuntimeError& f) {
             raise(f.number, f.words);
         }
     }
@@ -51,7 +45,7 @@ public:
     template <class Condition> bool test(Condition&& condition) const {
         try {
             return condition();
-        } catch (const Fault& f) {
+        } catch (const RuntimeError& f) {
             raise(f.number, f.words);
             return true;
         }
@@ -79,7 +73,7 @@ double operand(const Cell& c) {
     case Cell::Kind::Number:
         return c.toDouble();
     case Cell::Kind::Null:
-        fail(kErrInvalidNull, kInvalidNull);
+        fail(runtime_error::kInvalidUseOfNull);
     case Cell::Kind::Text:
         if (const auto v = textNumber(c.toString()))
             return *v;
@@ -87,7 +81,7 @@ double operand(const Cell& c) {
     case Cell::Kind::Array:
         break;
     }
-    fail(kErrTypeMismatch, kTypeMismatch);
+    fail(runtime_error::kTypeMismatch);
 }
 
 // A cell as one side of a numeric comparison: Null gives no value, and the comparison is not true.
@@ -111,7 +105,7 @@ bool equalsEmptyText(const Cell& c) {
     case Cell::Kind::Array:
         break;
     }
-    fail(kErrTypeMismatch, kTypeMismatch);
+    fail(runtime_error::kTypeMismatch);
 }
 
 double finite(double v) {
@@ -146,7 +140,7 @@ double quot(double numerator, double denominator) {
     if (denominator == 0.0) {
         if (numerator == 0.0)
             overflow(); // 0/0
-        fail(kErrDivisionByZero, kDivisionByZero);
+        fail(runtime_error::kDivisionByZero);
     }
     return finite(numerator / denominator);
 }

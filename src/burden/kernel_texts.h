@@ -3,6 +3,8 @@
 // under. Kept to the letter; several checks speak of another parameter than the one they test,
 // and that is how the messages read.
 
+#include "platform/texts.h"
+
 namespace vesk::kernel_texts {
 
 // Sources, as they appear in the error store's third column.
@@ -28,17 +30,5 @@ inline constexpr int kErrYLLr = -10;    // FnYLLF: r < 0 or r >= 1, words kRRang
 inline constexpr int kErrYLLk = -11;    // FnYLLF: K < 0 or K > 1, words kKRangeYLL
 inline constexpr int kErrYLLBeta = -13; // FnYLLF: Beta < 0 or Beta >= 1, words kBetaRange
 inline constexpr int kErrYLLc = -14;    // FnYLLF: C <= 0, words kCRangeYLL
-
-// Run-time failures inside the formulas, stored under the runtime's own numbers and words.
-inline constexpr int kErrOverflow = 6;
-inline constexpr const char* kOverflow = "Overflow";
-inline constexpr int kErrSubscript = 9;
-inline constexpr const char* kSubscript = "Subscript out of range";
-inline constexpr int kErrDivisionByZero = 11;
-inline constexpr const char* kDivisionByZero = "Division by zero";
-inline constexpr int kErrTypeMismatch = 13;
-inline constexpr const char* kTypeMismatch = "Type mismatch";
-inline constexpr int kErrInvalidNull = 94;
-inline constexpr const char* kInvalidNull = "Invalid use of Null";
 
 } // namespace vesk::kernel_texts

@@ -44,7 +44,7 @@ QString declaredType(int typeCode, int size);
 // The name of the CHECK constraint of a rule that has no validation text: the old engine's own
 // words for a refused value. The structure check reads such a name as no validation text.
 QString ruleWithoutTextMessage(const QString& rule, const QString& table, const QString& field);
-inline const QString kRuleWithoutTextOpening =
-    QStringLiteral("One or more values are prohibited by the validation rule '");
+inline constexpr const char* kRuleWithoutTextOpening =
+    "One or more values are prohibited by the validation rule '";
 
 } // namespace vesk

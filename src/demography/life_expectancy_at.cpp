@@ -1,5 +1,6 @@
 #include "demography/life_expectancy_at.h"
 
+#include "foundation/runtime_error.h"
 #include "platform/runtime.h"
 
 #include <stdexcept>
@@ -7,9 +8,6 @@
 namespace vesk {
 
 namespace {
-
-// The runtime's words for error 9, which the caller's handler stores.
-constexpr const char* kSubscript = "Subscript out of range";
 
 int columnOf(const QString& sexLetter) {
     if (sexLetter == QLatin1String("F"))
@@ -26,7 +24,7 @@ int columnOf(const QString& sexLetter) {
 float FnLifeExpAt(const CellArray& MtxLTS, float a, const QString& sexLetter) {
     const int col = columnOf(sexLetter);
     if (MtxLTS.rank() != 2 || MtxLTS.size(0) == 0)
-        throw std::out_of_range(kSubscript);
+        throw std::out_of_range(runtimeWords(runtime_error::kSubscriptOutOfRange).toStdString());
 
     const float whole = static_cast<float>(vbInt(a));
     const double age = whole;

@@ -22,7 +22,7 @@ namespace vesk {
 // This function has no error handler of its own: a subscript error (a "P" on a three-column table,
 // or a table that is not a two-dimensional matrix with rows) throws std::out_of_range whose what()
 // is "Subscript out of range", for the caller's handler, which stores it as error 9
-// (kernel_texts::kErrSubscript) under its own name.
+// (runtime_error::kSubscriptOutOfRange) under its own name.
 float FnLifeExpAt(const CellArray& MtxLTS, float a, const QString& sexLetter);
 
 } // namespace vesk

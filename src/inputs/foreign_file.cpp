@@ -141,7 +141,7 @@ bool FnWriteArr(const CellArray& array, int mode, const QString& fileType, const
                         QStringLiteral("'%1' names no kind of file that can be written.").arg(path));
     }
     if (!ok) {
-        prompts().ask(lastForeignError().description, Buttons::Ok, Icon::Critical);
+        prompts().ask(lastForeignError().words, Buttons::Ok, Icon::Critical);
         return false;
     }
     prompts().ask(texts::kDataStoredInFile + path, Buttons::Ok, Icon::Information);

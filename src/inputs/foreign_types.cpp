@@ -268,22 +268,22 @@ FolderAndBase splitFolderAndBase(const QString& path) {
 }
 
 namespace {
-ForeignError& errorSlot() {
-    static ForeignError e;
+RuntimeError& errorSlot() {
+    static RuntimeError e(0, QString());
     return e;
 }
 } // namespace
 
-const ForeignError& lastForeignError() {
+const RuntimeError& lastForeignError() {
     return errorSlot();
 }
 
 void setForeignError(int number, const QString& description) {
-    errorSlot() = {number, description};
+    errorSlot() = RuntimeError(number, description);
 }
 
 void clearForeignError() {
-    errorSlot() = {};
+    errorSlot() = RuntimeError(0, QString());
 }
 
 } // namespace vesk

@@ -3,6 +3,7 @@
 // array, the `create table` text built from them and read back by the file drivers, and the folder
 // and base name of a dBase path.
 
+#include "foundation/runtime_error.h"
 #include "platform/cell_array.h"
 
 #include <QList>
@@ -70,12 +71,9 @@ struct ForeignTable {
     int rowCount() const { return rows.rank() == 2 ? rows.size(0) : 0; }
 };
 
-// The last failure of the layer, as the engine would have raised it: a number and a description.
-struct ForeignError {
-    int number = 0;
-    QString description;
-};
-const ForeignError& lastForeignError();
+// The last failure of the layer, as the engine would have raised it: its number and words (number 0
+// and no words when the last operation succeeded).
+const RuntimeError& lastForeignError();
 void setForeignError(int number, const QString& description);
 void clearForeignError();
 

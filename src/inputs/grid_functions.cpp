@@ -57,7 +57,7 @@ void FnFillGrid(const CellArray& values, GridModel& grid, int fixedCols, int fix
 namespace {
 CellArray block(const GridModel& grid, int r1, int c1, int r2, int c2) {
     if (r2 < r1 || c2 < c1)
-        throw GridError(9, QStringLiteral("Subscript out of range"));
+        throw RuntimeError(runtime_error::kSubscriptOutOfRange);
     CellArray out{r2 - r1 + 1, c2 - c1 + 1};
     for (int r = r1; r <= r2; ++r)
         for (int c = c1; c <= c2; ++c)
@@ -124,6 +124,5 @@ Cell FnRsToArr(QSqlQuery& rs) {
     result(1) = Cell(std::move(names));
     return Cell(std::move(result));
 }
-
 
 } // namespace vesk

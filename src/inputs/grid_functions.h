@@ -3,26 +3,15 @@
 // style of directly edited grids. Array dimension 1 runs over grid rows, dimension 2 over grid
 // columns; the body of a grid is what lies behind its fixed bands.
 
-#include "platform/grid_model.h"
+#include "foundation/runtime_error.h"
 #include "platform/cell_array.h"
+#include "platform/grid_model.h"
 
 #include <QStringList>
-#include <stdexcept>
 
 class QSqlQuery;
 
 namespace vesk {
-
-// A run-time error of the helpers, for the caller to report: its number and description.
-class GridError : public std::runtime_error {
-public:
-    GridError(int number, const QString& description)
-        : std::runtime_error(description.toStdString()), number_(number) {}
-    int number() const { return number_; }
-
-private:
-    int number_;
-};
 
 // Fills the body from the array: the grid takes the array's rows and columns behind its fixed
 // bands, the headers (when given) go into the last fixed row, the last fixed column numbers the
@@ -35,7 +24,7 @@ void FnArrToGrid(const CellArray& values, GridModel& grid, const QStringList* he
 // `option` >= 0 asks the view to fit its columns with that many pixels to spare; -1 leaves them.
 void FnFillGrid(const CellArray& values, GridModel& grid, int fixedCols, int fixedRows, int option = -1);
 
-// The body as texts (rows, columns). A grid without body rows or columns raises GridError 9
+// The body as texts (rows, columns). A grid without body rows or columns raises RuntimeError 9
 // ("Subscript out of range").
 CellArray FnGridToArr(const GridModel& grid);
 // The selected block as texts, whichever way it was dragged.
@@ -45,6 +34,5 @@ CellArray FnGridSelToArr(const GridModel& grid);
 // grids; cell 1 the vector of field names. Empty for a recordset without rows. The query is
 // expected active, as exec() leaves it.
 Cell FnRsToArr(QSqlQuery& recordset);
-
 
 } // namespace vesk

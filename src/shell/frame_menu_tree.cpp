@@ -1,23 +1,12 @@
 #include "shell/frame_menu_tree.h"
 
+#include "shell/frame_texts.h"
+
 #include <QHash>
 
 namespace vesk {
 
 namespace {
-
-// The captions shared by the three Results branches.
-#define PCT_YLL "Percentage Distribution of Y&LLs among specific causes"
-#define PCT_IYLD "Percentage Distribution of IYL&Ds among specific causes"
-#define PCT_IDALY "Percentage Distribution of ID&ALYs among specific causes"
-#define PCT_PYLD "Percentage Distribution of PYL&Ds among specific causes"
-#define PCT_PDALY "Percentage Distribution of PD&ALYs among specific causes"
-#define N_LEADING "&N Leading Causes"
-#define DT_YLL "Y&LL by Age, Sex and Cause"
-#define DT_IYLD "IYL&D by Age,Sex and Cause"
-#define DT_IDALY "ID&ALY by Age,Sex and Cause"
-#define DT_PYLD "PYL&D by Age,Sex and Cause"
-#define DT_PDALY "PD&ALY by Age,Sex and Cause"
 
 const std::vector<MenuItemDef> kTree = {
     {"mnu_file", "&File", ""},
@@ -96,66 +85,66 @@ const std::vector<MenuItemDef> kTree = {
     {"mnu_pag2", "&PAG2", "mnu_res"},
     {"mnu_Pag2iDaly", "&IDALY", "mnu_pag2"},
     {"mnu_pag2SumTab", "&Summary Tables", "mnu_Pag2iDaly"},
-    {"mnu_Pag2IdPdYll", PCT_YLL, "mnu_pag2SumTab"},
-    {"mnu_Pag2YldSpCa", PCT_IYLD, "mnu_pag2SumTab"},
-    {"mnu_pag2DalySpCa", PCT_IDALY, "mnu_pag2SumTab"},
-    {"mnu_Pag2nLdCauses", N_LEADING, "mnu_pag2SumTab"},
+    {"mnu_Pag2IdPdYll", frame_texts::kPctYll, "mnu_pag2SumTab"},
+    {"mnu_Pag2YldSpCa", frame_texts::kPctIyld, "mnu_pag2SumTab"},
+    {"mnu_pag2DalySpCa", frame_texts::kPctIdaly, "mnu_pag2SumTab"},
+    {"mnu_Pag2nLdCauses", frame_texts::kNLeading, "mnu_pag2SumTab"},
     {"mnu_IdDtTables", "Detail &Tables", "mnu_Pag2iDaly"},
-    {"mnu_Pg2yllAgSxCa", DT_YLL, "mnu_IdDtTables"},
-    {"mnu_Pg2YldAgSxCa", DT_IYLD, "mnu_IdDtTables"},
-    {"mnu_Pg2DalyAgSxCa", DT_IDALY, "mnu_IdDtTables"},
+    {"mnu_Pg2yllAgSxCa", frame_texts::kDtYll, "mnu_IdDtTables"},
+    {"mnu_Pg2YldAgSxCa", frame_texts::kDtIyld, "mnu_IdDtTables"},
+    {"mnu_Pg2DalyAgSxCa", frame_texts::kDtIdaly, "mnu_IdDtTables"},
     {"mnu_Pag2PDaly", "&PDALY", "mnu_pag2"},
     {"mnu_Pg2pDySt", "&Summary Tables", "mnu_Pag2PDaly"},
-    {"mnu_Pag2YllAsSpCauses", PCT_YLL, "mnu_Pg2pDySt"},
-    {"mnu_Pg2PYldAgSpCa", PCT_PYLD, "mnu_Pg2pDySt"},
-    {"mnu_Pg2PDalyAgSpCa", PCT_PDALY, "mnu_Pg2pDySt"},
-    {"mnu_Pg2NLdCauses", N_LEADING, "mnu_Pg2pDySt"},
+    {"mnu_Pag2YllAsSpCauses", frame_texts::kPctYll, "mnu_Pg2pDySt"},
+    {"mnu_Pg2PYldAgSpCa", frame_texts::kPctPyld, "mnu_Pg2pDySt"},
+    {"mnu_Pg2PDalyAgSpCa", frame_texts::kPctPdaly, "mnu_Pg2pDySt"},
+    {"mnu_Pg2NLdCauses", frame_texts::kNLeading, "mnu_Pg2pDySt"},
     {"mnu_pg2DtTb", "Detail &Tables", "mnu_Pag2PDaly"},
-    {"mnu_pg2PYllAgSxCa", DT_YLL, "mnu_pg2DtTb"},
-    {"mnu_pg2PYldAgSxCa", DT_PYLD, "mnu_pg2DtTb"},
-    {"mnu_pg2PDalyAgSxCa", DT_PDALY, "mnu_pg2DtTb"},
+    {"mnu_pg2PYllAgSxCa", frame_texts::kDtYll, "mnu_pg2DtTb"},
+    {"mnu_pg2PYldAgSxCa", frame_texts::kDtPyld, "mnu_pg2DtTb"},
+    {"mnu_pg2PDalyAgSxCa", frame_texts::kDtPdaly, "mnu_pg2DtTb"},
     {"mnu_Pag1Results", "&PAG1", "mnu_res"},
     {"mnu_pag1Idaly", "&IDALY", "mnu_Pag1Results"},
     {"mnu_Pg1SumTbls", "&Summary Tables", "mnu_pag1Idaly"},
-    {"mnu_pg1YllSpCa", PCT_YLL, "mnu_Pg1SumTbls"},
-    {"mnu_Pg1YldSpCa", PCT_IYLD, "mnu_Pg1SumTbls"},
-    {"mnu_pg1DalySpCa", PCT_IDALY, "mnu_Pg1SumTbls"},
+    {"mnu_pg1YllSpCa", frame_texts::kPctYll, "mnu_Pg1SumTbls"},
+    {"mnu_Pg1YldSpCa", frame_texts::kPctIyld, "mnu_Pg1SumTbls"},
+    {"mnu_pg1DalySpCa", frame_texts::kPctIdaly, "mnu_Pg1SumTbls"},
     {"mnu_Pg1DtTb", "Detail &Tables", "mnu_pag1Idaly"},
-    {"mnu_pg1YllAgSxCa", DT_YLL, "mnu_Pg1DtTb"},
-    {"mnu_pg1YldAgSxCa", DT_IYLD, "mnu_Pg1DtTb"},
-    {"mnu_pg1DalyAgSxCa", DT_IDALY, "mnu_Pg1DtTb"},
+    {"mnu_pg1YllAgSxCa", frame_texts::kDtYll, "mnu_Pg1DtTb"},
+    {"mnu_pg1YldAgSxCa", frame_texts::kDtIyld, "mnu_Pg1DtTb"},
+    {"mnu_pg1DalyAgSxCa", frame_texts::kDtIdaly, "mnu_Pg1DtTb"},
     {"mnu_pag1Pdaly", "&PDALY", "mnu_Pag1Results"},
     {"mnu_Ppg1SmTbls", "&Summary Details", "mnu_pag1Pdaly"},
-    {"mnu_pg1YllPSpCa", PCT_YLL, "mnu_Ppg1SmTbls"},
-    {"mnu_Pg1PYldSpCa", PCT_PYLD, "mnu_Ppg1SmTbls"},
-    {"mnu_PPg1DalySpCa", PCT_PDALY, "mnu_Ppg1SmTbls"},
+    {"mnu_pg1YllPSpCa", frame_texts::kPctYll, "mnu_Ppg1SmTbls"},
+    {"mnu_Pg1PYldSpCa", frame_texts::kPctPyld, "mnu_Ppg1SmTbls"},
+    {"mnu_PPg1DalySpCa", frame_texts::kPctPdaly, "mnu_Ppg1SmTbls"},
     {"mnu_pg1PDtTables", "Detail &Tables", "mnu_pag1Pdaly"},
-    {"mnu_pg1PYllAgSxCa", DT_YLL, "mnu_pg1PDtTables"},
-    {"mnu_Pg1PyldAgSxCa", DT_PYLD, "mnu_pg1PDtTables"},
-    {"mnu_Pg1PDalyAgSxCa", DT_PDALY, "mnu_pg1PDtTables"},
+    {"mnu_pg1PYllAgSxCa", frame_texts::kDtYll, "mnu_pg1PDtTables"},
+    {"mnu_Pg1PyldAgSxCa", frame_texts::kDtPyld, "mnu_pg1PDtTables"},
+    {"mnu_Pg1PDalyAgSxCa", frame_texts::kDtPdaly, "mnu_pg1PDtTables"},
     {"mnu_pag1Graphs", "&Graphs", "mnu_Pag1Results"},
     {"mnu_Pag1GraphExportdata", "Graph &Export Data", "mnu_Pag1Results"},
     {"mnu_bpu", "&BPU", "mnu_res"},
     {"mnu_bpuIDaly", "&IDALY", "mnu_bpu"},
     {"mnu_Idalysumtabl", "&Summary Tables", "mnu_bpuIDaly"},
-    {"mnu_bpuPDYllSpcauses", PCT_YLL, "mnu_Idalysumtabl"},
-    {"mnu_bpuIDalyPdYldspcauses", PCT_IYLD, "mnu_Idalysumtabl"},
-    {"mnu_bpuiDalyPdDalyspcauses", PCT_IDALY, "mnu_Idalysumtabl"},
-    {"mnu_nLdCauses", N_LEADING, "mnu_Idalysumtabl"},
+    {"mnu_bpuPDYllSpcauses", frame_texts::kPctYll, "mnu_Idalysumtabl"},
+    {"mnu_bpuIDalyPdYldspcauses", frame_texts::kPctIyld, "mnu_Idalysumtabl"},
+    {"mnu_bpuiDalyPdDalyspcauses", frame_texts::kPctIdaly, "mnu_Idalysumtabl"},
+    {"mnu_nLdCauses", frame_texts::kNLeading, "mnu_Idalysumtabl"},
     {"mnu_BpuDtTables", "Detail &Tables", "mnu_bpuIDaly"},
-    {"mnu_IdYllAgSxCa", DT_YLL, "mnu_BpuDtTables"},
-    {"mnu_idalyYldAgSxCu", DT_IYLD, "mnu_BpuDtTables"},
-    {"mnu_iDalyAgSxCa", DT_IDALY, "mnu_BpuDtTables"},
+    {"mnu_IdYllAgSxCa", frame_texts::kDtYll, "mnu_BpuDtTables"},
+    {"mnu_idalyYldAgSxCu", frame_texts::kDtIyld, "mnu_BpuDtTables"},
+    {"mnu_iDalyAgSxCa", frame_texts::kDtIdaly, "mnu_BpuDtTables"},
     {"mnu_bpuPdaly", "&PDALY", "mnu_bpu"},
     {"mnu_BpPSmTbls", "&Summary Tables", "mnu_bpuPdaly"},
-    {"mnu_BpuPYllPdSpCa", PCT_YLL, "mnu_BpPSmTbls"},
-    {"mnu_BpPYldPAgCa", PCT_PYLD, "mnu_BpPSmTbls"},
-    {"mnu_BpPPdAgSx", PCT_PDALY, "mnu_BpPSmTbls"},
-    {"mnu_BpPNLdCauses", N_LEADING, "mnu_BpPSmTbls"},
+    {"mnu_BpuPYllPdSpCa", frame_texts::kPctYll, "mnu_BpPSmTbls"},
+    {"mnu_BpPYldPAgCa", frame_texts::kPctPyld, "mnu_BpPSmTbls"},
+    {"mnu_BpPPdAgSx", frame_texts::kPctPdaly, "mnu_BpPSmTbls"},
+    {"mnu_BpPNLdCauses", frame_texts::kNLeading, "mnu_BpPSmTbls"},
     {"mnu_BpDtPTbls", "Detail &Tables", "mnu_bpuPdaly"},
-    {"mnu_BpPYllAgSxCa", DT_YLL, "mnu_BpDtPTbls"},
-    {"mnu_BpPYldAgSxCa", DT_PYLD, "mnu_BpDtPTbls"},
-    {"mnu_BpPDalyAgSxCa", DT_PDALY, "mnu_BpDtPTbls"},
+    {"mnu_BpPYllAgSxCa", frame_texts::kDtYll, "mnu_BpDtPTbls"},
+    {"mnu_BpPYldAgSxCa", frame_texts::kDtPyld, "mnu_BpDtPTbls"},
+    {"mnu_BpPDalyAgSxCa", frame_texts::kDtPdaly, "mnu_BpDtPTbls"},
     {"mnu_bpuGraphs", "&Graphs", "mnu_bpu"},
     {"mnu_bpuGraphExptDat", "Graph &Export Data", "mnu_bpu"},
     {"mnu_popPryd", "Population &Pyramid", "mnu_res"},
@@ -176,17 +165,17 @@ const std::vector<MenuItemDef> kTree = {
     {"mnu_avesk", "&About VESK", "mnu_Help"},
 };
 
-#undef PCT_YLL
-#undef PCT_IYLD
-#undef PCT_IDALY
-#undef PCT_PYLD
-#undef PCT_PDALY
-#undef N_LEADING
-#undef DT_YLL
-#undef DT_IYLD
-#undef DT_IDALY
-#undef DT_PYLD
-#undef DT_PDALY
+#undef frame_texts::kPctYll
+#undef frame_texts::kPctIyld
+#undef frame_texts::kPctIdaly
+#undef frame_texts::kPctPyld
+#undef frame_texts::kPctPdaly
+#undef frame_texts::kNLeading
+#undef frame_texts::kDtYll
+#undef frame_texts::kDtIyld
+#undef frame_texts::kDtIdaly
+#undef frame_texts::kDtPyld
+#undef frame_texts::kDtPdaly
 
 const std::vector<ToolbarButtonDef> kToolbar = {
     {1, "Setup"}, {2, "Open File"}, {3, "Dictionaries"}, {4, "Close Database"}, {5, "Exit"},

@@ -2,8 +2,8 @@
 
 #include "database/db_connection.h"
 #include "database/study_context.h"
+#include "foundation/array_helpers.h"
 #include "foundation/settings.h"
-#include "study/array_helpers.h"
 #include "study/asg_labels.h"
 
 #include <QRegularExpression>
@@ -35,7 +35,7 @@ QString quotedTable(const QString& name) {
     static const QRegularExpression plain(QStringLiteral("^[A-Za-z_][A-Za-z0-9_]*$"));
     const QString t = name.trimmed();
     if (!plain.match(t).hasMatch())
-        throw AsgError(3078, QStringLiteral("Could not find the input table or query '%1'").arg(name));
+        throw RuntimeError(3078, QStringLiteral("Could not find the input table or query '%1'").arg(name));
     return u'"' + t + u'"';
 }
 
@@ -43,7 +43,7 @@ QString quotedTable(const QString& name) {
     const QSqlError e = q.lastError();
     bool ok = false;
     const int number = e.nativeErrorCode().toInt(&ok);
-    throw AsgError(ok ? number : 3000, e.text());
+    throw RuntimeError(ok ? number : 3000, e.text());
 }
 
 // The counts under each label of one set, and the flag set by a non-zero count.

@@ -24,7 +24,7 @@ QString asgCsmTableName();
 
 // For each label of the YLD set (ASGDfn mode 1 on arrAgeDfn): the count of rows of `adwTable` under
 // that label for the study's units, as a (labels, 0..1) array of (label, ctr). A non-zero count sets
-// FlagDataADW. With no units the result is Empty and the flag stays as it was. Throws AsgError when
+// FlagDataADW. With no units the result is Empty and the flag stays as it was. Throws RuntimeError when
 // a query fails or the table name is not a plain identifier.
 Cell FnAsgDataYld(const QSqlDatabase& db, const CellArray& arrAgeDfn, const QStringList& bpuIds,
                   const QString& adwTable = asgAdwTableName());
@@ -46,7 +46,7 @@ CellArray canModifyAsg();
 QStringList asgDataTables();
 
 // Whether the unit `bpuId` has any row in one of `tables`: true at the first table with a row.
-// Throws AsgError when a query fails or a name is not a plain identifier.
+// Throws RuntimeError when a query fails or a name is not a plain identifier.
 bool FnBpuHasData(const QSqlDatabase& db, const QString& bpuId, const QStringList& tables = asgDataTables());
 // The same in the current study's database over the context's TblNmLst; false with no database.
 bool FnBpuHasData(const QString& bpuId);

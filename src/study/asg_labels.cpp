@@ -1,9 +1,9 @@
 #include "study/asg_labels.h"
 
 #include "database/study_context.h"
+#include "foundation/array_helpers.h"
 #include "platform/prompts.h"
 #include "platform/runtime.h"
-#include "study/array_helpers.h"
 #include "study/asg_texts.h"
 
 #include <exception>
@@ -15,9 +15,9 @@ namespace {
 // The numeric entries of one column, in row order.
 QList<double> numericColumn(const CellArray& boundaries, int column) {
     if (boundaries.rank() == 0)
-        throw AsgError(13, QStringLiteral("Type mismatch"));
+        throw RuntimeError(runtime_error::kTypeMismatch);
     if (boundaries.rank() != 2 || column < boundaries.lbound(1) || column > boundaries.ubound(1))
-        throw AsgError(9, QStringLiteral("Subscript out of range"));
+        throw RuntimeError(runtime_error::kSubscriptOutOfRange);
     QList<double> ages;
     for (int i = boundaries.lbound(0); i <= boundaries.ubound(0); ++i) {
         const Cell& c = boundaries(i, column);
@@ -30,7 +30,7 @@ QList<double> numericColumn(const CellArray& boundaries, int column) {
 CellArray sortedLabels(const QStringList& labels) {
     // Two labels per entry and no entry: the array cannot be sized.
     if (labels.isEmpty())
-        throw AsgError(9, QStringLiteral("Subscript out of range"));
+        throw RuntimeError(runtime_error::kSubscriptOutOfRange);
     CellArray out({static_cast<int>(labels.size())});
     for (int i = 0; i < labels.size(); ++i)
         out(i) = Cell(labels[i]);
@@ -101,7 +101,7 @@ namespace {
 
 void parseLabels(const CellArray* labels, CellArray& result) {
     if (!labels || labels->rank() != 1)
-        throw AsgError(13, QStringLiteral("Type mismatch"));
+        throw RuntimeError(runtime_error::kTypeMismatch);
     result = CellArray(std::vector<Bound>{{labels->lbound(0), labels->ubound(0)}, {0, 2}});
     for (int i = labels->lbound(0); i <= labels->ubound(0); ++i) {
         const QString label = (*labels)(i).toString();

@@ -32,7 +32,7 @@ inline constexpr int kAsgPnd = 2;
 // The labels of column `column` of an age-boundary array (rows, columns): for each numeric entry, in
 // row order, an M and an F label; the last entry opens the interval to the end of life. The ages are
 // taken as typed, with no test that they ascend. Sorted as text. An empty column gives a rank-0 array.
-// Throws std::out_of_range ("Subscript out of range") for a column outside the array.
+// Throws RuntimeError 9 ("Subscript out of range") for a column outside the array.
 CellArray FnAsgLabels(const CellArray& boundaries, int column);
 // The same with the letter P and one label per entry.
 CellArray FnAsgLabelsP(const CellArray& boundaries, int column);

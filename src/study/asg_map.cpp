@@ -1,8 +1,8 @@
 #include "study/asg_map.h"
 
+#include "foundation/array_helpers.h"
 #include "platform/prompts.h"
 #include "platform/runtime.h"
-#include "study/array_helpers.h"
 #include "study/asg_labels.h"
 #include "study/asg_texts.h"
 

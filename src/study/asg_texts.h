@@ -1,6 +1,8 @@
 #pragma once
 // The words of the age-sex group routines and of the age-interval dialog, kept to the letter.
 
+#include "platform/texts.h"
+
 namespace vesk::asg_texts {
 
 // ASGDfn and its callers.

@@ -1,9 +1,9 @@
 #include "study/population_units.h"
 
 #include "database/study_context.h"
+#include "foundation/array_helpers.h"
 #include "platform/prompts.h"
 #include "platform/runtime.h"
-#include "study/array_helpers.h"
 #include "study/asg_data.h"
 #include "study/population_units_texts.h"
 #include "study/study_setup_report.h"
@@ -255,8 +255,8 @@ bool PopulationUnits::deleteBPU(const QString& id, const QStringList& dataTables
     bool hasData = false;
     try {
         hasData = FnBpuHasData(db_.database(), id, dataTables);
-    } catch (const AsgError& error) {
-        prompts().ask(QString::number(error.number()) + u' ' + QString::fromStdString(error.what()));
+    } catch (const RuntimeError& error) {
+        prompts().ask(QString::number(error.number) + u' ' + QString::fromStdString(error.what()));
         return false;
     }
     QSqlError e;

@@ -3,7 +3,7 @@
 #include "foundation/settings.h"
 #include "platform/prompts.h"
 #include "platform/runtime.h"
-#include "study/array_helpers.h"
+#include "foundation/array_helpers.h"
 #include "study/asg_data.h"
 #include "study/asg_labels.h"
 #include "study/asg_map.h"

@@ -1,7 +1,7 @@
 #include "study/study_setup_session.h"
 
 #include "platform/prompts.h"
-#include "study/array_helpers.h"
+#include "foundation/array_helpers.h"
 #include "study/study_setup_causes.h"
 #include "study/study_setup_input.h"
 #include "study/study_setup_report.h"
@@ -108,8 +108,8 @@ bool StudySetupSession::applyTab(int tab) {
         default:
             return false;
         }
-    } catch (const AsgError& e) {
-        prompts().ask(QString::number(e.number()) + QLatin1Char(' ') + QString::fromLocal8Bit(e.what()));
+    } catch (const RuntimeError& e) {
+        prompts().ask(QString::number(e.number) + QLatin1Char(' ') + QString::fromLocal8Bit(e.what()));
         return false;
     }
     if (done)

@@ -2,14 +2,14 @@
 // The words of Study Setup (DEFINESTUDY1, "Define Study"): captions, messages and titles, kept to
 // the letter, misspellings and blanks included.
 
+#include "platform/texts.h"
+
 #include <QString>
 
 namespace vesk::setup_texts {
 
-// The texts below are Latin-1 literals; this gives one as the QString a prompt or caption takes.
-inline QString text(const char* s) {
-    return QString::fromLatin1(s);
-}
+// The one text() of every texts header, for the places that name it as this header's own.
+using vesk::text;
 
 // The form and its tabs.
 inline constexpr const char* kCaption = "Define Study";

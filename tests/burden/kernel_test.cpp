@@ -3,6 +3,7 @@
 #include "burden/kernel.h"
 #include "burden/kernel_texts.h"
 #include "burden/parameter_sets.h"
+#include "foundation/runtime_error.h"
 #include "kernel_fixture.h"
 
 #include <cmath>
@@ -329,4 +330,24 @@ TEST(ParameterSets, BuiltInSetsAsTheGridsShowThem) {
     EXPECT_STREQ(kBuiltInParameterSets[3].K, "0");
     EXPECT_STREQ(kBuiltInParameterSets[2].r, "0");
     EXPECT_STREQ(kParameterGridColumns[3], "Beta");
+}
+
+// --- The runtime's words ----------------------------------------------------------------------------
+
+TEST_F(Kernel, AFailureInsideAFormulaIsStoredWithTheWordsOfTheOneTable) {
+    FnYLLF(30, 50, 0, 1, Cell(0.0), kC);
+    FnPYLD(30, 0.2f, 1, Cell("abc"), kC, 3);
+    FnYLLF(30, 50, 0.03f, 1, Cell::null(), kC);
+    const std::vector<StoredError> stored = storedErrors();
+    ASSERT_FALSE(stored.empty());
+    int fromTheTable = 0;
+    for (const auto& [number, words, source] : stored) {
+        if (number < 0)
+            continue; // the kernel's own checks keep their own words
+        EXPECT_EQ(words, runtimeWords(number)) << number;
+        ++fromTheTable;
+    }
+    EXPECT_GE(fromTheTable, 3);
+    EXPECT_EQ(std::get<0>(stored.front()), runtime_error::kDivisionByZero);
+    EXPECT_EQ(std::get<0>(stored.back()), runtime_error::kInvalidUseOfNull);
 }

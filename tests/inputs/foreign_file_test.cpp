@@ -202,7 +202,7 @@ TEST_F(ForeignFile, ATableThatExistsIsNotMadeTwice) {
         ASSERT_TRUE(FnWriteArrFile(a, path(f), "T", {"a"})) << f;
         EXPECT_FALSE(FnWriteArrFile(a, path(f), "t", {"a"})) << f;
         EXPECT_EQ(lastForeignError().number, 3010);
-        EXPECT_EQ(lastForeignError().description, "Table 't' already exists.");
+        EXPECT_EQ(lastForeignError().words, "Table 't' already exists.");
     }
     ASSERT_TRUE(FnWriteArrFile(a, path("T.dbf"), "", {"a"}));
     EXPECT_FALSE(FnWriteArrFile(a, path("t.dbf"), "", {"a"}));

@@ -147,3 +147,15 @@ TEST(ForeignKind, ByTheTrimmedUpperCasedPath) {
     EXPECT_EQ(foreignKindOfName("wk1"), ForeignKind::Wk1);
     EXPECT_EQ(foreignKindOfName(""), ForeignKind::None);
 }
+
+TEST(ForeignError, TheLastFailureIsARunTimeErrorWithTheEnginesWords) {
+    setForeignError(3010, QStringLiteral("Table 't' already exists."));
+    const RuntimeError& e = lastForeignError();
+    EXPECT_EQ(e.number, 3010);
+    EXPECT_EQ(e.words, QStringLiteral("Table 't' already exists."));
+    EXPECT_STREQ(e.what(), "Table 't' already exists.");
+    clearForeignError();
+    EXPECT_EQ(lastForeignError().number, 0);
+    EXPECT_TRUE(lastForeignError().words.isEmpty());
+    EXPECT_STREQ(lastForeignError().what(), "");
+}

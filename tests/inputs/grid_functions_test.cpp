@@ -95,8 +95,8 @@ TEST(FnGridToArr, AGridWithOnlyFixedRowsGivesAnError) {
     try {
         FnGridToArr(g);
         FAIL() << "no error";
-    } catch (const GridError& e) {
-        EXPECT_EQ(e.number(), 9);
+    } catch (const RuntimeError& e) {
+        EXPECT_EQ(e.number, 9);
         EXPECT_STREQ(e.what(), "Subscript out of range");
     }
 }

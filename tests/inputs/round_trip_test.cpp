@@ -43,7 +43,7 @@ protected:
     void roundTrip(const QString& file, const QString& tableName, const CellArray& expected,
                    const QStringList& expectedNames, double relTol = 0.0) {
         ASSERT_TRUE(FnWriteArrFile(sample(), path(file), tableName, kNames))
-            << lastForeignError().description.toStdString();
+            << lastForeignError().words.toStdString();
         QStringList names;
         const CellArray back = FnReadArrFile(path(file), tableName, &names);
         EXPECT_EQ(names, expectedNames);
@@ -103,6 +103,6 @@ TEST_F(RoundTrip, TextFileGivesTextsBack) {
 TEST_F(RoundTrip, LegacyExcelIsReadOnly) {
     EXPECT_FALSE(FnWriteArrFile(sample(), path("book.xls"), "Sample", kNames));
     EXPECT_EQ(lastForeignError().number, 3027);
-    EXPECT_TRUE(lastForeignError().description.contains(".xlsx"));
+    EXPECT_TRUE(lastForeignError().words.contains(".xlsx"));
     EXPECT_FALSE(QFile::exists(path("book.xls")));
 }

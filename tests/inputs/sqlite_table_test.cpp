@@ -59,7 +59,7 @@ TEST_F(SqliteTable, AFailingRowLeavesNoneOfTheCallsRows) {
     const CellArray rows = table({{Cell("G1"), Cell("one")}, {Cell("G2"), Cell()}});
     FnColTypes(rows, types);
     EXPECT_FALSE(FnWriteArrFile(rows, path("s.vdb"), "Grp", {}, &types));
-    EXPECT_NE(lastForeignError().description.indexOf("Row 2"), -1);
+    EXPECT_NE(lastForeignError().words.indexOf("Row 2"), -1);
     EXPECT_TRUE(FnReadArrFile(path("s.vdb"), "Grp").isEmpty());
 }
 

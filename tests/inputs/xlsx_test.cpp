@@ -80,7 +80,7 @@ TEST_F(Xlsx, ATableAddedToAnExistingWorkbookLeavesTheRestAsItWas) {
         table({{Cell("x & <y>"), Cell::date(dateSerial(QDate(1999, 12, 31))), Cell::boolean(true)},
                {Cell("  spaced  "), Cell::date(36526.25), Cell::boolean(false)}});
     ASSERT_TRUE(FnWriteArrFile(extra, file, "DATPOP", {"Unit", "When", "Value"}))
-        << lastForeignError().description.toStdString();
+        << lastForeignError().words.toStdString();
     ASSERT_TRUE(FnWriteArrFile(extra, file, "DATASDR", {"Unit", "When", "Value"}));
     QStringList names;
     EXPECT_EQ(FnReadArrFile(file, "DATPOP", &names), extra);

@@ -26,10 +26,6 @@ using namespace vesk::test;
 
 namespace {
 
-QString text(const char* s) {
-    return QString::fromUtf8(s);
-}
-
 QByteArray fileBytes(const QString& path) {
     QFile f(path);
     return f.open(QIODevice::ReadOnly) ? f.readAll() : QByteArray();

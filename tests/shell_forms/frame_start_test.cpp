@@ -22,10 +22,6 @@ using namespace vesk::test;
 
 namespace {
 
-QString text(const char* s) {
-    return QString::fromUtf8(s);
-}
-
 QList<int> values(const QSignalSpy& spy) {
     QList<int> out;
     for (const auto& args : spy)

@@ -4,8 +4,8 @@
 #include "asg_test_support.h"
 #include "database/db_connection.h"
 #include "database/study_context.h"
+#include "foundation/array_helpers.h"
 #include "foundation/settings.h"
-#include "study/array_helpers.h"
 #include "study/asg_data.h"
 #include "study/asg_labels.h"
 
@@ -163,9 +163,9 @@ TEST_F(AsgDataTest, ValuesAreBoundNotPasted) {
     // A unit id with a quote in it is a value like any other.
     addAdw("B'1", "M0");
     EXPECT_EQ(countOf(FnAsgDataYld(db_, ageDefinition(), {"B'1"}, "DatADW"), "M0"), 1);
-    EXPECT_THROW(FnAsgDataYld(db_, ageDefinition(), {"B01"}, "DatADW; drop table DatCSM"), AsgError);
+    EXPECT_THROW(FnAsgDataYld(db_, ageDefinition(), {"B01"}, "DatADW; drop table DatCSM"), RuntimeError);
     EXPECT_EQ(count("DatCSM"), 0);
-    EXPECT_THROW(FnAsgDataYld(db_, ageDefinition(), {"B01"}, "NoSuchTable"), AsgError);
+    EXPECT_THROW(FnAsgDataYld(db_, ageDefinition(), {"B01"}, "NoSuchTable"), RuntimeError);
 }
 
 TEST_F(AsgDataTest, TableNamesComeFromThePreferences) {

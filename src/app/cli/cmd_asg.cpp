@@ -1,9 +1,9 @@
 // vesk-cli asg: age-sex group labels from boundaries, and the map between two label sets.
 
 #include "app/cli/cli.h"
+#include "foundation/array_helpers.h"
 #include "platform/cell_array.h"
 #include "platform/prompts.h"
-#include "study/array_helpers.h"
 #include "study/asg_labels.h"
 #include "study/asg_map.h"
 

@@ -125,7 +125,7 @@ bool writeTable(const QString& out, const QString& table, const CellArray& rows,
         body = CellArray{0, static_cast<int>(names.size())};
     if (!FnWriteArrFile(body, out, table, names)) {
         err(QStringLiteral("vesk-cli convert: %1: %2 (error %3)")
-                .arg(out, lastForeignError().description)
+                .arg(out, lastForeignError().words)
                 .arg(lastForeignError().number));
         return false;
     }

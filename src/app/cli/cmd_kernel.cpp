@@ -2,9 +2,9 @@
 
 #include "app/cli/cli.h"
 #include "burden/kernel.h"
-#include "burden/kernel_texts.h"
 #include "demography/standard_life_table.h"
 #include "foundation/error_store.h"
+#include "foundation/runtime_error.h"
 #include "foundation/settings_file.h"
 #include "foundation/settings_file_io.h"
 #include "foundation/settings_file_keys.h"
@@ -181,7 +181,7 @@ std::optional<float> lookUpL(const LifeTableSource& src, const QStringList& fiel
     } catch (const std::out_of_range& e) {
         err(QStringLiteral("row %1: error %2: %3 (FnLifeExpAt, sex '%4')")
                 .arg(row)
-                .arg(kernel_texts::kErrSubscript)
+                .arg(runtime_error::kSubscriptOutOfRange)
                 .arg(QString::fromLatin1(e.what()), sex));
         return std::nullopt;
     }

@@ -9,27 +9,16 @@
 //   - Null makes the comparison unknown, which no test takes as true;
 //   - an array cannot be compared: 13 "Type mismatch".
 
+#include "foundation/runtime_error.h"
 #include "platform/cell_array.h"
 
 #include <QString>
 #include <optional>
-#include <stdexcept>
 
 namespace vesk {
 
-// A failure raised by these helpers and the age-sex group routines, with the runtime's number.
-class AsgError : public std::runtime_error {
-public:
-    AsgError(int number, const QString& description)
-        : std::runtime_error(description.toStdString()), number_(number) {}
-    int number() const { return number_; }
-
-private:
-    int number_;
-};
-
 // -1, 0 or 1 as a is less than, equal to or greater than b; std::nullopt when Null takes part.
-// Throws AsgError 13 for an array.
+// Throws RuntimeError 13 for an array.
 std::optional<int> CompareCells(const Cell& a, const Cell& b);
 // The tests as an If statement takes them: false whenever the comparison is unknown.
 bool cellEquals(const Cell& a, const Cell& b);
@@ -48,7 +37,7 @@ bool isBlankCell(const Cell& value);
 void FnSortArr(CellArray& array, int column, int order);
 
 // A copy without entry (or row) `index`, 0-based in the result. When nothing remains the result is
-// a CellArray of rank 0, which counts as no array. `dimensions` is 1 or 2. Throws AsgError 9 for an
+// a CellArray of rank 0, which counts as no array. `dimensions` is 1 or 2. Throws RuntimeError 9 for an
 // index outside the bounds.
 CellArray FnArrDelRow(const CellArray& array, int index, int dimensions);
 

@@ -1,10 +1,26 @@
 // The general array helpers: comparison of dynamic values, the exchange sort, row removal, compaction.
 
-#include "asg_test_support.h"
-#include "study/array_helpers.h"
+#include "foundation/array_helpers.h"
+#include "qt_printers.h"
+
+#include <QStringList>
+#include <gtest/gtest.h>
 
 using namespace vesk;
-using vesk::test::texts;
+
+namespace {
+
+// The entries of a one-dimensional array as texts; nothing for any other array.
+QStringList texts(const CellArray& a) {
+    QStringList out;
+    if (a.rank() != 1)
+        return out;
+    for (int i = a.lbound(0); i <= a.ubound(0); ++i)
+        out.push_back(a(i).toString());
+    return out;
+}
+
+} // namespace
 
 TEST(CompareCells, RuntimeRules) {
     EXPECT_EQ(CompareCells(Cell(5), Cell(10)), -1);
@@ -18,7 +34,7 @@ TEST(CompareCells, RuntimeRules) {
     EXPECT_EQ(CompareCells(Cell(), Cell()), 0);
     EXPECT_FALSE(CompareCells(Cell::null(), Cell(1)).has_value());
     EXPECT_FALSE(cellEquals(Cell::null(), Cell::null()));
-    EXPECT_THROW(CompareCells(Cell(CellArray({1})), Cell(1)), AsgError);
+    EXPECT_THROW(CompareCells(Cell(CellArray({1})), Cell(1)), RuntimeError);
 }
 
 TEST(FnSortArr, OneDimensionAscendingAndDescending) {
@@ -76,7 +92,7 @@ TEST(FnArrDelRow, OneAndTwoDimensions) {
     CellArray one({1});
     one(0) = Cell("last");
     EXPECT_EQ(FnArrDelRow(one, 0, 1).rank(), 0); // a list that loses its last row is empty
-    EXPECT_THROW(FnArrDelRow(a, 3, 1), AsgError);
+    EXPECT_THROW(FnArrDelRow(a, 3, 1), RuntimeError);
 }
 
 TEST(FnCompactArr, DropsBlanks) {

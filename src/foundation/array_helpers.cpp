@@ -1,4 +1,4 @@
-#include "study/array_helpers.h"
+#include "foundation/array_helpers.h"
 
 #include "platform/runtime.h"
 
@@ -29,7 +29,7 @@ void swapRows(CellArray& array, int i, int j) {
 
 std::optional<int> CompareCells(const Cell& a, const Cell& b) {
     if (a.isArray() || b.isArray())
-        throw AsgError(13, QStringLiteral("Type mismatch"));
+        throw RuntimeError(runtime_error::kTypeMismatch);
     if (a.isNull() || b.isNull())
         return std::nullopt;
     if (a.isEmpty() && b.isEmpty())
@@ -101,7 +101,7 @@ void FnSortArr(CellArray& array, int column, int order) {
 
 CellArray FnArrDelRow(const CellArray& array, int index, int dimensions) {
     if (array.rank() == 0 || index < array.lbound(0) || index > array.ubound(0))
-        throw AsgError(9, QStringLiteral("Subscript out of range"));
+        throw RuntimeError(runtime_error::kSubscriptOutOfRange);
     const int rows = array.size(0) - 1;
     if (rows <= 0)
         return CellArray();

@@ -40,11 +40,7 @@ inline constexpr const char* kErrorPrefix = "Error ";
 // The handler of Preferences: "The error can be " and the description.
 inline constexpr const char* kPreferencesErrorPrefix = "The error can be ";
 
-// The runtime's own descriptions of the errors the frame raises.
-inline constexpr int kErrFileNotFound = 53;
-inline constexpr const char* kErrFileNotFoundText = "File not found";
-inline constexpr int kErrPathNotFound = 76;
-inline constexpr const char* kErrPathNotFoundText = "Path not found";
+// The runtime's number for a modeless form shown over a modal one (its words: runtime_error.h).
 inline constexpr int kErrModelessOverModal = 401;
 
 // What this build says of the parts that are not built into it yet.

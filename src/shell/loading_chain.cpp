@@ -66,7 +66,7 @@ void LoadingChain::Timer1_Timer() {
     running_ = true;
     try {
         runChain();
-    } catch (const FrameError& e) {
+    } catch (const RuntimeError& e) {
         chainError(e);
     } catch (const std::exception& e) {
         chainError({0, QString::fromLocal8Bit(e.what())});
@@ -126,7 +126,7 @@ void LoadingChain::runChain() {
 bool LoadingChain::readFirstLine() {
     QFile file(settingsFilePath(appPathFor(programFolder())));
     if (!file.open(QIODevice::ReadOnly))
-        throw FrameError{t::kErrFileNotFound, text(t::kErrFileNotFoundText)};
+        throw RuntimeError(runtime_error::kFileNotFound);
     QByteArray line = file.readLine();
     while (line.endsWith('\n') || line.endsWith('\r'))
         line.chop(1);
@@ -257,14 +257,14 @@ void LoadingChain::endTick() {
     progress().setVisible(false);
 }
 
-void LoadingChain::chainError(const FrameError& e) {
+void LoadingChain::chainError(const RuntimeError& e) {
     // A routine that leaves through its handler hides the bar it showed.
     progress().setVisible(false);
     if (e.number == t::kErrModelessOverModal) {
         preferencesForm().hide();
         return;
     }
-    prompts().ask(text(t::kErrNumber) + QString::number(e.number) + text(t::kErrGap) + e.description);
+    prompts().ask(text(t::kErrNumber) + QString::number(e.number) + text(t::kErrGap) + e.words);
 }
 
 void LoadingChain::commandError(const QString& description) {

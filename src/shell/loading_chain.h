@@ -11,6 +11,7 @@
 // studyBackend(); it holds no widget. The loaders below it report what they found (LoadReport) and
 // Study Setup asks for what it needs (FrameRequest); the chain and the frame do it.
 
+#include "foundation/runtime_error.h"
 #include "study/study_setup_report.h"
 
 #include <QString>
@@ -52,12 +53,6 @@ void loadAgeGroups(StudyBackend& backend, FrameHost& host);
 // menu of a ready database, the level captions, Timer1 armed again.
 void applyFrameRequest(const FrameRequest& request);
 
-// A run-time error raised inside a command or the chain, for its handler.
-struct FrameError {
-    int number;
-    QString description;
-};
-
 class LoadingChain {
 public:
     explicit LoadingChain(FrameHost& host) : host_(host) {}
@@ -88,11 +83,11 @@ private:
     void runChain();
     bool readFirstLine(); // step 2
     bool applySettingsResult(int outcome, bool settingsOK);
-    void loadStudy();                     // step 8
-    void loadStudyRows(StudyBackend& b);  // steps 8.4 to 8.6
-    void offerErrors();                   // step 8.8
-    void endTick();                       // steps 9 and 10
-    void chainError(const FrameError& e); // step 11
+    void loadStudy();                       // step 8
+    void loadStudyRows(StudyBackend& b);    // steps 8.4 to 8.6
+    void offerErrors();                     // step 8.8
+    void endTick();                         // steps 9 and 10
+    void chainError(const RuntimeError& e); // step 11
     void commandError(const QString& description);
     void closeDatabase(bool fromToolbar);
     void copySettingsToTemp();

@@ -67,8 +67,8 @@ void LoadingChain::mnu_New_Click() {
         if (!applySettingsResult(static_cast<int>(read.outcome), read.SettingsOK))
             return;
         host_.showStudySetup(true);
-    } catch (const FrameError& e) {
-        commandError(e.description);
+    } catch (const RuntimeError& e) {
+        commandError(e.words);
     } catch (const std::exception& e) {
         commandError(QString::fromLocal8Bit(e.what()));
     }
@@ -98,8 +98,8 @@ void LoadingChain::mnu_Open_Click() {
         prompts().ask(text(t::kOpenNotVesk));
         // The database in use before is not opened again.
         applyMenuChange(MenuChange::OpenFailedAfterMessage);
-    } catch (const FrameError& e) {
-        commandError(e.description);
+    } catch (const RuntimeError& e) {
+        commandError(e.words);
     } catch (const std::exception& e) {
         commandError(QString::fromLocal8Bit(e.what()));
     }
@@ -116,8 +116,8 @@ void LoadingChain::closeDatabase(bool fromToolbar) {
         if (!fromToolbar)
             preferences().txtVESKObj.clear();
         Write_To_Vesk_Stp();
-    } catch (const FrameError& e) {
-        commandError(e.description);
+    } catch (const RuntimeError& e) {
+        commandError(e.words);
     } catch (const std::exception& e) {
         commandError(QString::fromLocal8Bit(e.what()));
     }
@@ -143,8 +143,8 @@ void LoadingChain::mnu_SSetup_Click() {
             return;
         }
         host_.showStudySetup(false);
-    } catch (const FrameError& e) {
-        commandError(e.description);
+    } catch (const RuntimeError& e) {
+        commandError(e.words);
     } catch (const std::exception& e) {
         commandError(QString::fromLocal8Bit(e.what()));
     }

@@ -14,6 +14,21 @@ using namespace kernel_texts;
 
 namespace {
 
+// The numbers of the parameter checks (negative: the kernel's own raises), with their words.
+enum KernelCheck : int {
+    kErrIYLDr = -1,    // FnlYLD: r < 0 or r >= 1, words kRRange
+    kErrIYLDk = -2,    // FnlYLD: K < 0 or K > 1, words kRRange
+    kErrIYLDBeta = -3, // FnlYLD: Beta < 0 or Beta >= 1, words kBetaRange
+    kErrIYLDc = -4,    // FnlYLD: C <= 0, words kBetaRange
+    kErrPYLDk = -5,    // FnPYLD: K < 0 or K > 1, words kRRange
+    kErrPYLDBeta = -6, // FnPYLD: Beta < 0 or Beta >= 1, words kBetaRange
+    kErrPYLDc = -7,    // FnPYLD: C < 0, words kBetaRange
+    kErrYLLr = -10,    // FnYLLF: r < 0 or r >= 1, words kRRange
+    kErrYLLk = -11,    // FnYLLF: K < 0 or K > 1, words kKRangeYLL
+    kErrYLLBeta = -13, // FnYLLF: Beta < 0 or Beta >= 1, words kBetaRange
+    kErrYLLc = -14,    // FnYLLF: C <= 0, words kCRangeYLL
+};
+
 // A run-time failure inside a statement, with the runtime's number and its words from the one table.
 [[noreturn]] void fail(int number) {
     throw RuntimeError(number);

@@ -44,7 +44,7 @@
 // stores 13 "Type mismatch" from the comparison, and, as the run resumes at the statement after the
 // comparison, which is the check's own raise, the check's error follows it.
 //
-// The error messages and numbers are in kernel_texts.h.
+// The error messages are in the catalog kernel_texts.catalog, the numbers in kernel.cpp.
 
 #include "demography/life_expectancy_at.h" // FnLifeExpAt, which the YLL of a study reads
 #include "platform/cell.h"

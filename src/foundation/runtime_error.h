@@ -30,6 +30,8 @@ inline constexpr int kPermissionDenied = 70;
 inline constexpr int kPathFileAccess = 75;
 inline constexpr int kPathNotFound = 76;
 inline constexpr int kInvalidUseOfNull = 94;
+// A modeless form shown while a modal one is up; the frame handles it without words.
+inline constexpr int kModelessOverModal = 401;
 } // namespace runtime_error
 
 // The runtime's words for `number` ("Subscript out of range" for 9); "Application-defined or

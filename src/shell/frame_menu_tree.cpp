@@ -165,18 +165,6 @@ const std::vector<MenuItemDef> kTree = {
     {"mnu_avesk", "&About VESK", "mnu_Help"},
 };
 
-#undef frame_texts::kPctYll
-#undef frame_texts::kPctIyld
-#undef frame_texts::kPctIdaly
-#undef frame_texts::kPctPyld
-#undef frame_texts::kPctPdaly
-#undef frame_texts::kNLeading
-#undef frame_texts::kDtYll
-#undef frame_texts::kDtIyld
-#undef frame_texts::kDtIdaly
-#undef frame_texts::kDtPyld
-#undef frame_texts::kDtPdaly
-
 const std::vector<ToolbarButtonDef> kToolbar = {
     {1, "Setup"}, {2, "Open File"}, {3, "Dictionaries"}, {4, "Close Database"}, {5, "Exit"},
 };

@@ -260,7 +260,7 @@ void LoadingChain::endTick() {
 void LoadingChain::chainError(const RuntimeError& e) {
     // A routine that leaves through its handler hides the bar it showed.
     progress().setVisible(false);
-    if (e.number == t::kErrModelessOverModal) {
+    if (e.number == runtime_error::kModelessOverModal) {
         preferencesForm().hide();
         return;
     }

@@ -176,7 +176,7 @@ QWidget* DEFINESTUDY1::buildStudyTab() {
     dbgrid2->setSelectionBehavior(QAbstractItemView::SelectRows);
     dbgrid2->setSelectionMode(QAbstractItemView::SingleSelection);
     dbgrid2->setStyleSheet(QString()); // the selected study shows at all times
-    dbgrid2->verticalHeader()->setFixedWidth(pixels(t::kStudyColumnWidths[0]));
+    dbgrid2->verticalHeader()->setFixedWidth(pixels(kStudyColumnWidths[0]));
     dbgrid2->horizontalHeader()->setStretchLastSection(false);
     layout->addWidget(dbgrid2, 2, 0, 1, 2);
 

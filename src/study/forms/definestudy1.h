@@ -26,6 +26,9 @@ namespace vesk {
 
 class FlexGridView;
 
+// The widths of the studies grid in twips: the record selector, then the five columns.
+inline constexpr int kStudyColumnWidths[6] = {400, 750, 700, 2800, 700, 600};
+
 class DEFINESTUDY1 : public QDialog {
     Q_OBJECT
 public:

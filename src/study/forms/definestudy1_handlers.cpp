@@ -72,7 +72,7 @@ void DEFINESTUDY1::fitGrids() {
     // The study grid: the widths of the old screen in twips, never narrower than a heading.
     const QFontMetrics head(dbgrid2->horizontalHeader()->font());
     for (int c = 0; c < 5; ++c)
-        dbgrid2->setColumnWidth(c, std::max(t::kStudyColumnWidths[c + 1] / 15,
+        dbgrid2->setColumnWidth(c, std::max(kStudyColumnWidths[c + 1] / 15,
                                             head.horizontalAdvance(text(t::kStudyColumns[c])) + 16));
     for (FlexGridView* v : {flexBuiltInDAP, flexAddlDAP})
         for (int c = 0; c < 6; ++c)

@@ -204,7 +204,7 @@ TEST_F(AgeGroupsTest, RedefiningWithDataUnderTheLabelsWarnsFirst) {
     EXPECT_TRUE(prompts.messages().isEmpty());
     EXPECT_EQ(stored(), QStringList({"0|0|0", "5|5|5"}));
     // The data rows stay under their old labels.
-    EXPECT_EQ(scalar("SELECT count(*) FROM DatADW WHERE ASG = 'M0'"), "1");
+    EXPECT_EQ(value("SELECT count(*) FROM DatADW WHERE ASG = 'M0'"), "1");
 }
 
 TEST_F(AgeGroupsTest, YesAndOkReplaceTheDefinitionsAndLeaveTheData) {
@@ -221,7 +221,7 @@ TEST_F(AgeGroupsTest, YesAndOkReplaceTheDefinitionsAndLeaveTheData) {
     EXPECT_TRUE(editor.apply(ctx()));
     EXPECT_EQ(stored(), QStringList({"0|0|0", "5|5|5"}));
     for (const char* table : {"DatADW", "DatCSM", "DatPOP", "DatASDR"})
-        EXPECT_EQ(scalar(QStringLiteral("SELECT count(*) FROM %1").arg(table)), "1") << table;
+        EXPECT_EQ(value(QStringLiteral("SELECT count(*) FROM %1").arg(table)), "1") << table;
 }
 
 TEST_F(AgeGroupsTest, DataUnderTheYllLabelsAloneGiveNoWarningAtApply) {
@@ -264,12 +264,12 @@ TEST_F(AgeGroupsTest, DefineAfreshAsksOnlyWhenDataStandUnderTheLabels) {
 }
 
 TEST_F(AgeGroupsTest, PickingFromAnotherStudyClosesUpEachGrid) {
-    EXPECT_TRUE(editor.pickSources(db()).isEmpty());
+    EXPECT_TRUE(editor.pickSources(*db).isEmpty());
     EXPECT_EQ(prompts.messages(), QStringList({"No Age Defination defined Previously"}));
     exec("INSERT INTO _DfnAgeGrps (BDSId, YLL, YLD, PND) VALUES ('S0', 0, 0, 0), ('S0', NULL, 1, 1), "
          "('S0', 5, 5, 5), ('S9', 0, 0, 0)");
-    EXPECT_EQ(editor.pickSources(db()), QStringList({"S0", "S9"}));
-    editor.pickFrom(db(), "S0");
+    EXPECT_EQ(editor.pickSources(*db), QStringList({"S0", "S9"}));
+    editor.pickFrom(*db, "S0");
     EXPECT_EQ(column(0), QStringList({"0", "5"}));
     EXPECT_EQ(column(1), QStringList({"0", "1", "5"}));
     EXPECT_EQ(column(2), QStringList({"0", "1", "5"}));
@@ -277,11 +277,11 @@ TEST_F(AgeGroupsTest, PickingFromAnotherStudyClosesUpEachGrid) {
 
 TEST_F(AgeGroupsTest, DisplayExistingShowsTheRowsInPndOrder) {
     prompts.clear();
-    EXPECT_FALSE(editor.displayExisting(db(), "S1"));
+    EXPECT_FALSE(editor.displayExisting(*db, "S1"));
     EXPECT_EQ(prompts.messages(), QStringList({"No current records"}));
     exec("INSERT INTO _DfnAgeGrps (BDSId, YLL, YLD, PND) VALUES ('S1', 5, 5, 5), ('S1', 0, 0, 0), ('S1', "
          "NULL, 1, 1)");
-    EXPECT_TRUE(editor.displayExisting(db(), "S1"));
+    EXPECT_TRUE(editor.displayExisting(*db, "S1"));
     EXPECT_EQ(column(0), QStringList({"0", "", "5"}));
     EXPECT_EQ(column(2), QStringList({"0", "1", "5"}));
 }

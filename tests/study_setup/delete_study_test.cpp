@@ -48,7 +48,7 @@ protected:
              {year});
     }
     int count(const QString& table, const QString& where = QString()) {
-        return scalar(QStringLiteral("SELECT count(*) FROM %1 %2").arg(table, where)).toInt();
+        return value(QStringLiteral("SELECT count(*) FROM %1 %2").arg(table, where)).toInt();
     }
     void expectStudyRowsGone() {
         for (const char* table : {"_DfnAgeGrps", "_DctPAG2", "_DctPAG1", "_DctBPU", "_DctBDS"})

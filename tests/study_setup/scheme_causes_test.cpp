@@ -56,25 +56,25 @@ TEST_F(SchemeCausesTest, ASchemeIsAddedThenEditedAndGivenToTheStudy) {
 }
 
 TEST_F(SchemeCausesTest, SchemesArePickedAndShown) {
-    EXPECT_TRUE(schemeIds(db()).isEmpty());
+    EXPECT_TRUE(schemeIds(*db).isEmpty());
     EXPECT_EQ(prompts.messages(), QStringList({"No Population Aggregate Schema in the Database"}));
     prompts.clear();
-    EXPECT_FALSE(pickScheme(db(), "NONE"));
-    EXPECT_FALSE(studyScheme(db(), "S1"));
+    EXPECT_FALSE(pickScheme(*db, "NONE"));
+    EXPECT_FALSE(studyScheme(*db, "S1"));
     EXPECT_EQ(prompts.messages(), QStringList({"NO RECORDS", "NO RECORDS"}));
     exec("INSERT INTO _DfnBPUPAGDscrptrs (PAGSch, BPU, PAG1, PAG2) VALUES ('A', 'Town', 'Region', 'Land'), "
          "('B', 'Village', 'Block', 'State')");
     prompts.clear();
-    EXPECT_TRUE(checkNewSchemeId(db(), "C"));
-    EXPECT_FALSE(checkNewSchemeId(db(), "A"));
+    EXPECT_TRUE(checkNewSchemeId(*db, "C"));
+    EXPECT_FALSE(checkNewSchemeId(*db, "A"));
     EXPECT_EQ(prompts.messages(), QStringList({" Already PAGSch : Arecord exist in the _DfnBPUPAGDscrptrs"}));
-    EXPECT_EQ(schemeIds(db()), QStringList({"A", "B"}));
-    const auto b = pickScheme(db(), "B");
+    EXPECT_EQ(schemeIds(*db), QStringList({"A", "B"}));
+    const auto b = pickScheme(*db, "B");
     ASSERT_TRUE(b);
     EXPECT_EQ(b->bpu, "Village");
     EXPECT_EQ(b->pag2, "State");
     exec("UPDATE _DctBDS SET PAGSch = 'A'");
-    const auto shown = studyScheme(db(), "S1");
+    const auto shown = studyScheme(*db, "S1");
     ASSERT_TRUE(shown);
     EXPECT_EQ(shown->scheme, "A");
     EXPECT_EQ(shown->pag1, "Region");
@@ -84,23 +84,23 @@ TEST_F(SchemeCausesTest, CausesAreSelectedUnselectedAndSwapped) {
     for (const char* code : {"A0101", "A0102", "B0101"})
         addCause(code);
     GridModel grid;
-    ASSERT_TRUE(fillCauseGrid(db(), "s1", grid)); // found by the upper-cased name
+    ASSERT_TRUE(fillCauseGrid(*db, "s1", grid)); // found by the upper-cased name
     EXPECT_EQ(grid.textMatrix(0, 0), "Cobcd");
     EXPECT_EQ(grid.textMatrix(0, 1), "Disease");
     EXPECT_EQ(grid.textMatrix(0, 2), "S1");
     EXPECT_EQ(causeColumn(grid), QStringList({"A0101=False", "A0102=False", "B0101=False"}));
-    ASSERT_TRUE(toggleCause(db(), "S1", grid, 2));
+    ASSERT_TRUE(toggleCause(*db, "S1", grid, 2));
     EXPECT_EQ(rows("SELECT CobCd FROM _DctBDM WHERE S1 <> 0"), QStringList({"A0102"}));
-    ASSERT_TRUE(swapCauses(db(), "S1"));
+    ASSERT_TRUE(swapCauses(*db, "S1"));
     EXPECT_EQ(rows("SELECT CobCd FROM _DctBDM WHERE S1 <> 0 ORDER BY CobCd"),
               QStringList({"A0101", "B0101"}));
-    ASSERT_TRUE(setAllCauses(db(), "S1", true));
-    EXPECT_EQ(scalar("SELECT count(*) FROM _DctBDM WHERE S1 <> 0"), "3");
-    ASSERT_TRUE(setAllCauses(db(), "S1", false));
-    EXPECT_EQ(scalar("SELECT count(*) FROM _DctBDM WHERE S1 <> 0"), "0");
+    ASSERT_TRUE(setAllCauses(*db, "S1", true));
+    EXPECT_EQ(value("SELECT count(*) FROM _DctBDM WHERE S1 <> 0"), "3");
+    ASSERT_TRUE(setAllCauses(*db, "S1", false));
+    EXPECT_EQ(value("SELECT count(*) FROM _DctBDM WHERE S1 <> 0"), "0");
     // A study without a column has nothing to change.
-    EXPECT_FALSE(setAllCauses(db(), "S9", true));
-    EXPECT_FALSE(fillCauseGrid(db(), "S9", grid));
+    EXPECT_FALSE(setAllCauses(*db, "S9", true));
+    EXPECT_FALSE(fillCauseGrid(*db, "S9", grid));
 }
 
 TEST_F(SchemeCausesTest, ApplyOnCausesSwitchesTheMenusAndLoadsTheCauses) {
@@ -111,7 +111,7 @@ TEST_F(SchemeCausesTest, ApplyOnCausesSwitchesTheMenusAndLoadsTheCauses) {
         EXPECT_FALSE(menus.isMenuEnabled(item)) << item;
     EXPECT_FALSE(ctx().MtxCobCd.isArray());
     EXPECT_EQ(errorStoreCount(), 1);
-    setAllCauses(db(), "S1", true);
+    setAllCauses(*db, "S1", true);
     EXPECT_EQ(applyCauses(ctx(), "S1"), 2);
     for (const char* item : {"mnu_studyInp", "mnu_Daly", "mnu_Compute"})
         EXPECT_TRUE(menus.isMenuEnabled(item)) << item;
@@ -121,7 +121,7 @@ TEST_F(SchemeCausesTest, ApplyOnCausesSwitchesTheMenusAndLoadsTheCauses) {
 }
 
 TEST_F(SchemeCausesTest, SequelaMapsAreEditedAndTheFlagFollows) {
-    EXPECT_TRUE(sequelaList(db()).isEmpty());
+    EXPECT_TRUE(sequelaList(*db).isEmpty());
     EXPECT_EQ(
         prompts.messages(),
         QStringList(
@@ -130,27 +130,27 @@ TEST_F(SchemeCausesTest, SequelaMapsAreEditedAndTheFlagFollows) {
     addCause("A0102", "Measles");
     exec("INSERT INTO _DctBDMSqla (SqlaCd, Sequela) VALUES ('SQ1', 'Episode'), ('SQ2', 'Blindness')");
     prompts.clear();
-    ASSERT_EQ(sequelaList(db()).size(), 2);
-    EXPECT_FALSE(mapCauseToSequela(db(), "SQ1", "Z9999"));
+    ASSERT_EQ(sequelaList(*db).size(), 2);
+    EXPECT_FALSE(mapCauseToSequela(*db, "SQ1", "Z9999"));
     EXPECT_EQ(prompts.messages(), QStringList({"This COBcd doesnot exist"}));
-    ASSERT_TRUE(mapCauseToSequela(db(), "SQ1", "A0101"));
-    ASSERT_TRUE(mapCauseToSequela(db(), "SQ2", "A0101"));
+    ASSERT_TRUE(mapCauseToSequela(*db, "SQ1", "A0101"));
+    ASSERT_TRUE(mapCauseToSequela(*db, "SQ2", "A0101"));
     prompts.clear();
-    EXPECT_FALSE(mapCauseToSequela(db(), "SQ1", "A0101"));
+    EXPECT_FALSE(mapCauseToSequela(*db, "SQ1", "A0101"));
     EXPECT_EQ(prompts.messages(),
               QStringList({"This Cobcd has allready been mapped to the above Sequelacd"}));
-    EXPECT_EQ(scalar("SELECT Sqla FROM _DctBDM WHERE CobCd = 'A0101'"), "-1");
+    EXPECT_EQ(value("SELECT Sqla FROM _DctBDM WHERE CobCd = 'A0101'"), "-1");
     GridModel grid;
-    fillSequelaCauseGrid(db(), "SQ1", grid);
+    fillSequelaCauseGrid(*db, "SQ1", grid);
     EXPECT_EQ(grid.textMatrix(0, 0), "Cobcd");
     EXPECT_EQ(grid.textMatrix(0, 1), "Cobcdname");
     EXPECT_EQ(grid.textMatrix(1, 0), "A0101");
     EXPECT_EQ(grid.textMatrix(1, 1), "Tuberculosis");
     EXPECT_EQ(grid.rows(), 3); // the row to type the next one into
     // Removing one of two sequelae keeps the flag; removing the last clears it.
-    ASSERT_TRUE(unmapCauseFromSequela(db(), "SQ1", "A0101"));
-    EXPECT_EQ(scalar("SELECT Sqla FROM _DctBDM WHERE CobCd = 'A0101'"), "-1");
-    ASSERT_TRUE(unmapCauseFromSequela(db(), "SQ2", "A0101"));
-    EXPECT_EQ(scalar("SELECT Sqla FROM _DctBDM WHERE CobCd = 'A0101'"), "0");
+    ASSERT_TRUE(unmapCauseFromSequela(*db, "SQ1", "A0101"));
+    EXPECT_EQ(value("SELECT Sqla FROM _DctBDM WHERE CobCd = 'A0101'"), "-1");
+    ASSERT_TRUE(unmapCauseFromSequela(*db, "SQ2", "A0101"));
+    EXPECT_EQ(value("SELECT Sqla FROM _DctBDM WHERE CobCd = 'A0101'"), "0");
     EXPECT_TRUE(rows("SELECT * FROM _MapBDMSqla").isEmpty());
 }

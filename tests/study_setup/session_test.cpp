@@ -128,6 +128,7 @@ TEST_F(SessionTest, ANewDatabaseWithoutTheMinimumIsDeletedOnNo) {
     EXPECT_TRUE(QFile::exists(file));
     prompts.clear();
     prompts.answer(Answer::No);
+    db.reset(); // the program's handle on the study file is then the only one, as outside the tests
     bool abandoned = false;
     EXPECT_TRUE(s.closeRequested(&abandoned));
     EXPECT_TRUE(abandoned);

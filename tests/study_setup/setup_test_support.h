@@ -1,6 +1,7 @@
 #pragma once
-// What the Study Setup tests share: a fresh study file opened as the context's StudyDB, scripted
-// prompts, recorded menu switches and the database backend behind the Results captions.
+// What the Study Setup tests share: the study-database ground of the tests (a fresh study file, here
+// opened as the context's StudyDB from the settings, and scripted prompts), recorded menu switches
+// and the database backend behind the Results captions.
 
 #include "database/db_create.h"
 #include "database/study_context.h"
@@ -14,10 +15,8 @@
 #include "study/asg_data.h"
 #include "study_db_gtest.h"
 
-#include <QDir>
 #include <QSqlQuery>
 #include <QSqlRecord>
-#include <QTemporaryDir>
 #include <gtest/gtest.h>
 
 namespace vesk::test {
@@ -25,52 +24,30 @@ namespace vesk::test {
 class SetupTest : public StudyDbGTest {
 protected:
     void SetUp() override {
-        ASSERT_TRUE(dir.isValid());
-        file = dir.filePath(QStringLiteral("study.vdb"));
+        StudyDbGTest::SetUp();
         QString error;
-        ASSERT_TRUE(createStudyFile(file, &error)) << error.toStdString();
-        studyContext() = StudyContext{};
+        file = createStudy(QStringLiteral("study.vdb"), &error);
+        ASSERT_FALSE(file.isEmpty()) << error.toStdString();
         preferences() = PreferencesControls{};
         preferences().txtwklocation = dir.path();
         preferences().txtVESKObj = QStringLiteral("study.vdb");
-        ASSERT_TRUE(studyContext().ensureStudyDB(&error)) << error.toStdString();
-        setPromptService(&prompts);
+        db = studyContext().ensureStudyDB(&error);
+        ASSERT_TRUE(db) << error.toStdString();
         setMenuSwitch(&menus);
         setStudyBackend(&backend);
         // What Study Setup asks of the frame is done as the frame does it.
         setupRequests().setHandler(applyFrameRequest);
-        clearErrorStore();
         // The data flags stay set for the life of the program; each test is a fresh start.
         FlagDataADW() = false;
         FlagDataCSM() = false;
     }
     void TearDown() override {
-        studyContext() = StudyContext{};
-        setPromptService(nullptr);
         setMenuSwitch(nullptr);
         setStudyBackend(nullptr);
         setupRequests().setHandler({});
-        clearErrorStore();
     }
 
     static StudyContext& ctx() { return studyContext(); }
-    const DbConnection& db() const { return *studyContext().StudyDB; }
-
-    void exec(const QString& sql, const QVariantList& values = {}) {
-        QSqlError e;
-        ASSERT_TRUE(db().exec(sql, values, &e)) << sql.toStdString() << ": " << e.text().toStdString();
-    }
-    // The rows of a query, each as its values joined by "|" (Null as "<null>").
-    QStringList rows(const QString& sql, const QVariantList& values = {}) {
-        QString error;
-        const QStringList out = queryRows(db(), sql, values, &error);
-        EXPECT_TRUE(error.isEmpty()) << error.toStdString();
-        return out;
-    }
-    QString scalar(const QString& sql, const QVariantList& values = {}) {
-        const QStringList r = rows(sql, values);
-        return r.isEmpty() ? QString() : r.first();
-    }
     QStringList columnsOf(const QString& table) {
         return rows(QStringLiteral("SELECT name FROM pragma_table_info('%1')").arg(table));
     }
@@ -79,9 +56,6 @@ protected:
              {code, disease.isEmpty() ? QStringLiteral("Disease ") + code : disease});
     }
 
-    QTemporaryDir dir;
-    QString file;
-    ScriptedPrompts prompts;
     RecordingMenus menus;
     DatabaseStudyBackend backend;
 };

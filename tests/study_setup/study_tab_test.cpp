@@ -67,7 +67,7 @@ TEST_F(StudyTab, AStudyOfThreeYearsIsThreeRowsWithOneCurrent) {
     EXPECT_EQ(rows("SELECT BDSId, Year, BDSTi, PAGSch, Slct FROM _DctBDS ORDER BY rowid"),
               QStringList({"OLD|1990|Old one|<null>|0", "Ind|2001|India burden|<null>|1",
                            "Ind|2002|India burden|<null>|0", "Ind|2003|India burden|<null>|0"}));
-    EXPECT_EQ(scalar("SELECT count(*) FROM _DctBDS WHERE Slct <> 0"), "1");
+    EXPECT_EQ(value("SELECT count(*) FROM _DctBDS WHERE Slct <> 0"), "1");
     // The context follows: the first year is the current year, and the year list holds it alone.
     EXPECT_EQ(ctx().CurBDSId, "Ind");
     EXPECT_EQ(ctx().CurYear, 2001);
@@ -120,7 +120,7 @@ TEST_F(StudyTab, ASecondStudyAddsASecondBooleanColumnAllUnset) {
               QStringList({"A0101|1|0", "A0102|1|0"}));
     // A cause added later starts outside every study.
     addCause("A0103");
-    EXPECT_EQ(scalar("SELECT S1 || S2 FROM _DctBDM WHERE CobCd = 'A0103'"), "00");
+    EXPECT_EQ(value("SELECT S1 || S2 FROM _DctBDM WHERE CobCd = 'A0103'"), "00");
 }
 
 TEST_F(StudyTab, IdsArePlainWordsBecauseTheyNameColumns) {
@@ -132,8 +132,8 @@ TEST_F(StudyTab, IdsArePlainWordsBecauseTheyNameColumns) {
                                                "No data other than alphabets and Numerics is allowed ",
                                                "No data other than alphabets and Numerics is allowed "}));
     QSqlError e;
-    EXPECT_FALSE(addStudyColumn(db(), "x]; DROP TABLE _DctBDS; --", &e));
-    EXPECT_FALSE(dropStudyColumn(db(), "CobCd", &e));
+    EXPECT_FALSE(addStudyColumn(*db, "x]; DROP TABLE _DctBDS; --", &e));
+    EXPECT_FALSE(dropStudyColumn(*db, "CobCd", &e));
     EXPECT_EQ(columnsOf("_DctBDM").size(), 4);
     EXPECT_EQ(rows("SELECT * FROM _DctBDS").size(), 0);
     // A word that is already a field of the dictionary cannot be a study.
@@ -145,7 +145,7 @@ TEST_F(StudyTab, IdsArePlainWordsBecauseTheyNameColumns) {
                      "Study Id"}));
     // A plain word works as a column in every statement of the causes.
     ASSERT_TRUE(applyNewStudy(ctx(), {"Where", "2001", "A keyword as id"}).applied);
-    EXPECT_EQ(studyColumnName(db(), "WHERE"), "Where");
+    EXPECT_EQ(studyColumnName(*db, "WHERE"), "Where");
 }
 
 TEST_F(StudyTab, APickedStudyGetsTheYearsItLacksAsRowsNotCurrent) {
@@ -205,7 +205,7 @@ TEST_F(StudyTab, MarkingARowCurrentLeavesOnlyItCurrentAndReloadsTheContext) {
 TEST_F(StudyTab, TheStudyGridShowsEveryRow) {
     ASSERT_TRUE(applyNewStudy(ctx(), {"S1", "2001,2002", "First"}).applied);
     GridModel grid;
-    fillStudyGrid(studyRows(db()), grid);
+    fillStudyGrid(studyRows(*db), grid);
     EXPECT_EQ(grid.rows(), 3);
     EXPECT_EQ(grid.cols(), 6);
     QStringList heads, first;
@@ -253,7 +253,7 @@ TEST_F(StudyTab, BuiltInParameterSetsStartTheTableAndFillMtxDAP) {
     // A second load ticks the rows MtxDAP holds, and does not write the sets twice.
     GridModel again;
     ASSERT_TRUE(fillBuiltInDapGrid(ctx(), again));
-    EXPECT_EQ(scalar("SELECT count(*) FROM _DctDAP"), "4");
+    EXPECT_EQ(value("SELECT count(*) FROM _DctDAP"), "4");
     EXPECT_EQ(again.textMatrix(1, 5), "False");
     EXPECT_EQ(again.textMatrix(2, 5), "True");
     EXPECT_EQ(again.textMatrix(4, 5), "True");

@@ -2,6 +2,7 @@
 // What the Study Setup tests share: a fresh study file opened as the context's StudyDB, scripted
 // prompts, recorded menu switches and the database backend behind the Results captions.
 
+#include "burden/computation.h"
 #include "database/db_create.h"
 #include "database/study_context.h"
 #include "foundation/error_store.h"
@@ -30,6 +31,7 @@ protected:
         QString error;
         ASSERT_TRUE(createStudyFile(file, &error)) << error.toStdString();
         studyContext() = StudyContext{};
+        computation() = Computation{};
         preferences() = PreferencesControls{};
         preferences().txtwklocation = dir.path();
         preferences().txtVESKObj = QStringLiteral("study.vdb");
@@ -46,6 +48,7 @@ protected:
     }
     void TearDown() override {
         studyContext() = StudyContext{};
+        computation() = Computation{};
         setPromptService(nullptr);
         setMenuSwitch(nullptr);
         setStudyBackend(nullptr);

@@ -1,5 +1,7 @@
 #include "burden/computation.h"
 
+#include "database/study_context.h"
+
 namespace vesk {
 
 void Computation::clear() {
@@ -8,8 +10,20 @@ void Computation::clear() {
             *c = Cell();
 }
 
-Computation& computation() {
+namespace {
+
+// The one computation, made on first use; from then on a change of study empties it with the study
+// context. Until it is made there is nothing in it to empty.
+Computation& madeComputation() {
     static Computation theComputation;
+    StudyContext::onClear([] { theComputation.clear(); });
+    return theComputation;
+}
+
+} // namespace
+
+Computation& computation() {
+    static Computation& theComputation = madeComputation();
     return theComputation;
 }
 

@@ -37,7 +37,7 @@ public:
     void clear();
 };
 
-// The one computation of the program.
+// The one computation of the program. The study context's ClearStudyContext runs its clear().
 Computation& computation();
 
 } // namespace vesk

@@ -6,8 +6,8 @@
 // Burden of Disease study: 3% discounting and full age weights, Beta = 0.04, C = 0.1658 (Murray CJL,
 // Bull WHO 1994;72(3):429-445).
 //
-// A parameter set in the computation arrays is one row of MtxDAP: the DAP id, then r, K, Beta, C at
-// the column indices 1, 2, 3, 4.
+// A parameter set in the computation arrays is one row of the computation's MtxDAP
+// (burden/computation.h): the DAP id, then r, K, Beta, C at the column indices 1, 2, 3, 4.
 
 #include <array>
 

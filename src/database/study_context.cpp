@@ -6,6 +6,7 @@
 #include "platform/prompts.h"
 
 #include <QFileInfo>
+#include <vector>
 
 namespace vesk {
 
@@ -20,6 +21,12 @@ struct BDSRow {
     QString id, title, scheme;
     qint16 year = 0;
 };
+
+// What ClearStudyContext runs after its own members (onClear).
+std::vector<std::function<void()>>& clearHooks() {
+    static std::vector<std::function<void()>> hooks;
+    return hooks;
+}
 
 } // namespace
 
@@ -162,14 +169,19 @@ void StudyContext::InitTblNames() {
                 QStringLiteral("DatDmgphyPrmtrs"), QStringLiteral("DatPop")};
 }
 
+void StudyContext::onClear(std::function<void()> hook) {
+    clearHooks().push_back(std::move(hook));
+}
+
 void StudyContext::ClearStudyContext() {
-    for (Cell* c :
-         {&MtxDmgphy, &ArrAgeDfn, &VctrBPULst, &MtxDAP, &ArrYld, &ArrYll, &ArrDaly, &ArrDth4D, &ArrPop4D})
+    for (Cell* c : {&MtxDmgphy, &ArrAgeDfn, &VctrBPULst})
         if (c->isArray())
             *c = Cell();
     LblBPU.clear();
     LblPAG1.clear();
     LblPAG2.clear();
+    for (const auto& hook : clearHooks())
+        hook();
 }
 
 bool StudyContext::CheckDatpop() {

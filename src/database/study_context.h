@@ -3,6 +3,9 @@
 // program keeps in memory about the study, loaded once by the start-up chain and partly rebuilt
 // after a change of study or of units. The members carry the names the whole program uses; an
 // array member that holds no array (an Empty cell) means "not loaded", and readers test it first.
+// The computation's arrays (the chosen parameter sets, the results, the single-year population and
+// deaths) are not the study's: they live in the computation above, which empties them with the
+// context through onClear.
 //
 // The paths and preferences (AppPath, DBFullPath, StatOutPath, NLdCauses ...) stay in the settings
 // (foundation/settings.h); the loaders read the database path from the preferences' texts. They
@@ -14,6 +17,7 @@
 
 #include <QString>
 #include <array>
+#include <functional>
 #include <memory>
 
 namespace vesk {
@@ -67,12 +71,6 @@ public:
     // The built-in parameter sets: DAPID, r, K, Beta, C.
     std::array<double, 5> VctrDAP0{}, VctrDAP1{}, VctrDAP2{}, VctrDAP3{};
 
-    // Working data held with the context: the parameter sets of a computation, the result arrays
-    // and the single-year population and deaths.
-    Cell MtxDAP;
-    Cell ArrYld, ArrYll, ArrDaly;
-    Cell ArrDth4D, ArrPop4D;
-
     // A new database was just made (set True by File -> New before CreateNewDatabase).
     bool NewDBDone = false;
 
@@ -93,7 +91,15 @@ public:
     void InitDmgphyPrmtrs(const QString& bdsId, Cell& mtxDmgphy);
     void InitDAP();
     void InitTblNames();
+    // A change of study: empties the demographic parameters, the age definitions and the unit list
+    // (each only where it holds an array) and the level labels, then runs the clear hooks.
     void ClearStudyContext();
+    // What else a change of study empties. The working data of the layers above (the computation's
+    // arrays) are theirs, not the context's; their owner hands in here how to empty them, once, when
+    // it is made. The hooks run at the end of ClearStudyContext, in the order given. The list is the
+    // class's, not one context's: there is one context in the program, and a context made anew (as
+    // the tests do) keeps it.
+    static void onClear(std::function<void()> hook);
 
     // Both DatPOP and DatASDR hold at least one row.
     bool CheckDatpop();

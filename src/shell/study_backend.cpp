@@ -1,5 +1,6 @@
 #include "shell/study_backend.h"
 
+#include "burden/computation.h"
 #include "database/chk_db_stru.h"
 #include "database/new_database.h"
 #include "platform/prompts.h"
@@ -99,7 +100,7 @@ void DatabaseStudyBackend::releaseStudyDB() {
     studyContext().StudyDB.reset();
 }
 void DatabaseStudyBackend::clearMtxDAP() {
-    studyContext().MtxDAP = Cell();
+    computation().MtxDAP = Cell();
 }
 QString DatabaseStudyBackend::LblBPU() const {
     return studyContext().LblBPU;

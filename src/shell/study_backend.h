@@ -40,10 +40,11 @@ public:
     virtual bool CheckDatpop() = 0;
     // VctrBPULst holds an array.
     virtual bool hasBPUList() const = 0;
-    // Builds ArrPop4D and ArrDth4D from the study's inputs (a no-op until that is built).
+    // Builds the computation's ArrPop4D and ArrDth4D from the study's inputs (a no-op until that is
+    // built).
     virtual void buildPopulationArrays() = 0;
 
-    // File -> Close: release StudyDB. Empty MtxDAP.
+    // File -> Close: release StudyDB. Empty the computation's MtxDAP.
     virtual void releaseStudyDB() = 0;
     virtual void clearMtxDAP() = 0;
 
@@ -107,7 +108,7 @@ public:
     bool CheckDatpop() override;
     bool hasBPUList() const override;
     // The single-year population and deaths are built by the computation arrays; until those are
-    // in place this leaves ArrPop4D and ArrDth4D as they are.
+    // in place this leaves the computation's ArrPop4D and ArrDth4D as they are.
     void buildPopulationArrays() override {}
 
     void releaseStudyDB() override;

@@ -92,11 +92,12 @@ void fillStudyGrid(const QList<StudyRow>& rows, GridModel& grid);
 
 // The built-in parameter sets: the rows of _DctDAP, which start from the program's built-in sets
 // when the table is empty. The grid flexBuiltInDAP has the columns "DAP Id", "r", "K", "Beta", "C"
-// and a column of "False" or "True"; the rows whose id stands in MtxDAP are ticked.
-bool fillBuiltInDapGrid(StudyContext& context, GridModel& grid);
-// Toggles the choice of body row `row` and writes the chosen rows into MtxDAP, (n, 0..4): DAP id,
-// r, K, Beta, C as the grid's texts; no chosen row leaves MtxDAP empty.
-void toggleBuiltInDap(StudyContext& context, GridModel& grid, int row);
+// and a column of "False" or "True"; the rows whose id stands in `chosenSets` are ticked.
+// `chosenSets` is the computation's MtxDAP, handed in by whoever opens Study Setup.
+bool fillBuiltInDapGrid(StudyContext& context, const Cell& chosenSets, GridModel& grid);
+// Toggles the choice of body row `row` and writes the chosen rows into `chosenSets` (MtxDAP),
+// (n, 0..4): DAP id, r, K, Beta, C as the grid's texts; no chosen row leaves it empty.
+void toggleBuiltInDap(Cell& chosenSets, GridModel& grid, int row);
 inline constexpr int kDapChoiceColumn = 5;
 
 // The fields that make the minimum of a study.

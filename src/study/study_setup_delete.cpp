@@ -92,7 +92,7 @@ void fillStudyGrid(const QList<StudyRow>& rows, GridModel& grid) {
     grid.setRedraw(true);
 }
 
-bool fillBuiltInDapGrid(StudyContext& context, GridModel& grid) {
+bool fillBuiltInDapGrid(StudyContext& context, const Cell& chosenSets, GridModel& grid) {
     const DbConnection& db = *context.StudyDB;
     auto any = db.query(QStringLiteral("SELECT 1 FROM _DctDAP LIMIT 1"));
     if (any && !any->next()) {
@@ -112,10 +112,10 @@ bool fillBuiltInDapGrid(StudyContext& context, GridModel& grid) {
             row << (q->value(c).isNull() ? QString() : numberText(q->value(c).toDouble()));
         rows << row;
     }
-    // The rows that MtxDAP holds are ticked.
+    // The rows whose id stands in the chosen sets are ticked.
     QStringList chosen;
-    if (context.MtxDAP.isArray() && context.MtxDAP.array().rank() == 2) {
-        const CellArray& m = context.MtxDAP.array();
+    if (chosenSets.isArray() && chosenSets.array().rank() == 2) {
+        const CellArray& m = chosenSets.array();
         for (int r = m.lbound(0); r <= m.ubound(0); ++r)
             chosen << numberText(m(r, 0).toDouble());
     }
@@ -138,7 +138,7 @@ bool fillBuiltInDapGrid(StudyContext& context, GridModel& grid) {
     return true;
 }
 
-void toggleBuiltInDap(StudyContext& context, GridModel& grid, int row) {
+void toggleBuiltInDap(Cell& chosenSets, GridModel& grid, int row) {
     if (row < grid.fixedRows() || row >= grid.rows())
         return;
     const bool on = grid.textMatrix(row, kDapChoiceColumn) == QLatin1String("True");
@@ -148,14 +148,14 @@ void toggleBuiltInDap(StudyContext& context, GridModel& grid, int row) {
         if (grid.textMatrix(r, kDapChoiceColumn) == QLatin1String("True"))
             picked << r;
     if (picked.isEmpty()) {
-        context.MtxDAP = Cell();
+        chosenSets = Cell();
         return;
     }
     CellArray m{static_cast<int>(picked.size()), 5};
     for (int i = 0; i < picked.size(); ++i)
         for (int c = 0; c < 5; ++c)
             m(i, c) = Cell(grid.textMatrix(picked[i], c));
-    context.MtxDAP = Cell(std::move(m));
+    chosenSets = Cell(std::move(m));
 }
 
 bool FnChkMinStdParameter(const MinimumFields& f) {

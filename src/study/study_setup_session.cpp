@@ -28,14 +28,15 @@ std::optional<SchemeFields> quietScheme(const DbConnection& db, const QString& s
 
 } // namespace
 
-StudySetupSession::StudySetupSession(bool newDb, StudyContext& ctx) : context(ctx), newDatabase(newDb) {}
+StudySetupSession::StudySetupSession(bool newDb, Cell& sets, StudyContext& ctx)
+    : context(ctx), chosenSets(sets), newDatabase(newDb) {}
 
 void StudySetupSession::load() {
     if (!context.StudyDB)
         return;
     refreshStudies();
     showCurrentStudy();
-    fillBuiltInDapGrid(context, flexBuiltInDAP);
+    fillBuiltInDapGrid(context, chosenSets, flexBuiltInDAP);
 }
 
 void StudySetupSession::refreshStudies() {

@@ -22,9 +22,12 @@ public:
     enum Tab { TabStudy = 0, TabAgeGroups = 1, TabPopUnits = 2, TabCauses = 3 };
 
     // `newDatabase`: opened for a first study, as after File -> New (the causes tab is not offered).
-    explicit StudySetupSession(bool newDatabase, StudyContext& context = studyContext());
+    // `chosenSets`: the computation's MtxDAP, where the ticked parameter sets go; the opener hands
+    // it in, as Study Setup cannot reach the computation.
+    StudySetupSession(bool newDatabase, Cell& chosenSets, StudyContext& context = studyContext());
 
     StudyContext& context;
+    Cell& chosenSets;
     const bool newDatabase;
 
     // Working fields.
@@ -44,7 +47,7 @@ public:
     QString sequela;           // the sequela chosen in LstSqlacd
 
     // The form's load: the current study (its fields, definitions and scheme) or a new one, the
-    // studies, and the parameter sets with those of MtxDAP ticked.
+    // studies, and the parameter sets with those of chosenSets ticked.
     void load();
     void refreshStudies();
     // The fields of the tab "Define Study" from the current study, or blank for a new one.

@@ -1,6 +1,8 @@
-// The one computation of the program, and what a change of study empties of it.
+// The one computation of the program, and what a change of study empties of it, by itself and
+// through the study context.
 
 #include "burden/computation.h"
+#include "database/study_context.h"
 
 #include <gtest/gtest.h>
 
@@ -49,4 +51,25 @@ TEST_F(ComputationTest, ClearLeavesACellThatHoldsNoArray) {
     c.clear();
     EXPECT_TRUE(c.ArrYld.isNull());
     EXPECT_TRUE(c.ArrYll.isNumber());
+}
+
+TEST_F(ComputationTest, ClearingTheStudyContextEmptiesTheComputation) {
+    Computation& c = computation();
+    for (Cell* cell : everyArray(c))
+        *cell = Cell(CellArray{2});
+    studyContext().ClearStudyContext();
+    for (Cell* emptied : {&c.MtxDAP, &c.ArrYld, &c.ArrYll, &c.ArrDaly, &c.ArrDth4D, &c.ArrPop4D})
+        EXPECT_TRUE(emptied->isEmpty());
+    for (Cell* kept : {&c.ArrADWIP, &c.ArrDBC, &c.ArrAGD, &c.ArrYldLbl, &c.ArrYllLbl, &c.ArrDalyLbl})
+        EXPECT_TRUE(kept->isArray());
+}
+
+TEST_F(ComputationTest, AContextMadeAnewStillEmptiesTheComputation) {
+    Computation& c = computation();
+    studyContext() = StudyContext{};
+    c.MtxDAP = Cell(CellArray{1, 5});
+    c.ArrDaly = Cell(CellArray{2});
+    studyContext().ClearStudyContext();
+    EXPECT_TRUE(c.MtxDAP.isEmpty());
+    EXPECT_TRUE(c.ArrDaly.isEmpty());
 }

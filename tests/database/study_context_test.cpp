@@ -1,5 +1,6 @@
 // The study context loaded from a study file filled by SQL with bound values.
 
+#include "burden/computation.h"
 #include "database/study_context.h"
 #include "db_test_support.h"
 #include "foundation/error_store.h"
@@ -475,22 +476,33 @@ TEST_F(StudyContextTest, BuiltInParameterSetsAndTableNames) {
 
 TEST_F(StudyContextTest, ClearStudyContextEmptiesTheArraysAndLabels) {
     const Cell some(CellArray{2});
-    for (Cell* c :
-         {&ctx().MtxDmgphy, &ctx().ArrAgeDfn, &ctx().VctrBPULst, &ctx().MtxDAP, &ctx().ArrYld, &ctx().ArrYll,
-          &ctx().ArrDaly, &ctx().ArrDth4D, &ctx().ArrPop4D, &ctx().MtxCobCd, &ctx().VctrYrLst})
+    for (Cell* c : {&ctx().MtxDmgphy, &ctx().ArrAgeDfn, &ctx().VctrBPULst, &ctx().MtxCobCd, &ctx().VctrYrLst})
         *c = some;
     ctx().LblBPU = "a";
     ctx().LblPAG1 = "b";
     ctx().LblPAG2 = "c";
     ctx().CurBDSId = "S1";
     ctx().ClearStudyContext();
-    for (Cell* c : {&ctx().MtxDmgphy, &ctx().ArrAgeDfn, &ctx().VctrBPULst, &ctx().MtxDAP, &ctx().ArrYld,
-                    &ctx().ArrYll, &ctx().ArrDaly, &ctx().ArrDth4D, &ctx().ArrPop4D})
+    // The computation's arrays are emptied through the clear hook (tests/burden/computation_test.cpp).
+    for (Cell* c : {&ctx().MtxDmgphy, &ctx().ArrAgeDfn, &ctx().VctrBPULst})
         EXPECT_TRUE(c->isEmpty());
     EXPECT_TRUE(ctx().MtxCobCd.isArray()); // not among what a change of study empties
     EXPECT_TRUE(ctx().VctrYrLst.isArray());
     EXPECT_EQ(ctx().LblBPU + ctx().LblPAG1 + ctx().LblPAG2, "");
     EXPECT_EQ(ctx().CurBDSId, "S1");
+}
+
+TEST_F(StudyContextTest, ClearStudyContextRunsTheClearHooksAfterItsOwnMembers) {
+    // The hooks stay for the life of the process; each records what it found when it ran.
+    static QStringList ran;
+    ran.clear();
+    StudyContext::onClear([] { ran << "first:" + studyContext().LblBPU; });
+    StudyContext::onClear([] { ran << "second"; });
+    ctx().LblBPU = "District";
+    ctx().ClearStudyContext();
+    EXPECT_EQ(ran, QStringList({"first:", "second"}));
+    ctx().ClearStudyContext();
+    EXPECT_EQ(ran.size(), 4);
 }
 
 TEST_F(StudyContextTest, CheckDatpopWantsRowsInBothTables) {
@@ -531,9 +543,9 @@ TEST_F(StudyContextTest, TheBackendRunsTheChainOnTheContext) {
     EXPECT_EQ(backend.LblPAG2(), "Nation");
     EXPECT_TRUE(ctx().ArrAgeDfn.isArray());
     EXPECT_TRUE(ctx().MtxDmgphy.isEmpty());
-    ctx().MtxDAP = Cell(CellArray{1, 5});
+    computation().MtxDAP = Cell(CellArray{1, 5});
     backend.clearMtxDAP();
-    EXPECT_TRUE(ctx().MtxDAP.isEmpty());
+    EXPECT_TRUE(computation().MtxDAP.isEmpty());
     backend.releaseStudyDB();
     EXPECT_FALSE(ctx().StudyDB);
 }

@@ -1,5 +1,6 @@
 // The error viewer, the content-in-memory viewer and the event sounds, driven as a user meets them.
 
+#include "burden/computation.h"
 #include "database/study_context.h"
 #include "platform/cell_array.h"
 #include "platform/forms/qt_services.h"
@@ -47,11 +48,13 @@ private slots:
         settings().StatOutPath = dir.path() + u'/';
         clearErrorStore();
         studyContext() = StudyContext{};
+        computation() = Computation{};
     }
     void cleanup() {
         installed.reset();
         clearErrorStore();
         studyContext() = StudyContext{};
+        computation() = Computation{};
     }
 
     void errorViewerOnAnEmptyStoreShowsNoError() {
@@ -98,7 +101,7 @@ private slots:
         for (int i = 0; i < 2; ++i)
             for (int j = 0; j < 5; ++j)
                 dap(i, j) = Cell(sets[i][j]);
-        c.MtxDAP = Cell(dap);
+        computation().MtxDAP = Cell(dap);
         std::unique_ptr<FrmShwCntMem> form(FrmShwCntMem::open());
         QVERIFY(form);
         QVERIFY(prompts.shown().isEmpty());
@@ -112,7 +115,7 @@ private slots:
     }
 
     void contentInMemoryOpensOnResultsAlone() {
-        studyContext().ArrDaly = Cell(CellArray{1});
+        computation().ArrDaly = Cell(CellArray{1});
         std::unique_ptr<FrmShwCntMem> form(FrmShwCntMem::open());
         QVERIFY(form);
         QVERIFY(prompts.shown().isEmpty());
@@ -137,7 +140,7 @@ private slots:
         QCOMPARE(titles(), QStringList({"frmgridtest"}));
         menuCommand("mnu_ShCntMem")(frame);
         QCOMPARE(prompts.messages(), QStringList({"No results in memory "}));
-        studyContext().MtxDAP = Cell(CellArray{1, 5});
+        computation().MtxDAP = Cell(CellArray{1, 5});
         menuCommand("mnu_ShCntMem")(frame);
         QCOMPARE(titles(), QStringList({"frmgridtest", "FrmShwCntMem"}));
         clearMenuCommands();

@@ -105,7 +105,7 @@ TEST_F(DeleteStudyTest, WithDatAdwRowsTheFiveDataTablesLoseTheYear) {
 }
 
 TEST_F(DeleteStudyTest, TheCurrentStudyCannotBeDeleted) {
-    StudySetupSession session(false);
+    StudySetupSession session(false, computation().MtxDAP);
     session.load();
     // Rows: S1 2001, S1 2002, S2 2001 (current).
     ASSERT_EQ(session.dbgrid2.textMatrix(3, 1), "S2");

@@ -39,7 +39,7 @@ using SessionTest = SetupTest;
 } // namespace
 
 TEST_F(SessionTest, LeavingATabWithChangesAsksAndAppliesIt) {
-    StudySetupSession s(false);
+    StudySetupSession s(false, computation().MtxDAP);
     s.load();
     EXPECT_FALSE(s.pickExisting);
     s.study = {"S1", "2001", "First"};
@@ -79,7 +79,7 @@ TEST_F(SessionTest, AFirstStudyCompletesTheNewDatabase) {
     ctx().NewDBDone = true;
     for (const char* item : {"mnu_res", "mnu_Compute", "mnu_BPUES"})
         menus.setMenuEnabled(item, false);
-    StudySetupSession s(true);
+    StudySetupSession s(true, computation().MtxDAP);
     s.load();
     s.study = {"S1", "2001,2002", "First"};
     ASSERT_TRUE(s.applyTab(StudySetupSession::TabStudy));
@@ -113,7 +113,7 @@ TEST_F(SessionTest, ANewDatabaseWithoutTheMinimumIsDeletedOnNo) {
     writeFile(temp + "/Vesk.stp", "[VESK]\r\nthe settings before File -> New\r\n");
     writeFile(prog + "/Vesk.stp", "[VESK]\r\nthe settings naming the new file\r\n");
     ctx().NewDBDone = true;
-    StudySetupSession s(true);
+    StudySetupSession s(true, computation().MtxDAP);
     s.load();
     s.study = {"S1", "2001", "First"};
     ASSERT_TRUE(s.applyTab(StudySetupSession::TabStudy));
@@ -140,12 +140,12 @@ TEST_F(SessionTest, ANewDatabaseWithoutTheMinimumIsDeletedOnNo) {
 }
 
 TEST_F(SessionTest, AnExistingDatabaseClosesWithoutTheQuestion) {
-    StudySetupSession s(false);
+    StudySetupSession s(false, computation().MtxDAP);
     s.load();
     EXPECT_TRUE(s.closeRequested());
     EXPECT_TRUE(prompts.messages().isEmpty());
     // Nor when opened for a first study on a database that File -> New did not make.
-    StudySetupSession first(true);
+    StudySetupSession first(true, computation().MtxDAP);
     first.load();
     EXPECT_TRUE(first.closeRequested());
     EXPECT_TRUE(prompts.messages().isEmpty());
@@ -158,7 +158,7 @@ TEST_F(SessionTest, TheLoadShowsTheCurrentStudy) {
     exec("INSERT INTO _DfnBPUPAGDscrptrs (PAGSch, BPU, PAG1, PAG2) VALUES ('SCH', 'District', 'State', "
          "'Nation')");
     exec("INSERT INTO _DfnAgeGrps (BDSId, YLL, YLD, PND) VALUES ('S1', 0, 0, 0), ('S1', NULL, 1, 1)");
-    StudySetupSession s(false);
+    StudySetupSession s(false, computation().MtxDAP);
     s.load();
     EXPECT_TRUE(s.pickExisting);
     EXPECT_EQ(s.study.id, "S1");
@@ -180,7 +180,7 @@ TEST_F(SessionTest, MarkingAnotherStudyShowsItsOwnSchemeAndAges) {
     exec("INSERT INTO _DfnBPUPAGDscrptrs (PAGSch, BPU, PAG1, PAG2) VALUES ('SCH', 'District', 'State', "
          "'Nation')");
     exec("INSERT INTO _DfnAgeGrps (BDSId, YLL, YLD, PND) VALUES ('S1', 0, 0, 0), ('S1', 5, 5, 5)");
-    StudySetupSession s(false);
+    StudySetupSession s(false, computation().MtxDAP);
     s.load();
     EXPECT_EQ(s.scheme.scheme, "SCH");
     EXPECT_EQ(s.ages.grid(0).rows(), 3);
@@ -200,7 +200,7 @@ TEST_F(SessionTest, MarkingAnotherStudyShowsItsOwnSchemeAndAges) {
 TEST_F(SessionTest, WithoutAHandlerTheRequestsOfANewDatabaseAreKeptInOrder) {
     setupRequests().setHandler({});
     ctx().NewDBDone = true;
-    StudySetupSession s(true);
+    StudySetupSession s(true, computation().MtxDAP);
     s.load();
     s.study = {"S1", "2001", "First"};
     ASSERT_TRUE(s.applyTab(StudySetupSession::TabStudy));

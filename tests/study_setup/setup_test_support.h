@@ -3,6 +3,7 @@
 // opened as the context's StudyDB from the settings, and scripted prompts), recorded menu switches
 // and the database backend behind the Results captions.
 
+#include "burden/computation.h"
 #include "database/db_create.h"
 #include "database/study_context.h"
 #include "foundation/error_store.h"
@@ -28,6 +29,7 @@ protected:
         QString error;
         file = createStudy(QStringLiteral("study.vdb"), &error);
         ASSERT_FALSE(file.isEmpty()) << error.toStdString();
+        computation() = Computation{};
         preferences() = PreferencesControls{};
         preferences().txtwklocation = dir.path();
         preferences().txtVESKObj = QStringLiteral("study.vdb");
@@ -42,6 +44,7 @@ protected:
         FlagDataCSM() = false;
     }
     void TearDown() override {
+        computation() = Computation{};
         setMenuSwitch(nullptr);
         setStudyBackend(nullptr);
         setupRequests().setHandler({});

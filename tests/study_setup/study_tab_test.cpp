@@ -228,7 +228,7 @@ TEST_F(StudyTab, TooLongATitleShowsTheFieldSizeWarning) {
 
 TEST_F(StudyTab, BuiltInParameterSetsStartTheTableAndFillMtxDAP) {
     GridModel grid;
-    ASSERT_TRUE(fillBuiltInDapGrid(ctx(), grid));
+    ASSERT_TRUE(fillBuiltInDapGrid(ctx(), computation().MtxDAP, grid));
     EXPECT_EQ(rows("SELECT DAPID, r, K, Beta, C FROM _DctDAP ORDER BY DAPID"),
               QStringList({"0|0|0|0|0", "1|0.03|1|0.04|0.1658", "2|0|1|0.04|0.1658", "3|0.03|0|0|0"}));
     ASSERT_EQ(grid.rows(), 5);
@@ -239,10 +239,10 @@ TEST_F(StudyTab, BuiltInParameterSetsStartTheTableAndFillMtxDAP) {
     EXPECT_EQ(grid.textMatrix(2, 1), "0.03");
     EXPECT_EQ(grid.textMatrix(2, 4), "0.1658");
     EXPECT_EQ(grid.textMatrix(2, 5), "False");
-    toggleBuiltInDap(ctx(), grid, 4);
-    toggleBuiltInDap(ctx(), grid, 2);
-    ASSERT_TRUE(ctx().MtxDAP.isArray());
-    const CellArray& m = ctx().MtxDAP.array();
+    toggleBuiltInDap(computation().MtxDAP, grid, 4);
+    toggleBuiltInDap(computation().MtxDAP, grid, 2);
+    ASSERT_TRUE(computation().MtxDAP.isArray());
+    const CellArray& m = computation().MtxDAP.array();
     ASSERT_EQ(m.size(0), 2);
     ASSERT_EQ(m.size(1), 5);
     // Grid order, the five cells of each chosen row.
@@ -252,14 +252,14 @@ TEST_F(StudyTab, BuiltInParameterSetsStartTheTableAndFillMtxDAP) {
     EXPECT_EQ(m(1, 1).toString(), "0.03");
     // A second load ticks the rows MtxDAP holds, and does not write the sets twice.
     GridModel again;
-    ASSERT_TRUE(fillBuiltInDapGrid(ctx(), again));
+    ASSERT_TRUE(fillBuiltInDapGrid(ctx(), computation().MtxDAP, again));
     EXPECT_EQ(value("SELECT count(*) FROM _DctDAP"), "4");
     EXPECT_EQ(again.textMatrix(1, 5), "False");
     EXPECT_EQ(again.textMatrix(2, 5), "True");
     EXPECT_EQ(again.textMatrix(4, 5), "True");
-    toggleBuiltInDap(ctx(), grid, 4);
-    toggleBuiltInDap(ctx(), grid, 2);
-    EXPECT_FALSE(ctx().MtxDAP.isArray());
+    toggleBuiltInDap(computation().MtxDAP, grid, 4);
+    toggleBuiltInDap(computation().MtxDAP, grid, 2);
+    EXPECT_FALSE(computation().MtxDAP.isArray());
 }
 
 TEST_F(StudyTab, TheMinimumOfAStudy) {

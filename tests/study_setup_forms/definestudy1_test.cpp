@@ -1,6 +1,7 @@
 // DEFINESTUDY1 driven as a user drives it: typing in its fields and grids, clicking its options,
 // cells and buttons, and answering its questions.
 
+#include "burden/computation.h"
 #include "database/db_create.h"
 #include "database/study_context.h"
 #include "form_support.h"
@@ -39,7 +40,8 @@ private:
     QPointer<DEFINESTUDY1> form_;
 
     DEFINESTUDY1& openForm(bool newDatabase = false) {
-        form_ = DEFINESTUDY1::open(nullptr, newDatabase, applyFrameRequest); // as the frame opens it
+        // As the frame opens it: the computation's parameter sets and the frame's request handler.
+        form_ = DEFINESTUDY1::open(nullptr, newDatabase, computation().MtxDAP, applyFrameRequest);
         if (!QTest::qWaitForWindowExposed(form_) || !QTest::qWaitForWindowActive(form_))
             qWarning("the form did not come up");
         return *form_;
@@ -64,6 +66,7 @@ private slots:
         QString error;
         QVERIFY2(createStudyFile(file_, &error), qPrintable(error));
         studyContext() = StudyContext{};
+        computation() = Computation{};
         preferences() = PreferencesControls{};
         preferences().txtwklocation = QFileInfo(file_).absolutePath();
         preferences().txtVESKObj = QFileInfo(file_).fileName();
@@ -82,6 +85,7 @@ private slots:
             delete form_;
         }
         studyContext() = StudyContext{};
+        computation() = Computation{};
         setPromptService(nullptr);
         setMenuSwitch(nullptr);
         setStudyBackend(nullptr);
@@ -99,7 +103,7 @@ private slots:
         QVERIFY(f.OptNewStudy->isChecked()); // no current study
         QVERIFY(f.SSTabDstudy->isTabEnabled(3));
         QVERIFY(f.isModal() || f.windowModality() == Qt::ApplicationModal);
-        QCOMPARE(DEFINESTUDY1::open(nullptr, false), &f); // one instance
+        QCOMPARE(DEFINESTUDY1::open(nullptr, false, computation().MtxDAP), &f); // one instance
     }
 
     void aFirstStudyHasNoCausesTab() {
@@ -198,11 +202,11 @@ private slots:
         DEFINESTUDY1& f = openForm();
         QCOMPARE(f.session().flexBuiltInDAP.rows(), 5);
         clickCell(f.flexBuiltInDAP, 1, 5);
-        QVERIFY(studyContext().MtxDAP.isArray());
-        QCOMPARE(studyContext().MtxDAP.array()(0, 0).toString(), QString("1"));
+        QVERIFY(computation().MtxDAP.isArray());
+        QCOMPARE(computation().MtxDAP.array()(0, 0).toString(), QString("1"));
         QCOMPARE(f.session().flexBuiltInDAP.textMatrix(2, 5), QString("True"));
         clickCell(f.flexBuiltInDAP, 1, 5);
-        QVERIFY(!studyContext().MtxDAP.isArray());
+        QVERIFY(!computation().MtxDAP.isArray());
         clickCell(f.flexAddlDAP, 0, 1);
         QCOMPARE(prompts_.messages(), QStringList({"Yet to be developed"}));
     }

@@ -5,6 +5,7 @@
 // Also the end of a File -> New that lacks the minimum, and pictures of the four tabs (kept in
 // VESK_SCREENSHOT_DIR when it is set).
 
+#include "burden/computation.h"
 #include "database/db_create.h"
 #include "database/study_context.h"
 #include "form_support.h"
@@ -57,6 +58,7 @@ private:
     void start() {
         resetGlobals();
         studyContext() = StudyContext{};
+        computation() = Computation{};
         FlagDataADW() = false;
         FlagDataCSM() = false;
         setStudyBackend(&backend_);
@@ -151,6 +153,7 @@ private slots:
         }
         resetGlobals();
         studyContext() = StudyContext{};
+        computation() = Computation{};
     }
 
     void fromFileNewToACompleteStudyAndItsDeletion();

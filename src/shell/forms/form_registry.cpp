@@ -1,5 +1,6 @@
 #include "shell/forms/form_registry.h"
 
+#include "burden/computation.h"
 #include "burden/forms/calculators_open.h"
 #include "platform/forms/window_placement.h"
 #include "shell/forms/frm_main_menu.h"
@@ -28,7 +29,7 @@ void registerCalculators() {
 
 void registerStudySetup() {
     setStudySetupOpener([](FRMMAINMENU& frame, bool newDatabase) {
-        DEFINESTUDY1::open(&frame, newDatabase, applyFrameRequest);
+        DEFINESTUDY1::open(&frame, newDatabase, computation().MtxDAP, applyFrameRequest);
     });
 }
 

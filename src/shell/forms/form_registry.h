@@ -9,7 +9,8 @@ namespace vesk {
 // Tools -> YLL, IYLD, PYLD and DALY Calculator (mnu_yllcal, mnu_yldcal, mnu_pyldcal, mnu_dcal).
 void registerCalculators();
 // Study Setup (DEFINESTUDY1) for Study -> Setup (mnu_SSetup) and the end of File -> New (with the
-// tabs for a first study); what it asks of the frame is done by the frame.
+// tabs for a first study); what it asks of the frame is done by the frame, and the parameter sets
+// it ticks go to the computation's MtxDAP.
 void registerStudySetup();
 // Study -> Population Units (mnu_BPUES), File -> Dictionaries (mnu_cgroups, also the toolbar's
 // "Dictionaries"), and the two outlines of the View menu (mnu_CauseGrps, mnu_popunits_outline).

@@ -1,5 +1,6 @@
 #include "shell/forms/frm_shw_cnt_mem.h"
 
+#include "burden/computation.h"
 #include "database/db_texts.h"
 #include "database/study_context.h"
 #include "platform/cell_array.h"
@@ -39,19 +40,21 @@ QString parameterSet(const Cell& mtxDAP, int i) {
     return u'[' + values.join(u',') + u']';
 }
 
-bool hasContent(const StudyContext& c) {
+bool hasContent(const Computation& c) {
     return c.MtxDAP.isArray() || c.ArrYld.isArray() || c.ArrYll.isArray() || c.ArrDaly.isArray();
 }
 
 } // namespace
 
-ContentInMemoryModel::ContentInMemoryModel(const StudyContext& c, QObject* parent)
+ContentInMemoryModel::ContentInMemoryModel(const StudyContext& c, const Computation& computation,
+                                           QObject* parent)
     : QAbstractTableModel(parent) {
     // As many rows as the greatest upper bound of the causes, the units and the parameter sets.
-    const int last = std::max({upperBound(c.MtxCobCd), upperBound(c.VctrBPULst), upperBound(c.MtxDAP)});
+    const Cell& sets = computation.MtxDAP;
+    const int last = std::max({upperBound(c.MtxCobCd), upperBound(c.VctrBPULst), upperBound(sets)});
     for (int i = 0; i <= last; ++i)
-        rows_.push_back({QString::number(i + 1), entry(c.VctrYrLst, i), entry(c.VctrBPULst, i),
-                         parameterSet(c.MtxDAP, i)});
+        rows_.push_back(
+            {QString::number(i + 1), entry(c.VctrYrLst, i), entry(c.VctrBPULst, i), parameterSet(sets, i)});
 }
 
 int ContentInMemoryModel::rowCount(const QModelIndex& parent) const {
@@ -75,7 +78,7 @@ QVariant ContentInMemoryModel::headerData(int section, Qt::Orientation orientati
 }
 
 FrmShwCntMem::FrmShwCntMem(QWidget* parent)
-    : QWidget(parent), model_(new ContentInMemoryModel(studyContext(), this)) {
+    : QWidget(parent), model_(new ContentInMemoryModel(studyContext(), computation(), this)) {
     setupGridForm(this, QStringLiteral("FrmShwCntMem"), QStringLiteral("Content in memory"), model_);
 }
 
@@ -90,7 +93,7 @@ void registerRunLogViewers() {
 }
 
 FrmShwCntMem* FrmShwCntMem::open(QWidget* parent) {
-    if (!hasContent(studyContext())) {
+    if (!hasContent(computation())) {
         prompts().ask(dbtext::NoResultsInMemory, Buttons::Ok, Icon::None, dbtext::ContentInMemoryTitle);
         return nullptr;
     }

@@ -11,11 +11,14 @@ class QTableView;
 
 namespace vesk {
 
+class Computation;
 class StudyContext;
 
+// The years and units come from the study context, the parameter sets from the computation.
 class ContentInMemoryModel : public QAbstractTableModel {
 public:
-    explicit ContentInMemoryModel(const StudyContext& context, QObject* parent = nullptr);
+    ContentInMemoryModel(const StudyContext& context, const Computation& computation,
+                         QObject* parent = nullptr);
     int rowCount(const QModelIndex& parent = {}) const override;
     int columnCount(const QModelIndex& parent = {}) const override;
     QVariant data(const QModelIndex& index, int role = Qt::DisplayRole) const override;
@@ -30,8 +33,9 @@ class FrmShwCntMem : public QWidget {
 public:
     explicit FrmShwCntMem(QWidget* parent = nullptr);
 
-    // The guard of mnu_ShCntMem: with neither MtxDAP nor a result array in memory it says "No
-    // results in memory " under "Content in memory" and gives nullptr; otherwise the new form.
+    // The guard of mnu_ShCntMem: with neither the computation's MtxDAP nor one of its result arrays
+    // in memory it says "No results in memory " under "Content in memory" and gives nullptr;
+    // otherwise the new form.
     static FrmShwCntMem* open(QWidget* parent = nullptr);
 
     const ContentInMemoryModel* model() const { return model_; }

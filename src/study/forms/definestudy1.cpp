@@ -84,8 +84,8 @@ protected:
 
 } // namespace
 
-DEFINESTUDY1::DEFINESTUDY1(bool newDatabase, QWidget* parent)
-    : QDialog(parent), session_(std::make_unique<StudySetupSession>(newDatabase)) {
+DEFINESTUDY1::DEFINESTUDY1(bool newDatabase, Cell& chosenSets, QWidget* parent)
+    : QDialog(parent), session_(std::make_unique<StudySetupSession>(newDatabase, chosenSets)) {
     setObjectName(QStringLiteral("DEFINESTUDY1"));
     setWindowTitle(text(t::kCaption));
     setAttribute(Qt::WA_DeleteOnClose);
@@ -126,9 +126,10 @@ DEFINESTUDY1::DEFINESTUDY1(bool newDatabase, QWidget* parent)
 
 DEFINESTUDY1::~DEFINESTUDY1() = default;
 
-DEFINESTUDY1* DEFINESTUDY1::open(QWidget* parent, bool newDatabase, FrameRequestHandler onRequest) {
+DEFINESTUDY1* DEFINESTUDY1::open(QWidget* parent, bool newDatabase, Cell& chosenSets,
+                                 FrameRequestHandler onRequest) {
     if (!theForm) {
-        theForm = new DEFINESTUDY1(newDatabase, parent);
+        theForm = new DEFINESTUDY1(newDatabase, chosenSets, parent);
         theForm->setWindowModality(Qt::ApplicationModal);
         if (onRequest)
             theForm->requests_ = std::make_unique<ScopedSetupHandler>(std::move(onRequest));

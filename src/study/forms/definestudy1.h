@@ -33,13 +33,15 @@ class DEFINESTUDY1 : public QDialog {
     Q_OBJECT
 public:
     // `newDatabase`: for a first study, as after File -> New: the causes tab is disabled.
-    explicit DEFINESTUDY1(bool newDatabase, QWidget* parent = nullptr);
+    // `chosenSets`: the computation's MtxDAP, which the grid of parameter sets shows and fills.
+    DEFINESTUDY1(bool newDatabase, Cell& chosenSets, QWidget* parent = nullptr);
     ~DEFINESTUDY1() override;
 
     // The one instance, opened modally over `parent` without waiting; an open one is raised. What
-    // Study Setup asks of the frame while the form is up goes to `onRequest`, which the opener
-    // gives.
-    static DEFINESTUDY1* open(QWidget* parent, bool newDatabase, FrameRequestHandler onRequest = {});
+    // Study Setup asks of the frame while the form is up goes to `onRequest`, and the parameter sets
+    // ticked go to `chosenSets`; the opener gives both.
+    static DEFINESTUDY1* open(QWidget* parent, bool newDatabase, Cell& chosenSets,
+                              FrameRequestHandler onRequest = {});
     static DEFINESTUDY1* instance();
 
     StudySetupSession& session() { return *session_; }

@@ -118,7 +118,7 @@ void DEFINESTUDY1::connectStudyTab() {
     });
     connect(flexBuiltInDAP, &QAbstractItemView::clicked, this, [this](const QModelIndex& i) {
         if (i.column() == kDapChoiceColumn)
-            toggleBuiltInDap(session_->context, session_->flexBuiltInDAP, i.row() + 1);
+            toggleBuiltInDap(session_->chosenSets, session_->flexBuiltInDAP, i.row() + 1);
     });
     connect(flexAddlDAP, &QAbstractItemView::pressed, this,
             [] { prompts().ask(text(t::kYetToBeDeveloped), Buttons::Ok, Icon::Information); });

@@ -143,6 +143,16 @@ std::vector<float> BuildDBC(const CalcDataModel& data, int input) {
     return out;
 }
 
+std::optional<YllInputs> readYllInputs(const CalcDataModel& data) {
+    auto ages = BuildAGD(data, 1);
+    if (!ages)
+        return std::nullopt;
+    YllInputs in{std::move(*ages), BuildDBC(data, 0), calculatorLifeTable()};
+    if (!in.lifeTable)
+        return std::nullopt;
+    return in;
+}
+
 std::optional<std::vector<YldRow>> BuildADW(CalculatorTask task, const CalcDataModel& data) {
     // Columns: IYLD age at onset, duration, weight, cases; PYLD cases, weight, age.
     const bool prevalence = task == CalculatorTask::Pyld;
@@ -226,16 +236,12 @@ namespace {
 
 // CalYllRslt: the ages and deaths of the grid, the life table, and a column per set.
 bool CalYllRslt(const std::vector<DapValues>& sets, CalcDataModel& data) {
-    const auto ages = BuildAGD(data, 1);
-    if (!ages)
-        return false;
-    const std::vector<float> deaths = BuildDBC(data, 0);
-    const CellArray* table = calculatorLifeTable();
-    if (!table)
+    const auto in = readYllInputs(data);
+    if (!in)
         return false;
     for (const DapValues& dap : sets)
         data.setResultColumn(calculatorResultHead(text(ct::kYllPrefix), dap),
-                             CalYllCalculator(data.labels(), *ages, deaths, dap, *table));
+                             CalYllCalculator(data.labels(), in->ages, in->deaths, dap, *in->lifeTable));
     return true;
 }
 

@@ -85,6 +85,15 @@ std::optional<std::vector<YldRow>> BuildADW(CalculatorTask task, const CalcDataM
 std::vector<Cell> CalYllCalculator(const QStringList& labels, const std::vector<std::optional<float>>& ages,
                                    const std::vector<float>& deaths, const DapValues& dap,
                                    const CellArray& lifeTable);
+// The inputs of a YLL sheet: the ages at death of input 1 (BuildAGD), the deaths of input 0
+// (BuildDBC) and the standard life table; std::nullopt, after the message, when the ages or the
+// table cannot be had.
+struct YllInputs {
+    std::vector<std::optional<float>> ages;
+    std::vector<float> deaths;
+    const CellArray* lifeTable = nullptr;
+};
+std::optional<YllInputs> readYllInputs(const CalcDataModel& data);
 std::vector<Cell> CalIyld(const std::vector<YldRow>& rows, const DapValues& dap);
 std::vector<Cell> CalPyld(const std::vector<YldRow>& rows, const DapValues& dap);
 

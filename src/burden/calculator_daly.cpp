@@ -114,17 +114,14 @@ bool computeDalySets(const std::vector<DapValues>& sets, CalcDataModel& yld, Cal
     const auto yldRows = BuildADW(CalculatorTask::Iyld, yld);
     if (!yldRows)
         return false;
-    const auto ages = BuildAGD(yll, 1);
-    if (!ages)
-        return false;
-    const std::vector<float> deaths = BuildDBC(yll, 0);
-    const CellArray* table = calculatorLifeTable();
-    if (!table)
+    const auto in = readYllInputs(yll);
+    if (!in)
         return false;
     const CellArray map = sidesMap(yld.labels(), yll.labels());
     for (const DapValues& dap : sets) {
         const std::vector<Cell> iyld = CalIyld(*yldRows, dap);
-        const std::vector<Cell> yllValues = CalYllCalculator(yll.labels(), *ages, deaths, dap, *table);
+        const std::vector<Cell> yllValues =
+            CalYllCalculator(yll.labels(), in->ages, in->deaths, dap, *in->lifeTable);
         yld.setResultColumn(calculatorResultHead(text(ct::kIyldPrefix), dap), iyld);
         yll.setResultColumn(calculatorResultHead(text(ct::kYllPrefix), dap), yllValues);
         const DalyJoin join = joinDaly(yld.labels(), iyld, yll.labels(), yllValues, map);

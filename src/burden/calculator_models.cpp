@@ -12,61 +12,94 @@ namespace vesk {
 namespace ct = calculator_texts;
 
 // ---------------------------------------------------------------------------------------------
-// DapGridModel
+// CalculatorTableModel
 
-DapGridModel::DapGridModel(bool dalyRowTexts, QObject* parent) : QAbstractTableModel(parent) {
-    for (const auto& set : kBuiltInParameterSets) {
-        rows_.push_back({QString::fromLatin1(dalyRowTexts ? set.dalyCalculatorRow : set.yllCalculatorRow),
-                         QString::fromLatin1(set.r), QString::fromLatin1(set.K),
-                         QString::fromLatin1(set.Beta), QString::fromLatin1(set.C),
-                         QString::fromLatin1(kParameterNotSelected)});
-    }
-    rows_.push_back({QString::fromLatin1(kCustomParameterRow), QString(), QString(), QString(), QString(),
-                     QString::fromLatin1(kParameterNotSelected)});
+CalculatorTableModel::CalculatorTableModel(QStringList heads, Look look, QObject* parent)
+    : QAbstractTableModel(parent), heads_(std::move(heads)), look_(look) {}
+
+int CalculatorTableModel::rowCount(const QModelIndex& parent) const {
+    return parent.isValid() ? 0 : static_cast<int>(cells_.size());
 }
 
-int DapGridModel::rowCount(const QModelIndex& parent) const {
-    return parent.isValid() ? 0 : static_cast<int>(rows_.size());
+int CalculatorTableModel::columnCount(const QModelIndex& parent) const {
+    return parent.isValid() ? 0 : static_cast<int>(heads_.size());
 }
 
-int DapGridModel::columnCount(const QModelIndex& parent) const {
-    return parent.isValid() ? 0 : ColumnCount;
-}
-
-QVariant DapGridModel::data(const QModelIndex& index, int role) const {
+QVariant CalculatorTableModel::data(const QModelIndex& index, int role) const {
     if (!index.isValid())
         return {};
     if (role == Qt::DisplayRole || role == Qt::EditRole)
-        return rows_.at(index.row()).at(index.column());
+        return text(index.row(), index.column());
     if (role == Qt::TextAlignmentRole)
-        return QVariant::fromValue(
-            Qt::Alignment(index.column() == IdColumn ? Qt::AlignLeft | Qt::AlignVCenter : Qt::AlignCenter));
+        return QVariant::fromValue(index.column() == 0 ? look_.firstColumn : look_.otherColumns);
     return {};
 }
 
-QVariant DapGridModel::headerData(int section, Qt::Orientation orientation, int role) const {
+QVariant CalculatorTableModel::headerData(int section, Qt::Orientation orientation, int role) const {
     if (role != Qt::DisplayRole)
         return {};
     if (orientation == Qt::Horizontal)
-        return QString::fromLatin1(kParameterGridColumns.at(section));
-    return {};
+        return heads_.at(section);
+    return look_.numberedRows ? QVariant(section + 1) : QVariant();
 }
 
-Qt::ItemFlags DapGridModel::flags(const QModelIndex& index) const {
+Qt::ItemFlags CalculatorTableModel::flags(const QModelIndex& index) const {
     if (!index.isValid())
         return Qt::NoItemFlags;
     Qt::ItemFlags f = Qt::ItemIsEnabled | Qt::ItemIsSelectable;
-    if (index.row() == kCustomRow && index.column() >= RColumn && index.column() <= CColumn)
+    if (takesText(index.row(), index.column()))
         f |= Qt::ItemIsEditable;
     return f;
 }
 
-bool DapGridModel::setData(const QModelIndex& index, const QVariant& value, int role) {
+bool CalculatorTableModel::setData(const QModelIndex& index, const QVariant& value, int role) {
     if (!index.isValid() || role != Qt::EditRole || !(flags(index) & Qt::ItemIsEditable))
         return false;
-    const QString text = value.toString().trimmed();
-    const QString head = QString::fromLatin1(kParameterGridColumns.at(index.column())).toUpper();
-    if (head == QLatin1String("R") && !text.isEmpty()) {
+    if (!keepText(index.row(), index.column(), value.toString().trimmed()))
+        return false;
+    emit dataChanged(index, index);
+    textKept(index.row());
+    return true;
+}
+
+bool CalculatorTableModel::keepText(int row, int column, const QString& text) {
+    cells_.at(row)[column] = text;
+    return true;
+}
+
+// ---------------------------------------------------------------------------------------------
+// DapGridModel
+
+namespace {
+
+QStringList parameterGridHeads() {
+    QStringList heads;
+    for (const char* head : kParameterGridColumns)
+        heads << QString::fromLatin1(head);
+    return heads;
+}
+
+} // namespace
+
+DapGridModel::DapGridModel(bool dalyRowTexts, QObject* parent)
+    : CalculatorTableModel(parameterGridHeads(), {Qt::AlignLeft | Qt::AlignVCenter, Qt::AlignCenter, false},
+                           parent) {
+    for (const auto& set : kBuiltInParameterSets) {
+        cells_.push_back({QString::fromLatin1(dalyRowTexts ? set.dalyCalculatorRow : set.yllCalculatorRow),
+                          QString::fromLatin1(set.r), QString::fromLatin1(set.K),
+                          QString::fromLatin1(set.Beta), QString::fromLatin1(set.C),
+                          QString::fromLatin1(kParameterNotSelected)});
+    }
+    cells_.push_back({QString::fromLatin1(kCustomParameterRow), QString(), QString(), QString(), QString(),
+                      QString::fromLatin1(kParameterNotSelected)});
+}
+
+bool DapGridModel::takesText(int row, int column) const {
+    return row == kCustomRow && column >= RColumn && column <= CColumn;
+}
+
+bool DapGridModel::keepText(int row, int column, const QString& text) {
+    if (heads_.at(column).toUpper() == QLatin1String("R") && !text.isEmpty()) {
         const double r = Val(text);
         if (r < 0 || r > 1) {
             prompts().ask(QString::fromLatin1(ct::kRBetweenZeroAndOne), Buttons::Ok, Icon::Warning,
@@ -74,91 +107,53 @@ bool DapGridModel::setData(const QModelIndex& index, const QVariant& value, int 
             return false;
         }
     }
-    rows_.at(index.row()).at(index.column()) = text;
-    emit dataChanged(index, index);
-    return true;
+    return CalculatorTableModel::keepText(row, column, text);
 }
 
 void DapGridModel::toggleSelect(int row) {
     if (row < 0 || row >= rowCount())
         return;
-    QString& cell = rows_.at(row).at(SelectColumn);
+    QString& cell = cells_.at(row)[SelectColumn];
     cell = QString::fromLatin1(isSelected(row) ? kParameterNotSelected : kParameterSelected);
     emit dataChanged(index(row, SelectColumn), index(row, SelectColumn));
 }
 
 bool DapGridModel::isSelected(int row) const {
-    return rows_.at(row).at(SelectColumn) == QLatin1String(kParameterSelected);
+    return text(row, SelectColumn) == QLatin1String(kParameterSelected);
 }
 
 std::vector<DapValues> DapGridModel::selectedSets() const {
     std::vector<DapValues> out;
     for (int i = 0; i < rowCount(); ++i)
         if (isSelected(i))
-            out.push_back({rows_[i][IdColumn], rows_[i][RColumn], rows_[i][KColumn], rows_[i][BetaColumn],
-                           rows_[i][CColumn]});
+            out.push_back({text(i, IdColumn), text(i, RColumn), text(i, KColumn), text(i, BetaColumn),
+                           text(i, CColumn)});
     return out;
-}
-
-QString DapGridModel::text(int row, int column) const {
-    return rows_.at(row).at(column);
 }
 
 // ---------------------------------------------------------------------------------------------
 // AgeDefModel
 
-AgeDefModel::AgeDefModel(QObject* parent) : QAbstractTableModel(parent) {
-    rows_.resize(2);
+AgeDefModel::AgeDefModel(QObject* parent)
+    : CalculatorTableModel({QString::fromLatin1(ct::kAgeHead)},
+                           {Qt::AlignRight | Qt::AlignVCenter, Qt::AlignRight | Qt::AlignVCenter, true},
+                           parent) {
+    cells_.assign(2, QStringList{QString()});
 }
 
-int AgeDefModel::rowCount(const QModelIndex& parent) const {
-    return parent.isValid() ? 0 : static_cast<int>(rows_.size());
-}
-
-int AgeDefModel::columnCount(const QModelIndex& parent) const {
-    return parent.isValid() ? 0 : 1;
-}
-
-QVariant AgeDefModel::data(const QModelIndex& index, int role) const {
-    if (!index.isValid())
-        return {};
-    if (role == Qt::DisplayRole || role == Qt::EditRole)
-        return rows_.at(index.row());
-    if (role == Qt::TextAlignmentRole)
-        return QVariant::fromValue(Qt::Alignment(Qt::AlignRight | Qt::AlignVCenter));
-    return {};
-}
-
-QVariant AgeDefModel::headerData(int section, Qt::Orientation orientation, int role) const {
-    if (role != Qt::DisplayRole)
-        return {};
-    if (orientation == Qt::Horizontal)
-        return QString::fromLatin1(ct::kAgeHead);
-    return section + 1;
-}
-
-Qt::ItemFlags AgeDefModel::flags(const QModelIndex& index) const {
-    return index.isValid() ? Qt::ItemIsEnabled | Qt::ItemIsSelectable | Qt::ItemIsEditable : Qt::NoItemFlags;
-}
-
-bool AgeDefModel::setData(const QModelIndex& index, const QVariant& value, int role) {
-    if (!index.isValid() || role != Qt::EditRole)
-        return false;
-    rows_[index.row()] = value.toString().trimmed();
-    emit dataChanged(index, index);
-    if (index.row() == rowCount() - 1 && !rows_.last().isEmpty()) {
+void AgeDefModel::textKept(int row) {
+    if (row == rowCount() - 1 && !cells_.back().first().isEmpty()) {
         beginInsertRows(QModelIndex(), rowCount(), rowCount());
-        rows_.push_back(QString());
+        cells_.push_back({QString()});
         endInsertRows();
     }
-    return true;
 }
 
 QStringList AgeDefModel::ages() const {
     QStringList out;
-    for (const QString& r : rows_)
-        if (!r.trimmed().isEmpty())
-            out.push_back(r.trimmed());
+    for (const QStringList& r : cells_)
+        if (!r.first().trimmed().isEmpty())
+            out.push_back(r.first().trimmed());
     return out;
 }
 
@@ -171,79 +166,53 @@ void AgeDefModel::setAges(const QList<int>& ages) {
 
 void AgeDefModel::setAgeTexts(const QStringList& ages) {
     beginResetModel();
-    rows_ = ages;
-    rows_.push_back(QString()); // the grid holds the entries plus a row to type in
+    cells_.clear();
+    for (const QString& age : ages)
+        cells_.push_back({age});
+    cells_.push_back({QString()}); // the grid holds the entries plus a row to type in
     endResetModel();
 }
 
 // ---------------------------------------------------------------------------------------------
 // CalcDataModel
 
-CalcDataModel::CalcDataModel(QObject* parent) : QAbstractTableModel(parent) {}
+// Before the first build, the label column alone.
+CalcDataModel::CalcDataModel(QObject* parent)
+    : CalculatorTableModel({QString::fromLatin1(ct::kAsgHead)},
+                           {Qt::AlignLeft | Qt::AlignVCenter, Qt::AlignRight | Qt::AlignVCenter, false},
+                           parent) {}
 
-int CalcDataModel::rowCount(const QModelIndex& parent) const {
-    return parent.isValid() ? 0 : labels_.size();
+QString CalcDataModel::text(int row, int column) const {
+    if (column <= inputCount())
+        return CalculatorTableModel::text(row, column);
+    return formatCalculatorValue(results_.at(column - 1 - inputCount()).at(row), decimals_);
 }
 
-int CalcDataModel::columnCount(const QModelIndex& parent) const {
-    return parent.isValid() ? 0 : 1 + inputCount() + resultCount();
-}
-
-QVariant CalcDataModel::data(const QModelIndex& index, int role) const {
-    if (!index.isValid())
-        return {};
-    const int c = index.column();
-    if (role == Qt::TextAlignmentRole)
-        return QVariant::fromValue(
-            Qt::Alignment(c == 0 ? Qt::AlignLeft | Qt::AlignVCenter : Qt::AlignRight | Qt::AlignVCenter));
-    if (role != Qt::DisplayRole && role != Qt::EditRole)
-        return {};
-    if (c == 0)
-        return labels_.at(index.row());
-    if (c <= inputCount())
-        return inputs_.at(index.row()).at(c - 1);
-    return formatCalculatorValue(results_.at(c - 1 - inputCount()).values.at(index.row()), decimals_);
-}
-
-QVariant CalcDataModel::headerData(int section, Qt::Orientation orientation, int role) const {
-    if (role != Qt::DisplayRole || orientation != Qt::Horizontal)
-        return {};
-    if (section == 0)
-        return QString::fromLatin1(ct::kAsgHead);
-    if (section <= inputCount())
-        return inputHeads_.at(section - 1);
-    return results_.at(section - 1 - inputCount()).head;
-}
-
-Qt::ItemFlags CalcDataModel::flags(const QModelIndex& index) const {
-    if (!index.isValid())
-        return Qt::NoItemFlags;
-    Qt::ItemFlags f = Qt::ItemIsEnabled | Qt::ItemIsSelectable;
-    if (index.column() >= 1 && index.column() <= inputCount())
-        f |= Qt::ItemIsEditable;
-    return f;
-}
-
-bool CalcDataModel::setData(const QModelIndex& index, const QVariant& value, int role) {
-    if (!index.isValid() || role != Qt::EditRole || !(flags(index) & Qt::ItemIsEditable))
-        return false;
-    inputs_[index.row()][index.column() - 1] = value.toString().trimmed();
-    emit dataChanged(index, index);
-    return true;
+bool CalcDataModel::takesText(int, int column) const {
+    return column >= 1 && column <= inputCount();
 }
 
 void CalcDataModel::build(const QString& title, const QStringList& labels, const QStringList& inputHeads) {
     beginResetModel();
     title_ = title;
-    labels_ = labels;
-    inputHeads_ = inputHeads;
-    inputs_.assign(labels.size(), QStringList(inputHeads.size(), QString()));
+    heads_ = QStringList{QString::fromLatin1(ct::kAsgHead)} + inputHeads;
+    inputCount_ = static_cast<int>(inputHeads.size());
+    cells_.clear();
+    for (const QString& label : labels)
+        cells_.push_back(QStringList{label} + QStringList(inputHeads.size(), QString()));
     results_.clear();
     endResetModel();
 }
 
+QStringList CalcDataModel::labels() const {
+    QStringList out;
+    for (const QStringList& row : cells_)
+        out << row.first();
+    return out;
+}
+
 QString CalcDataModel::inputText(int row, int input) const {
-    return inputs_.at(row).at(input);
+    return cells_.at(row).at(input + 1);
 }
 
 void CalcDataModel::setInputText(int row, int input, const QString& text) {
@@ -252,8 +221,8 @@ void CalcDataModel::setInputText(int row, int input, const QString& text) {
 
 void CalcDataModel::setResultColumn(const QString& head, const std::vector<Cell>& values) {
     for (int k = 0; k < resultCount(); ++k) {
-        if (results_[k].head == head) {
-            results_[k].values = values;
+        if (resultHead(k) == head) {
+            results_[k] = values;
             const int col = 1 + inputCount() + k;
             emit dataChanged(index(0, col), index(rowCount() - 1, col));
             return;
@@ -261,14 +230,15 @@ void CalcDataModel::setResultColumn(const QString& head, const std::vector<Cell>
     }
     const int col = columnCount();
     beginInsertColumns(QModelIndex(), col, col);
-    results_.push_back({head, values});
+    heads_.push_back(head);
+    results_.push_back(values);
     endInsertColumns();
 }
 
 const std::vector<Cell>* CalcDataModel::result(const QString& head) const {
-    for (const auto& r : results_)
-        if (r.head == head)
-            return &r.values;
+    for (int k = 0; k < resultCount(); ++k)
+        if (resultHead(k) == head)
+            return &results_[k];
     return nullptr;
 }
 
@@ -276,6 +246,7 @@ void CalcDataModel::clearResults() {
     if (results_.empty())
         return;
     beginRemoveColumns(QModelIndex(), 1 + inputCount(), columnCount() - 1);
+    heads_.resize(1 + inputCount());
     results_.clear();
     endRemoveColumns();
 }
@@ -294,7 +265,10 @@ QStringList CalcDataModel::GetString(int row) const {
 }
 
 int CalcDataModel::GetIdx(const QString& label) const {
-    return labels_.indexOf(label);
+    for (int row = 0; row < rowCount(); ++row)
+        if (cells_[row].first() == label)
+            return row;
+    return -1;
 }
 
 QString formatCalculatorValue(const Cell& value, int decimals) {

@@ -182,6 +182,21 @@ void checkBetaAndC(const ResumeNext& h, const Cell& Beta, const Cell& C, Check b
         h.raise(c.number, c.words);
 }
 
+// The checks of a discounted formula (FnlYLD, FnYLLF): r from 0 to below 1, K from 0 to 1, then
+// Beta and C, a C of 0 failing too; each with its formula's error number and words.
+struct DiscountedChecks {
+    Check r, K, Beta, C;
+};
+
+void checkDiscounted(const ResumeNext& h, float r, float K, const Cell& Beta, const Cell& C,
+                     const DiscountedChecks& checks) {
+    if (r < 0 || r >= 1)
+        h.raise(checks.r.number, checks.r.words);
+    if (K < 0 || K > 1)
+        h.raise(checks.K.number, checks.K.words);
+    checkBetaAndC(h, Beta, C, checks.Beta, checks.C, true);
+}
+
 // FnlYLD, r = 0 and K != 0.
 float iyldUndiscounted(const ResumeNext& h, float a, float L, float D, float K, const Cell& Beta,
                        const Cell& C, float N) {
@@ -255,11 +270,9 @@ double yllDiscounted(const ResumeNext& h, float a, float L, float r, float K, co
 
 float FnlYLD(float a, float L, float D, float r, float K, const Cell& Beta, const Cell& C, float N) {
     const ResumeNext h(kSourceIYLD);
-    if (r < 0 || r >= 1)
-        h.raise(kErrIYLDr, kRRange);
-    if (K < 0 || K > 1)
-        h.raise(kErrIYLDk, kRRange);
-    checkBetaAndC(h, Beta, C, {kErrIYLDBeta, kBetaRange}, {kErrIYLDc, kBetaRange}, true);
+    checkDiscounted(
+        h, r, K, Beta, C,
+        {{kErrIYLDr, kRRange}, {kErrIYLDk, kRRange}, {kErrIYLDBeta, kBetaRange}, {kErrIYLDc, kBetaRange}});
 
     if (r == 0 && K != 0)
         return iyldUndiscounted(h, a, L, D, K, Beta, C, N);
@@ -297,11 +310,9 @@ float FnPYLD(float a, float D, float K, const Cell& Beta, const Cell& C, float N
 
 double FnYLLF(float a, float L, float r, float K, const Cell& Beta, const Cell& C) {
     const ResumeNext h(kSourceYLL);
-    if (r < 0 || r >= 1)
-        h.raise(kErrYLLr, kRRange);
-    if (K < 0 || K > 1)
-        h.raise(kErrYLLk, kKRangeYLL);
-    checkBetaAndC(h, Beta, C, {kErrYLLBeta, kBetaRange}, {kErrYLLc, kCRangeYLL}, true);
+    checkDiscounted(
+        h, r, K, Beta, C,
+        {{kErrYLLr, kRRange}, {kErrYLLk, kKRangeYLL}, {kErrYLLBeta, kBetaRange}, {kErrYLLc, kCRangeYLL}});
 
     double result = 0;
     if (r == 0) {

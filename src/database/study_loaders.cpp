@@ -7,6 +7,8 @@
 #include "foundation/error_store.h"
 #include "platform/prompts.h"
 
+#include <functional>
+
 namespace vesk {
 
 using sql::quoteName;
@@ -42,6 +44,42 @@ Cell vector(const QList<Cell>& items) {
 
 bool isTrue(const Cell& c) {
     return c.isNumber() && c.toDouble() != 0;
+}
+
+// A list of the current study: the first column of `sql`, whose %1 is the table the settings name
+// (a name that is not a plain word reads as no rows) and whose one parameter is the study.
+struct StudyList {
+    const char* sql;
+    const char* missing; // shown with the study when the list is empty
+    StudyFinding finding;
+};
+
+const StudyList kUnitList{"SELECT BPUID FROM %1 WHERE BDSId = ? ORDER BY Prty", dbtext::NoBPUs,
+                          StudyFinding::NoUnits};
+// The old engine gave the distinct values in sorted order; the order is asked for here.
+const StudyList kAggregateList{"SELECT DISTINCT PAG1Id FROM %1 WHERE BDSId = ? ORDER BY PAG1Id",
+                               dbtext::NoPAGs, StudyFinding::NoAggregates};
+
+// Reads the list into `target`; a failing engine is shown, then an empty list is reported.
+LoadReport loadStudyList(const DbConnection& db, const StudyList& list, const QString& table,
+                         const QString& study, Cell& target,
+                         const std::function<void(const QString&)>& show) {
+    QSqlError e;
+    std::optional<QSqlQuery> q;
+    if (isPlainIdentifier(table))
+        q = db.query(QString::fromLatin1(list.sql).arg(quoteName(table)), {study}, &e);
+    QList<Cell> items;
+    if (q)
+        for (const auto& row : rowsOf(*q, 1))
+            items.push_back(row[0]);
+    else if (e.isValid())
+        show(engineDescription(e));
+    if (items.isEmpty()) {
+        show(list.missing + study);
+        return {list.finding};
+    }
+    target = vector(items);
+    return {};
 }
 
 } // namespace
@@ -137,48 +175,15 @@ void StudyContext::InitCobcd(bool quiet) {
 LoadReport StudyContext::InitBPULst(const QString& tableName) {
     if (!StudyDB)
         return {StudyFinding::EngineFailed};
-    QSqlError e;
-    std::optional<QSqlQuery> q;
-    if (isPlainIdentifier(tableName))
-        q = StudyDB->query(
-            QStringLiteral("SELECT BPUID FROM %1 WHERE BDSId = ? ORDER BY Prty").arg(quoteName(tableName)),
-            {CurBDSId}, &e);
-    QList<Cell> units;
-    if (q)
-        for (const auto& row : rowsOf(*q, 1))
-            units.push_back(row[0]);
-    else if (e.isValid())
-        show(engineDescription(e));
-    if (units.isEmpty()) {
-        show(dbtext::NoBPUs + CurBDSId);
-        return {StudyFinding::NoUnits};
-    }
-    VctrBPULst = vector(units);
-    return {};
+    return loadStudyList(*StudyDB, kUnitList, tableName, CurBDSId, VctrBPULst,
+                         [this](const QString& t) { show(t); });
 }
 
 LoadReport StudyContext::InitPAGLst(const QString& tableName) {
     if (!StudyDB)
         return {StudyFinding::EngineFailed};
-    QSqlError e;
-    std::optional<QSqlQuery> q;
-    // The old engine gave the distinct values in sorted order; the order is asked for here.
-    if (isPlainIdentifier(tableName))
-        q = StudyDB->query(QStringLiteral("SELECT DISTINCT PAG1Id FROM %1 WHERE BDSId = ? ORDER BY PAG1Id")
-                               .arg(quoteName(tableName)),
-                           {CurBDSId}, &e);
-    QList<Cell> aggregates;
-    if (q)
-        for (const auto& row : rowsOf(*q, 1))
-            aggregates.push_back(row[0]);
-    else if (e.isValid())
-        show(engineDescription(e));
-    if (aggregates.isEmpty()) {
-        show(dbtext::NoPAGs + CurBDSId);
-        return {StudyFinding::NoAggregates};
-    }
-    VctrPAGLst = vector(aggregates);
-    return {};
+    return loadStudyList(*StudyDB, kAggregateList, tableName, CurBDSId, VctrPAGLst,
+                         [this](const QString& t) { show(t); });
 }
 
 void StudyContext::InitDmgphyPrmtrs(const QString& bdsId, Cell& mtxDmgphy) {

@@ -6,6 +6,7 @@
 #include "foundation/settings.h"
 
 #include <array>
+#include <span>
 
 namespace vesk::stp {
 
@@ -37,41 +38,49 @@ inline const std::array<PreferKey, 11> kPreferKeys = {{
     {"sLFailure =", "sLFailure =", 12, nullptr, &VeskSettings::sLFailure, 0, d::sLFailure},
 }};
 
-// [DCTTBLNM], [POPDCTTBLNM], [INTPLTRTBLNM], [USRLTS]: names of tables in foreign files. The value
-// starts right after the "=".
+// [DCTTBLNM], [POPDCTTBLNM], [INTPLTRTBLNM], [USRLTS]: names of tables in foreign files, each
+// section with its keys. The value starts right after the "=".
 struct NameKey {
     const char* key; // literal and reader key alike
     QString VeskSettings::*member;
     const char* textDefault;
 };
 
-struct NameSection {
-    const char* heading;
-    int first; // index of its first key in kNameKeys
-    int count;
-};
-
-inline const std::array<NameKey, 13> kNameKeys = {{
+inline const std::array<NameKey, 6> kDictionaryTableKeys = {{
     {"GrpDctTblNm=", &VeskSettings::GrpDctTblNm, d::GrpDctTblNm},
     {"SGrpDctTblNm=", &VeskSettings::SGrpDctTblNm, d::SGrpDctTblNm},
     {"ClstrDctTblNm=", &VeskSettings::ClstrDctTblNm, d::ClstrDctTblNm},
     {"COBDctTblNm=", &VeskSettings::COBDctTblNm, d::COBDctTblNm},
     {"SqlaDctTblNm=", &VeskSettings::SqlaDctTblNm, d::SqlaDctTblNm},
     {"MapDctTblNm=", &VeskSettings::MapDctTblNm, d::MapDctTblNm},
+}};
+
+inline const std::array<NameKey, 3> kPopulationTableKeys = {{
     {"BPUTblNm=", &VeskSettings::BPUTblNm, d::BPUTblNm},
     {"PAG1TblNm=", &VeskSettings::PAG1TblNm, d::PAG1TblNm},
     {"PAG2TblNm=", &VeskSettings::PAG2TblNm, d::PAG2TblNm},
+}};
+
+inline const std::array<NameKey, 3> kInterpolatorTableKeys = {{
     {"POPTblNm=", &VeskSettings::POPTblNm, d::POPTblNm},
     {"DTHSTblNm=", &VeskSettings::DTHSTblNm, d::DTHSTblNm},
     {"BOTHTblNm=", &VeskSettings::BOTHTblNm, d::BOTHTblNm},
+}};
+
+inline const std::array<NameKey, 1> kUserLifeTableKeys = {{
     {"UsrLTSTblNm=", &VeskSettings::UsrLTSTblNm, d::UsrLTSTblNm},
 }};
 
-inline constexpr std::array<NameSection, 4> kNameSections = {{
-    {"[DCTTBLNM]", 0, 6},
-    {"[POPDCTTBLNM]", 6, 3},
-    {"[INTPLTRTBLNM]", 9, 3},
-    {"[USRLTS]", 12, 1},
+struct NameSection {
+    const char* heading;
+    std::span<const NameKey> keys;
+};
+
+inline const std::array<NameSection, 4> kNameSections = {{
+    {"[DCTTBLNM]", kDictionaryTableKeys},
+    {"[POPDCTTBLNM]", kPopulationTableKeys},
+    {"[INTPLTRTBLNM]", kInterpolatorTableKeys},
+    {"[USRLTS]", kUserLifeTableKeys},
 }};
 
 // The other literals.

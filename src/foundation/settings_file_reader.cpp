@@ -123,8 +123,7 @@ void readColumnWidths(Reader& r) {
 }
 
 void readNames(Reader& r, const stp::NameSection& section) {
-    for (int i = section.first; i < section.first + section.count; ++i) {
-        const stp::NameKey& k = stp::kNameKeys[i];
+    for (const stp::NameKey& k : section.keys) {
         r.line = r.in.next();
         if (!startsWithKey(r.line, QString::fromUtf8(k.key)))
             continue;

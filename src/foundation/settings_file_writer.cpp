@@ -67,8 +67,7 @@ void writePreferences(StpWriter& w, VeskSettings& s) {
     }
     for (const stp::NameSection& section : stp::kNameSections) {
         w.line(section.heading);
-        for (int i = section.first; i < section.first + section.count; ++i) {
-            const stp::NameKey& k = stp::kNameKeys[i];
+        for (const stp::NameKey& k : section.keys) {
             if ((s.*k.member).isEmpty())
                 s.*k.member = QString::fromUtf8(k.textDefault);
             w.line(k.key, s.*k.member);

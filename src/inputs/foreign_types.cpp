@@ -3,6 +3,7 @@
 #include "platform/runtime.h"
 
 #include <cmath>
+#include <iterator>
 #include <limits>
 
 namespace vesk {
@@ -78,23 +79,12 @@ Rank widen(Rank a, Rank b) {
     return Rank::Long;
 }
 
+// The field type of each rank, in the order of Rank; a column with no value at all is text.
 QString rankName(Rank r) {
-    switch (r) {
-    case Rank::Integer:
-        return QStringLiteral("Integer");
-    case Rank::Long:
-        return QStringLiteral("Long");
-    case Rank::Single:
-        return QStringLiteral("Single");
-    case Rank::Double:
-        return QStringLiteral("Double");
-    case Rank::Date:
-        return QStringLiteral("Date");
-    case Rank::Logical:
-        return QStringLiteral("Logical");
-    default:
-        return QStringLiteral("String");
-    }
+    static const char* const names[] = {"String", "Integer", "Long",    "Single",
+                                        "Double", "Date",    "Logical", "String"};
+    static_assert(std::size(names) == static_cast<std::size_t>(Rank::String) + 1);
+    return QString::fromLatin1(names[static_cast<int>(r)]);
 }
 
 } // namespace

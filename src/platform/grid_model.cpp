@@ -26,68 +26,80 @@ void GridModel::resize(int rows, int cols) {
     clampCurrent();
 }
 
+// The insert and remove signals of one band: the rows or the columns.
+struct GridModel::BandSignals {
+    using Begin = void (QAbstractItemModel::*)(const QModelIndex&, int, int);
+    using End = void (QAbstractItemModel::*)();
+    Begin beginInsert;
+    End endInsert;
+    Begin beginRemove;
+    End endRemove;
+};
+
+const GridModel::BandSignals& GridModel::bandSignals(Qt::Orientation band) {
+    static const BandSignals rows{&GridModel::beginInsertRows, &GridModel::endInsertRows,
+                                  &GridModel::beginRemoveRows, &GridModel::endRemoveRows};
+    static const BandSignals cols{&GridModel::beginInsertColumns, &GridModel::endInsertColumns,
+                                  &GridModel::beginRemoveColumns, &GridModel::endRemoveColumns};
+    return band == Qt::Vertical ? rows : cols;
+}
+
 void GridModel::setRows(int rows) {
-    rows = std::max(rows, 0);
-    if (rows == rows_)
-        return;
-    const int oldBody = rowCount(), newBody = std::max(0, rows - fixedRows_);
-    const bool signal = redraw_ && rows >= fixedRows_;
-    if (signal && newBody > oldBody)
-        beginInsertRows(QModelIndex(), oldBody, newBody - 1);
-    else if (signal && newBody < oldBody)
-        beginRemoveRows(QModelIndex(), newBody, oldBody - 1);
-    else if (redraw_)
-        beginResetModel();
-    resize(rows, cols_);
-    if (signal && newBody > oldBody)
-        endInsertRows();
-    else if (signal && newBody < oldBody)
-        endRemoveRows();
-    else if (redraw_)
-        endResetModel();
+    setBandSize(Qt::Vertical, rows);
 }
 
 void GridModel::setCols(int cols) {
-    cols = std::max(cols, 0);
-    if (cols == cols_)
+    setBandSize(Qt::Horizontal, cols);
+}
+
+// The views hear of a new size as entries inserted or removed at the end of the body while the
+// fixed band stays whole, and as a reset when the size cuts into it.
+void GridModel::setBandSize(Qt::Orientation band, int size) {
+    const bool byRows = band == Qt::Vertical;
+    size = std::max(size, 0);
+    if (size == (byRows ? rows_ : cols_))
         return;
-    const int oldBody = columnCount(), newBody = std::max(0, cols - fixedCols_);
-    const bool signal = redraw_ && cols >= fixedCols_;
-    if (signal && newBody > oldBody)
-        beginInsertColumns(QModelIndex(), oldBody, newBody - 1);
-    else if (signal && newBody < oldBody)
-        beginRemoveColumns(QModelIndex(), newBody, oldBody - 1);
+    const int fixed = byRows ? fixedRows_ : fixedCols_;
+    const int oldBody = byRows ? rowCount() : columnCount(), newBody = std::max(0, size - fixed);
+    const bool signal = redraw_ && size >= fixed;
+    const bool grows = signal && newBody > oldBody, shrinks = signal && newBody < oldBody;
+    const BandSignals& s = bandSignals(band);
+    if (grows)
+        (this->*s.beginInsert)(QModelIndex(), oldBody, newBody - 1);
+    else if (shrinks)
+        (this->*s.beginRemove)(QModelIndex(), newBody, oldBody - 1);
     else if (redraw_)
         beginResetModel();
-    resize(rows_, cols);
-    if (signal && newBody > oldBody)
-        endInsertColumns();
-    else if (signal && newBody < oldBody)
-        endRemoveColumns();
+    resize(byRows ? size : rows_, byRows ? cols_ : size);
+    if (grows)
+        (this->*s.endInsert)();
+    else if (shrinks)
+        (this->*s.endRemove)();
     else if (redraw_)
         endResetModel();
 }
 
 void GridModel::setFixedRows(int n) {
-    n = std::clamp(n, 0, rows_);
-    if (n == fixedRows_)
-        return;
-    if (redraw_)
-        beginResetModel();
-    fixedRows_ = n;
-    clampCurrent();
-    if (redraw_)
-        endResetModel();
+    setFixedBand(fixedRows_, std::clamp(n, 0, rows_));
 }
 
 void GridModel::setFixedCols(int n) {
-    n = std::clamp(n, 0, cols_);
-    if (n == fixedCols_)
+    setFixedBand(fixedCols_, std::clamp(n, 0, cols_));
+}
+
+void GridModel::setFixedBand(int& fixed, int n) {
+    if (n == fixed)
         return;
+    resetting([&] {
+        fixed = n;
+        clampCurrent();
+    });
+}
+
+void GridModel::resetting(const std::function<void()>& change) {
     if (redraw_)
         beginResetModel();
-    fixedCols_ = n;
-    clampCurrent();
+    change();
     if (redraw_)
         endResetModel();
 }
@@ -119,11 +131,7 @@ void GridModel::changedCell(int row, int col) {
 }
 
 void GridModel::clear() {
-    if (redraw_)
-        beginResetModel();
-    std::fill(texts_.begin(), texts_.end(), QString());
-    if (redraw_)
-        endResetModel();
+    resetting([this] { std::fill(texts_.begin(), texts_.end(), QString()); });
 }
 
 void GridModel::clampCurrent() {

@@ -9,6 +9,7 @@
 
 #include <QAbstractTableModel>
 #include <QString>
+#include <functional>
 #include <vector>
 
 namespace vesk {
@@ -63,6 +64,13 @@ public:
     Qt::ItemFlags flags(const QModelIndex& index) const override;
 
 private:
+    struct BandSignals;
+    static const BandSignals& bandSignals(Qt::Orientation band);
+    // The rows (Vertical) or the columns (Horizontal), fixed band included.
+    void setBandSize(Qt::Orientation band, int size);
+    void setFixedBand(int& fixed, int n);
+    // Makes the change, which the views take as a reset unless painting is off.
+    void resetting(const std::function<void()>& change);
     void resize(int rows, int cols);
     void clampCurrent();
     void changedCell(int row, int col);

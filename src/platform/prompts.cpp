@@ -14,13 +14,9 @@ public:
         std::fprintf(stderr, "%s%s%s\n", qPrintable(title), title.isEmpty() ? "" : ": ", qPrintable(text));
         return defaultAnswer(buttons);
     }
-    std::optional<QString> openFileName(const QString&, const QString&, const QString&) override {
+    std::optional<QString> fileName(FileDialog, const QString&, const QString&, const QString&) override {
         return std::nullopt;
     }
-    std::optional<QString> saveFileName(const QString&, const QString&, const QString&) override {
-        return std::nullopt;
-    }
-    std::optional<QString> folderName(const QString&, const QString&) override { return std::nullopt; }
     std::optional<QString> inputBox(const QString&, const QString&, const QString&) override {
         return std::nullopt;
     }
@@ -86,24 +82,12 @@ Answer ScriptedPrompts::ask(const QString& text, Buttons buttons, Icon icon, con
     return takeNext(answers_, defaultAnswer(buttons), unanswered_);
 }
 
-std::optional<QString> ScriptedPrompts::nextFile(PromptRecord::Kind kind, const QString& title,
-                                                 const QString& filter) {
-    shown_.push_back({kind, title, title, Buttons::OkCancel, Icon::None, filter});
+std::optional<QString> ScriptedPrompts::fileName(FileDialog dialog, const QString& title, const QString& filter,
+                                                 const QString&) {
+    static constexpr PromptRecord::Kind kinds[] = {PromptRecord::Kind::OpenFile, PromptRecord::Kind::SaveFile,
+                                                   PromptRecord::Kind::Folder};
+    shown_.push_back({kinds[static_cast<int>(dialog)], title, title, Buttons::OkCancel, Icon::None, filter});
     return takeNext(files_, std::optional<QString>(), unanswered_);
-}
-
-std::optional<QString> ScriptedPrompts::openFileName(const QString& title, const QString& filter,
-                                                     const QString&) {
-    return nextFile(PromptRecord::Kind::OpenFile, title, filter);
-}
-
-std::optional<QString> ScriptedPrompts::saveFileName(const QString& title, const QString& filter,
-                                                     const QString&) {
-    return nextFile(PromptRecord::Kind::SaveFile, title, filter);
-}
-
-std::optional<QString> ScriptedPrompts::folderName(const QString& title, const QString&) {
-    return nextFile(PromptRecord::Kind::Folder, title, QString());
 }
 
 std::optional<QString> ScriptedPrompts::inputBox(const QString& prompt, const QString& title,

@@ -24,20 +24,31 @@ struct PromptRecord {
     QString filter; // file dialogs: the filter; input boxes: the default text
 };
 
+enum class FileDialog { Open, Save, Folder };
+
 class PromptService {
 public:
     virtual ~PromptService() = default;
     virtual Answer ask(const QString& text, Buttons buttons = Buttons::Ok, Icon icon = Icon::None,
                        const QString& title = QString()) = 0;
-    // File and folder dialogs: std::nullopt when the user cancels.
-    virtual std::optional<QString> openFileName(const QString& title, const QString& filter,
-                                                const QString& dir = QString()) = 0;
-    virtual std::optional<QString> saveFileName(const QString& title, const QString& filter,
-                                                const QString& dir = QString()) = 0;
-    virtual std::optional<QString> folderName(const QString& title, const QString& dir = QString()) = 0;
+    // File and folder dialogs: std::nullopt when the user cancels. A folder dialog has no filter.
+    virtual std::optional<QString> fileName(FileDialog dialog, const QString& title, const QString& filter,
+                                            const QString& dir) = 0;
     // Input box: std::nullopt on Cancel.
     virtual std::optional<QString> inputBox(const QString& prompt, const QString& title,
                                             const QString& defaultText = QString()) = 0;
+
+    std::optional<QString> openFileName(const QString& title, const QString& filter,
+                                        const QString& dir = QString()) {
+        return fileName(FileDialog::Open, title, filter, dir);
+    }
+    std::optional<QString> saveFileName(const QString& title, const QString& filter,
+                                        const QString& dir = QString()) {
+        return fileName(FileDialog::Save, title, filter, dir);
+    }
+    std::optional<QString> folderName(const QString& title, const QString& dir = QString()) {
+        return fileName(FileDialog::Folder, title, QString(), dir);
+    }
 };
 
 // The installed service. Before any is installed, a headless one answers: it writes each message
@@ -64,17 +75,12 @@ public:
     int unanswered() const { return unanswered_; }
 
     Answer ask(const QString& text, Buttons buttons, Icon icon, const QString& title) override;
-    std::optional<QString> openFileName(const QString& title, const QString& filter,
-                                        const QString& dir) override;
-    std::optional<QString> saveFileName(const QString& title, const QString& filter,
-                                        const QString& dir) override;
-    std::optional<QString> folderName(const QString& title, const QString& dir) override;
+    std::optional<QString> fileName(FileDialog dialog, const QString& title, const QString& filter,
+                                    const QString& dir) override;
     std::optional<QString> inputBox(const QString& prompt, const QString& title,
                                     const QString& defaultText) override;
 
 private:
-    std::optional<QString> nextFile(PromptRecord::Kind kind, const QString& title, const QString& filter);
-
     std::deque<Answer> answers_;
     std::deque<std::optional<QString>> files_;
     std::deque<std::optional<QString>> inputs_;

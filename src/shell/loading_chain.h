@@ -15,6 +15,7 @@
 #include "study/study_setup_report.h"
 
 #include <QString>
+#include <functional>
 
 namespace vesk {
 
@@ -89,6 +90,8 @@ private:
     void endTick();                         // steps 9 and 10
     void chainError(const RuntimeError& e); // step 11
     void commandError(const QString& description);
+    // Runs a command: a run-time error, or any other failure, ends it through commandError.
+    void guarded(const std::function<void()>& command);
     void closeDatabase(bool fromToolbar);
     void copySettingsToTemp();
 

@@ -16,6 +16,7 @@
 #include <QFile>
 #include <QFileInfo>
 #include <exception>
+#include <functional>
 
 namespace vesk {
 
@@ -37,6 +38,16 @@ QString storedFileName(const QString& name) {
 
 } // namespace
 
+void LoadingChain::guarded(const std::function<void()>& command) {
+    try {
+        command();
+    } catch (const RuntimeError& e) {
+        commandError(e.words);
+    } catch (const std::exception& e) {
+        commandError(QString::fromLocal8Bit(e.what()));
+    }
+}
+
 void LoadingChain::copySettingsToTemp() {
     // The copy of the settings file that later messages offer ("the copy of STP"). It is a spare:
     // File -> New goes on without it, so that a settings file that has gone still leads to the
@@ -51,7 +62,7 @@ void LoadingChain::copySettingsToTemp() {
 }
 
 void LoadingChain::mnu_New_Click() {
-    try {
+    guarded([&] {
         NewDBDone_ = true;
         copySettingsToTemp();
         NewDBDone_ = studyBackend().CreateNewDatabase();
@@ -67,15 +78,11 @@ void LoadingChain::mnu_New_Click() {
         if (!applySettingsResult(static_cast<int>(read.outcome), read.SettingsOK))
             return;
         host_.showStudySetup(true);
-    } catch (const RuntimeError& e) {
-        commandError(e.words);
-    } catch (const std::exception& e) {
-        commandError(QString::fromLocal8Bit(e.what()));
-    }
+    });
 }
 
 void LoadingChain::mnu_Open_Click() {
-    try {
+    guarded([&] {
         const auto chosen =
             prompts().openFileName(text(t::kOpenTitle), text(t::kOpenFilter), preferences().txtwklocation);
         if (!chosen || chosen->trimmed().isEmpty())
@@ -98,15 +105,11 @@ void LoadingChain::mnu_Open_Click() {
         prompts().ask(text(t::kOpenNotVesk));
         // The database in use before is not opened again.
         applyMenuChange(MenuChange::OpenFailedAfterMessage);
-    } catch (const RuntimeError& e) {
-        commandError(e.words);
-    } catch (const std::exception& e) {
-        commandError(QString::fromLocal8Bit(e.what()));
-    }
+    });
 }
 
 void LoadingChain::closeDatabase(bool fromToolbar) {
-    try {
+    guarded([&] {
         StudyBackend& b = studyBackend();
         b.releaseStudyDB();
         applyMenuChange(fromToolbar ? MenuChange::ToolbarClose : MenuChange::FileClose);
@@ -116,11 +119,7 @@ void LoadingChain::closeDatabase(bool fromToolbar) {
         if (!fromToolbar)
             preferences().txtVESKObj.clear();
         Write_To_Vesk_Stp();
-    } catch (const RuntimeError& e) {
-        commandError(e.words);
-    } catch (const std::exception& e) {
-        commandError(QString::fromLocal8Bit(e.what()));
-    }
+    });
 }
 
 void LoadingChain::Cls_Click() {
@@ -136,18 +135,14 @@ void LoadingChain::mnu_exit_Click() {
 }
 
 void LoadingChain::mnu_SSetup_Click() {
-    try {
+    guarded([&] {
         if (!SettingsOK_) {
             prompts().ask(text(t::kCheckPaths), Buttons::Ok, Icon::Warning);
             preferencesForm().showModal();
             return;
         }
         host_.showStudySetup(false);
-    } catch (const RuntimeError& e) {
-        commandError(e.words);
-    } catch (const std::exception& e) {
-        commandError(QString::fromLocal8Bit(e.what()));
-    }
+    });
 }
 
 } // namespace vesk

@@ -12,177 +12,115 @@ namespace {
 RecordingMenus fallback;
 MenuSwitch* installed = nullptr;
 
+QString s(const char* name) {
+    return QString::fromLatin1(name);
+}
+
 const QString tb1 = toolbarButtonName(1);
 const QString tb2 = toolbarButtonName(2);
 const QString tb3 = toolbarButtonName(3);
 const QString tb4 = toolbarButtonName(4);
 const QString tb5 = toolbarButtonName(5);
 
+// What works on the open database: the File items Import, Export, Zap, Close and Dictionaries,
+// toolbar buttons 3 and 4, and Compute.
+const QStringList kDatabaseItems = {s("Mnu_import"),  s("mnu_exp"),    s("Mnu_Purge"), s("Cls"), tb3, tb4,
+                                    s("mnu_cgroups"), s("mnu_Compute")};
+
 // The items a database that is wrong, or closed, leaves dead.
 const QStringList kDeadWithoutDatabase = {
-    QStringLiteral("mnu_study"),  QStringLiteral("mnu_res"),     QStringLiteral("mnu_Reports"),
-    QStringLiteral("Mnu_import"), QStringLiteral("mnu_exp"),     QStringLiteral("Mnu_Purge"),
-    QStringLiteral("Cls"),        QStringLiteral("mnu_cgroups"), QStringLiteral("mnu_Compute"),
+    s("mnu_study"), s("mnu_res"), s("mnu_Reports"), s("Mnu_import"),  s("mnu_exp"),
+    s("Mnu_Purge"), s("Cls"),     s("mnu_cgroups"), s("mnu_Compute"),
 };
 
-const QStringList kNoStudy = {
-    QStringLiteral("mnu_BPUES"), QStringLiteral("mnu_studyInp"), QStringLiteral("mnu_Daly"),
-    QStringLiteral("mns_lsr"),   QStringLiteral("mnu_Compute"),  QStringLiteral("mnu_res"),
-};
+// And the items that stay alive without one.
+const QStringList kAliveWithoutDatabase = {s("mnu_tools"), s("mnu_Help"),  s("mnu_New"),
+                                           s("mnu_Open"),  s("mnu_setup"), s("mnu_exit")};
+
+const QStringList kDeadAtStart = {s("mnu_Reports"), s("mnu_res"), s("mnu_Compute")};
+
+const QStringList kNoStudy = {s("mnu_BPUES"), s("mnu_studyInp"), s("mnu_Daly"),
+                              s("mns_lsr"),   s("mnu_Compute"),  s("mnu_res")};
 
 const std::vector<MenuStateRule> kRules = {
-    {MenuState::Starting,
-     "Starting",
-     {},
-     {QStringLiteral("mnu_Reports"), QStringLiteral("mnu_res"), QStringLiteral("mnu_Compute")},
-     MenuStateRule::Others::Keep},
+    {MenuState::Starting, "Starting", {}, kDeadAtStart, MenuStateRule::Others::Keep},
     {MenuState::Ready, "Ready", {}, {}, MenuStateRule::Others::Enable},
     {MenuState::NoStudy, "No study", {}, kNoStudy, MenuStateRule::Others::Enable},
-    {MenuState::BadDatabase,
-     "Bad database",
-     {QStringLiteral("mnu_tools"), QStringLiteral("mnu_Help"), QStringLiteral("mnu_New"),
-      QStringLiteral("mnu_Open"), QStringLiteral("mnu_setup"), QStringLiteral("mnu_exit")},
-     kDeadWithoutDatabase,
+    {MenuState::BadDatabase, "Bad database", kAliveWithoutDatabase, kDeadWithoutDatabase,
      MenuStateRule::Others::Keep},
-    {MenuState::Closed,
-     "Closed",
-     {QStringLiteral("mnu_New"), QStringLiteral("mnu_Open"), QStringLiteral("mnu_setup"),
-      QStringLiteral("mnu_exit"), QStringLiteral("mnu_tools"), QStringLiteral("mnu_Help")},
-     kDeadWithoutDatabase,
-     MenuStateRule::Others::Keep},
+    {MenuState::Closed, "Closed", kAliveWithoutDatabase, kDeadWithoutDatabase, MenuStateRule::Others::Keep},
     // File -> New, Open and Exit, and their toolbar buttons "Open File" and "Exit".
     {MenuState::NoSettings,
      "No settings",
-     {QStringLiteral("mnu_New"), QStringLiteral("mnu_Open"), QStringLiteral("mnu_exit"), tb2, tb5},
+     {s("mnu_New"), s("mnu_Open"), s("mnu_exit"), tb2, tb5},
      {},
      MenuStateRule::Others::Disable},
 };
 
-std::vector<MenuStep> off(const QStringList& names) {
+// Steps that switch each of `names` on, or off, in that order.
+std::vector<MenuStep> on(const QStringList& names, bool enabled = true) {
     std::vector<MenuStep> out;
     for (const auto& n : names)
-        out.push_back({n, false});
+        out.push_back({n, enabled});
     return out;
 }
 
-QString s(const char* text) {
-    return QString::fromLatin1(text);
+std::vector<MenuStep> off(const QStringList& names) {
+    return on(names, false);
 }
 
-const std::vector<MenuStep>& literal(MenuChange change) {
-    static const std::vector<MenuStep> frameLoad = off({s("mnu_Reports"), s("mnu_res"), s("mnu_Compute")});
-    static const std::vector<MenuStep> chainBad{
-        {s("mnu_study"), true},
-        {s("mnu_res"), false},
-        {s("mnu_Reports"), false},
-        {s("mnu_tools"), true},
-        {s("mnu_Help"), true},
-        {s("Mnu_import"), false},
-        {s("mnu_exp"), false},
-        {s("Mnu_Purge"), false},
-        {s("Cls"), false},
-        {tb3, false},
-        {tb4, false},
-        {s("mnu_cgroups"), false},
-        {s("mnu_Compute"), false},
-        {s("mnu_study"), false},
-    };
-    static const std::vector<MenuStep> ready{
-        {s("mnu_study"), true},
-        {s("mnu_res"), true},
-        {s("mnu_Reports"), true},
-        {s("mnu_tools"), true},
-        {s("mnu_Help"), true},
-        {s("mnu_setup"), true},
-        {tb1, true},
-        {s("Mnu_import"), true},
-        {s("mnu_exp"), true},
-        {s("Mnu_Purge"), true},
-        {s("Cls"), true},
-        {tb3, true},
-        {tb4, true},
-        {s("mnu_cgroups"), true},
-        {s("mnu_Compute"), true},
-    };
-    static const std::vector<MenuStep> openFailed{
-        {s("mnu_res"), false},
-        {s("mnu_Reports"), false},
-        {tb1, false},
-        {s("Mnu_import"), false},
-        {s("mnu_exp"), false},
-        {s("Mnu_Purge"), false},
-        {s("Cls"), false},
-        {tb3, false},
-        {tb4, false},
-        {s("mnu_cgroups"), false},
-        {s("mnu_Compute"), false},
-        {s("mnu_tools"), true},
-        {s("mnu_Help"), true},
-    };
-    static const std::vector<MenuStep> openFailedAfter{
-        {s("mnu_study"), true},
-        {s("mnu_res"), false},
-        {s("mnu_Reports"), false},
-        {s("mnu_Compute"), false},
-    };
-    static const std::vector<MenuStep> fileClose = off({
-        s("mnu_res"),
-        s("mnu_Reports"),
-        s("Mnu_import"),
-        s("mnu_exp"),
-        s("Mnu_Purge"),
-        s("mnu_study"),
-        s("Cls"),
-        tb3,
-        tb4,
-        s("mnu_cgroups"),
-        s("mnu_Compute"),
-    });
-    static const std::vector<MenuStep> toolbarClose = [] {
-        auto v = fileClose;
-        v.push_back({s("mnu_setup"), false});
-        v.push_back({tb1, false});
-        return v;
-    }();
-    static const std::vector<MenuStep> trapini = off({
-        s("mnu_study"),
-        s("mnu_res"),
-        s("mnu_Reports"),
-        s("mnu_tools"),
-        s("mnu_Help"),
-        s("mnu_setup"),
-        s("Mnu_import"),
-        s("mnu_exp"),
-        s("Mnu_Purge"),
-        s("Cls"),
-        s("mnu_cgroups"),
-        s("mnu_Compute"),
-        tb3,
-    });
-    static const std::vector<MenuStep> noStudy = off(kNoStudy);
+std::vector<MenuStep> join(std::initializer_list<std::vector<MenuStep>> parts) {
+    std::vector<MenuStep> out;
+    for (const auto& part : parts)
+        out.insert(out.end(), part.begin(), part.end());
+    return out;
+}
 
-    switch (change) {
-    case MenuChange::FrameLoad:
-        return frameLoad;
-    case MenuChange::ChainBadDatabase:
-        return chainBad;
-    case MenuChange::ChainReady:
-    case MenuChange::OpenPassed:
-        return ready;
-    case MenuChange::OpenFailed:
-        return openFailed;
-    case MenuChange::OpenFailedAfterMessage:
-        return openFailedAfter;
-    case MenuChange::FileClose:
-        return fileClose;
-    case MenuChange::ToolbarClose:
-        return toolbarClose;
-    case MenuChange::Trapini:
-        return trapini;
-    case MenuChange::NoStudy:
-        return noStudy;
-    }
-    return noStudy;
+struct ChangeEntry {
+    MenuChange change;
+    std::optional<MenuState> state; // none: the literal list alone
+    std::vector<MenuStep> steps;    // the literal list
+};
+
+const std::vector<ChangeEntry>& changeTable() {
+    static const std::vector<MenuStep> ready = join({on({s("mnu_study"), s("mnu_res"), s("mnu_Reports"),
+                                                         s("mnu_tools"), s("mnu_Help"), s("mnu_setup"), tb1}),
+                                                     on(kDatabaseItems)});
+    static const std::vector<MenuStep> fileClose =
+        off(QStringList{s("mnu_res"), s("mnu_Reports"), s("mnu_study")} + kDatabaseItems);
+    // The settings dialogue leaves toolbar button 4 alone.
+    static const std::vector<MenuStep> trapini = [] {
+        QStringList names = QStringList{s("mnu_study"), s("mnu_res"),  s("mnu_Reports"),
+                                        s("mnu_tools"), s("mnu_Help"), s("mnu_setup")} +
+                            kDatabaseItems;
+        names.removeOne(tb4);
+        return off(names);
+    }();
+    static const std::vector<ChangeEntry> table = {
+        {MenuChange::FrameLoad, MenuState::Starting, off(kDeadAtStart)},
+        {MenuChange::ChainBadDatabase, MenuState::BadDatabase,
+         join({on({s("mnu_study")}), off({s("mnu_res"), s("mnu_Reports")}),
+               on({s("mnu_tools"), s("mnu_Help")}), off(kDatabaseItems), off({s("mnu_study")})})},
+        {MenuChange::ChainReady, MenuState::Ready, ready},
+        {MenuChange::OpenPassed, MenuState::Ready, ready},
+        {MenuChange::OpenFailed, MenuState::BadDatabase,
+         join({off({s("mnu_res"), s("mnu_Reports"), tb1}), off(kDatabaseItems),
+               on({s("mnu_tools"), s("mnu_Help")})})},
+        {MenuChange::OpenFailedAfterMessage, std::nullopt,
+         join({on({s("mnu_study")}), off({s("mnu_res"), s("mnu_Reports"), s("mnu_Compute")})})},
+        {MenuChange::FileClose, MenuState::Closed, fileClose},
+        {MenuChange::ToolbarClose, MenuState::Closed, join({fileClose, off({s("mnu_setup"), tb1})})},
+        {MenuChange::Trapini, MenuState::NoSettings, trapini},
+        {MenuChange::NoStudy, MenuState::NoStudy, off(kNoStudy)},
+    };
+    return table;
+}
+
+const ChangeEntry& changeEntry(MenuChange change) {
+    for (const auto& entry : changeTable())
+        if (entry.change == change)
+            return entry;
+    return changeTable().back();
 }
 
 } // namespace
@@ -210,30 +148,11 @@ const MenuStateRule& menuStateRule(MenuState state) {
 }
 
 std::optional<MenuState> menuStateOf(MenuChange change) {
-    switch (change) {
-    case MenuChange::FrameLoad:
-        return MenuState::Starting;
-    case MenuChange::ChainBadDatabase:
-    case MenuChange::OpenFailed:
-        return MenuState::BadDatabase;
-    case MenuChange::ChainReady:
-    case MenuChange::OpenPassed:
-        return MenuState::Ready;
-    case MenuChange::OpenFailedAfterMessage:
-        return std::nullopt;
-    case MenuChange::FileClose:
-    case MenuChange::ToolbarClose:
-        return MenuState::Closed;
-    case MenuChange::Trapini:
-        return MenuState::NoSettings;
-    case MenuChange::NoStudy:
-        return MenuState::NoStudy;
-    }
-    return std::nullopt;
+    return changeEntry(change).state;
 }
 
 const std::vector<MenuStep>& menuSteps(MenuChange change) {
-    return literal(change);
+    return changeEntry(change).steps;
 }
 
 void applyMenuState(MenuState state) {

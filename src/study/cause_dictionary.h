@@ -14,6 +14,8 @@
 #include <QString>
 #include <QStringList>
 #include <array>
+#include <functional>
+#include <optional>
 
 namespace vesk {
 
@@ -78,6 +80,14 @@ private:
     bool removeCluster(const QString& code) const;
     bool removeSubGroup(const QString& code) const;
     QStringList codes(const QString& sql, const QVariant& value, bool* ok) const;
+    // The codes under an entry, by `childrenSql`, when the user agrees to lose them: `confirm` is
+    // asked only when there are any. Nothing when `entrySql` does not find the entry, a query fails
+    // (the failure shown) or the user declines.
+    std::optional<QStringList> childrenToDelete(const QString& entrySql, const QString& childrenSql,
+                                                const QVariant& key,
+                                                const std::function<bool(qsizetype)>& confirm) const;
+    // Runs a deletion of the rows of `key`; a failure is shown.
+    bool removeRows(const QString& sql, const QVariant& key) const;
 
     const DbConnection& db_;
 };

@@ -122,22 +122,20 @@ OutlineNode causeOutline(const DbConnection& db, const QString& study, Progress*
 
 OutlineNode populationOutline(const DbConnection& db, const QString& study, Progress* progress) {
     using Row = QPair<QString, QString>;
-    const auto unitsOf = [&](const Row& pag1) {
-        return nodesOf(
-            pairs(db,
-                  QStringLiteral(
-                      "SELECT BPUID, BPUName FROM _DctBPU WHERE PAG1Id = ? AND BDSId = ? ORDER BY rowid"),
-                  {pag1.first, study}),
-            QStringLiteral("B"));
+    using Children = std::function<QList<OutlineNode>(const Row&)>;
+    // The study's entries under a row of the level above: `sql` binds that row's code and the study.
+    const auto entriesUnder = [&db, &study](const char* sql, const char* prefix,
+                                            Children children) -> Children {
+        return [&db, &study, sql, prefix, children](const Row& parent) {
+            return nodesOf(pairs(db, QString::fromLatin1(sql), {parent.first, study}),
+                           QString::fromLatin1(prefix), children);
+        };
     };
-    const auto pag1sOf = [&](const Row& pag2) {
-        return nodesOf(
-            pairs(db,
-                  QStringLiteral(
-                      "SELECT PAG1Id, PAG1Name FROM _DctPAG1 WHERE PAG2Id = ? AND BDSId = ? ORDER BY PAG1Id"),
-                  {pag2.first, study}),
-            QStringLiteral("P1"), unitsOf);
-    };
+    const Children unitsOf = entriesUnder(
+        "SELECT BPUID, BPUName FROM _DctBPU WHERE PAG1Id = ? AND BDSId = ? ORDER BY rowid", "B", {});
+    const Children pag1sOf =
+        entriesUnder("SELECT PAG1Id, PAG1Name FROM _DctPAG1 WHERE PAG2Id = ? AND BDSId = ? ORDER BY PAG1Id",
+                     "P1", unitsOf);
     OutlineNode schema{QStringLiteral("POP"), cdtext::PopulationNode, {}};
     schema.children = nodesOf(
         pairs(db, QStringLiteral("SELECT PAG2Id, PAG2Name FROM _DctPAG2 WHERE BDSId = ? ORDER BY rowid"),

@@ -51,6 +51,30 @@ StudyApplyResult refused(StudyField focus) {
     return result;
 }
 
+// The messages of a blank id, years and title, the order in which the fields are checked.
+struct BlankMessages {
+    const char* id;
+    const char* years;
+    const char* title;
+};
+
+// The first blank field, its message said; StudyField::None when the three are filled in.
+StudyField firstBlankField(const StudyFields& fields, const BlankMessages& messages) {
+    const struct {
+        const QString& value;
+        const char* message;
+        StudyField field;
+    } checks[] = {{fields.id, messages.id, StudyField::Id},
+                  {fields.years, messages.years, StudyField::Years},
+                  {fields.title, messages.title, StudyField::Title}};
+    for (const auto& check : checks)
+        if (check.value.trimmed().isEmpty()) {
+            say(check.message);
+            return check.field;
+        }
+    return StudyField::None;
+}
+
 Cell yearVector(int year) {
     CellArray v{1};
     v(0) = Cell(year);
@@ -94,19 +118,10 @@ std::optional<StudyRow> currentStudyRow(const DbConnection& db) {
 
 StudyApplyResult applyNewStudy(StudyContext& context, const StudyFields& fields) {
     StudyApplyResult result;
+    const StudyField blank = firstBlankField(fields, {t::kNewIdBlank, t::kNewYearBlank, t::kNewTitleBlank});
+    if (blank != StudyField::None)
+        return refused(blank);
     const QString id = fields.id.trimmed();
-    if (id.isEmpty()) {
-        say(t::kNewIdBlank);
-        return refused(StudyField::Id);
-    }
-    if (fields.years.trimmed().isEmpty()) {
-        say(t::kNewYearBlank);
-        return refused(StudyField::Years);
-    }
-    if (fields.title.trimmed().isEmpty()) {
-        say(t::kNewTitleBlank);
-        return refused(StudyField::Title);
-    }
     const DbConnection& db = *context.StudyDB;
     if (studyExists(db, id)) {
         prompts().ask(id + text(t::kAlreadyExists));
@@ -156,19 +171,11 @@ StudyApplyResult applyNewStudy(StudyContext& context, const StudyFields& fields)
 
 StudyApplyResult applyExistingStudy(StudyContext& context, const StudyFields& fields) {
     StudyApplyResult result;
+    const StudyField blank =
+        firstBlankField(fields, {t::kExistingIdBlank, t::kExistingYearBlank, t::kExistingTitleBlank});
+    if (blank != StudyField::None)
+        return refused(blank);
     const QString id = fields.id.trimmed();
-    if (id.isEmpty()) {
-        say(t::kExistingIdBlank);
-        return refused(StudyField::Id);
-    }
-    if (fields.years.trimmed().isEmpty()) {
-        say(t::kExistingYearBlank);
-        return refused(StudyField::Years);
-    }
-    if (fields.title.trimmed().isEmpty()) {
-        say(t::kExistingTitleBlank);
-        return refused(StudyField::Title);
-    }
     const DbConnection& db = *context.StudyDB;
     const auto current = currentStudyRow(db);
     if (!current) {

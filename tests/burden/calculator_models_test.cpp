@@ -95,3 +95,43 @@ TEST_F(ModelsTest, SavedTextHasFieldsSeparatedBySemicolons) {
     EXPECT_TRUE(html.contains("<th>YLL[0,0]</th>"));
     EXPECT_TRUE(html.contains("Malaria"));
 }
+
+TEST_F(ModelsTest, TheGridsAlignTheirColumnsAndNumberOnlyTheAgeRows) {
+    const auto align = [](const QAbstractItemModel& m, int column) {
+        return m.data(m.index(0, column), Qt::TextAlignmentRole).value<Qt::Alignment>();
+    };
+    DapGridModel dap(true);
+    EXPECT_EQ(align(dap, 0), Qt::AlignLeft | Qt::AlignVCenter);
+    EXPECT_EQ(align(dap, DapGridModel::KColumn), Qt::Alignment(Qt::AlignCenter));
+    EXPECT_FALSE(dap.headerData(0, Qt::Vertical).isValid());
+    EXPECT_EQ(dap.text(0, 0), "Built In-0");
+    AgeDefModel ages;
+    EXPECT_EQ(align(ages, 0), Qt::AlignRight | Qt::AlignVCenter);
+    EXPECT_EQ(ages.headerData(0, Qt::Horizontal).toString(), "Age");
+    EXPECT_EQ(ages.headerData(1, Qt::Vertical).toInt(), 2);
+    CalcDataModel data;
+    EXPECT_EQ(data.columnCount(), 1); // the label column before any sheet is built
+    EXPECT_EQ(data.headerData(0, Qt::Horizontal).toString(), "ASG");
+    EXPECT_FALSE(data.isBuilt());
+    data.build("T", {"F0-w"}, {"Deaths"});
+    EXPECT_EQ(align(data, 0), Qt::AlignLeft | Qt::AlignVCenter);
+    EXPECT_EQ(align(data, 1), Qt::AlignRight | Qt::AlignVCenter);
+    EXPECT_FALSE(data.headerData(0, Qt::Vertical).isValid());
+    EXPECT_FALSE(data.headerData(0, Qt::Horizontal, Qt::EditRole).isValid());
+}
+
+TEST_F(ModelsTest, ATypedTextIsTrimmedAndOnlyCellsThatTakeTextKeepIt) {
+    CalcDataModel data;
+    data.build("T", {"F0-w", "M0-w"}, {"Deaths", "Age at Death"});
+    EXPECT_TRUE(data.setData(data.index(1, 2), "  42 "));
+    EXPECT_EQ(data.inputText(1, 1), "42");
+    EXPECT_FALSE(data.setData(data.index(1, 0), "X"));
+    EXPECT_EQ(data.labels(), QStringList({"F0-w", "M0-w"}));
+    EXPECT_FALSE(data.setData(data.index(0, 1), "7", Qt::DisplayRole));
+    EXPECT_EQ(data.inputText(0, 0), "");
+    DapGridModel dap(false);
+    EXPECT_FALSE(dap.setData(dap.index(0, DapGridModel::RColumn), "0.5"));
+    EXPECT_TRUE(dap.setData(dap.index(DapGridModel::kCustomRow, DapGridModel::CColumn), " 0.16 "));
+    EXPECT_EQ(dap.text(DapGridModel::kCustomRow, DapGridModel::CColumn), "0.16");
+    EXPECT_TRUE(prompts_.shown().isEmpty());
+}

@@ -21,6 +21,30 @@ TEST(Prompts, ScriptedAnswersAndTextsReadBack) {
     EXPECT_EQ(script.unanswered(), 1);
 }
 
+TEST(Prompts, EachFileDialogIsRecordedWithItsKindTitleAndFilter) {
+    ScriptedPrompts script;
+    ScopedPromptService scope(&script);
+    script.fileAnswer(QStringLiteral("/tmp/in.xlsx"));
+    script.fileAnswer(QStringLiteral("/tmp/out.xlsx"));
+    script.fileAnswer(std::nullopt);
+    EXPECT_EQ(prompts().openFileName("Import", "*.xlsx", "/tmp").value(), "/tmp/in.xlsx");
+    EXPECT_EQ(prompts().saveFileName("Export", "*.xls").value(), "/tmp/out.xlsx");
+    EXPECT_FALSE(prompts().folderName("Where", "/tmp").has_value());
+    ASSERT_EQ(script.shown().size(), 3);
+    const PromptRecord::Kind kinds[] = {PromptRecord::Kind::OpenFile, PromptRecord::Kind::SaveFile,
+                                        PromptRecord::Kind::Folder};
+    const QString titles[] = {"Import", "Export", "Where"};
+    const QString filters[] = {"*.xlsx", "*.xls", ""};
+    for (int i = 0; i < 3; ++i) {
+        EXPECT_EQ(script.shown().at(i).kind, kinds[i]);
+        EXPECT_EQ(script.shown().at(i).text, titles[i]);
+        EXPECT_EQ(script.shown().at(i).filter, filters[i]);
+        EXPECT_EQ(script.shown().at(i).buttons, Buttons::OkCancel);
+    }
+    EXPECT_TRUE(script.messages().isEmpty());
+    EXPECT_EQ(script.unanswered(), 0);
+}
+
 TEST(Prompts, ScopeRestoresThePreviousService) {
     ScriptedPrompts outer, inner;
     ScopedPromptService a(&outer);

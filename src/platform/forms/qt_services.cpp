@@ -61,19 +61,18 @@ Answer QtPromptService::ask(const QString& text, Buttons buttons, Icon icon, con
     return fromButton(box.exec());
 }
 
-std::optional<QString> QtPromptService::openFileName(const QString& title, const QString& filter,
-                                                     const QString& dir) {
-    return nonEmpty(QFileDialog::getOpenFileName(parent(), title, dir, filter));
-}
-
-std::optional<QString> QtPromptService::saveFileName(const QString& title, const QString& filter,
-                                                     const QString& dir) {
-    return nonEmpty(QFileDialog::getSaveFileName(parent(), title, dir, filter, nullptr,
-                                                 QFileDialog::DontConfirmOverwrite));
-}
-
-std::optional<QString> QtPromptService::folderName(const QString& title, const QString& dir) {
-    return nonEmpty(QFileDialog::getExistingDirectory(parent(), title, dir));
+std::optional<QString> QtPromptService::fileName(FileDialog dialog, const QString& title, const QString& filter,
+                                                 const QString& dir) {
+    switch (dialog) {
+    case FileDialog::Open:
+        return nonEmpty(QFileDialog::getOpenFileName(parent(), title, dir, filter));
+    case FileDialog::Save:
+        return nonEmpty(QFileDialog::getSaveFileName(parent(), title, dir, filter, nullptr,
+                                                     QFileDialog::DontConfirmOverwrite));
+    case FileDialog::Folder:
+        return nonEmpty(QFileDialog::getExistingDirectory(parent(), title, dir));
+    }
+    return std::nullopt;
 }
 
 std::optional<QString> QtPromptService::inputBox(const QString& prompt, const QString& title,

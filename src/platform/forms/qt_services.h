@@ -17,11 +17,8 @@ public:
     // Dialogs are parented to the window that `parent` returns at the time of asking.
     explicit QtPromptService(std::function<QWidget*()> parent = {}) : parent_(std::move(parent)) {}
     Answer ask(const QString& text, Buttons buttons, Icon icon, const QString& title) override;
-    std::optional<QString> openFileName(const QString& title, const QString& filter,
-                                        const QString& dir) override;
-    std::optional<QString> saveFileName(const QString& title, const QString& filter,
-                                        const QString& dir) override;
-    std::optional<QString> folderName(const QString& title, const QString& dir) override;
+    std::optional<QString> fileName(FileDialog dialog, const QString& title, const QString& filter,
+                                    const QString& dir) override;
     std::optional<QString> inputBox(const QString& prompt, const QString& title,
                                     const QString& defaultText) override;
 

@@ -51,6 +51,28 @@ FlexGridView* gridView(QWidget* parent, const char* name, GridModel& model, Flex
     return view;
 }
 
+QRadioButton* option(const char* caption, const char* name, QWidget* parent) {
+    return named(new QRadioButton(text(caption), parent), name);
+}
+
+struct OptionSpec {
+    QRadioButton*& button;
+    const char* caption;
+    const char* name;
+};
+
+// A frame with its option buttons side by side, each made with its caption and object name.
+QGroupBox* optionRow(QWidget* parent, std::initializer_list<OptionSpec> options) {
+    auto* frame = new QGroupBox(parent);
+    auto* row = new QHBoxLayout(frame);
+    for (const OptionSpec& o : options) {
+        o.button = option(o.caption, o.name, frame);
+        row->addWidget(o.button);
+    }
+    row->addStretch();
+    return frame;
+}
+
 bool gridColumnEmpty(const GridModel& g) {
     for (int r = g.fixedRows(); r < g.rows(); ++r)
         if (!g.textMatrix(r, 0).isEmpty())
@@ -148,14 +170,9 @@ QWidget* DEFINESTUDY1::buildStudyTab() {
     auto* tab = new QWidget;
     auto* layout = new QGridLayout(tab);
 
-    auto* action = new QGroupBox(tab);
-    auto* al = new QHBoxLayout(action);
-    OptNewStudy = named(new QRadioButton(text(t::kOptNewStudy), action), "OptNewStudy");
-    OptPickStudy = named(new QRadioButton(text(t::kOptPickStudy), action), "OptPickStudy");
-    al->addWidget(OptNewStudy);
-    al->addWidget(OptPickStudy);
-    al->addStretch();
-    layout->addWidget(action, 0, 0, 1, 2);
+    layout->addWidget(optionRow(tab, {{OptNewStudy, t::kOptNewStudy, "OptNewStudy"},
+                                      {OptPickStudy, t::kOptPickStudy, "OptPickStudy"}}),
+                      0, 0, 1, 2);
 
     auto* fields = new QFormLayout;
     txtBDSId = named(new QLineEdit(tab), "txtBDSId");
@@ -225,9 +242,9 @@ QWidget* DEFINESTUDY1::buildAgeGroupsTab() {
 
     auto* options = new QGroupBox(tab);
     auto* ol = new QVBoxLayout(options);
-    OptAfresh = named(new QRadioButton(text(t::kOptAfresh), options), "OptAfresh");
-    OptPickAges = named(new QRadioButton(text(t::kOptPickAges), options), "OptPickAges");
-    OptDisplayAges = named(new QRadioButton(text(t::kOptDisplayAges), options), "OptDisplayAges");
+    OptAfresh = option(t::kOptAfresh, "OptAfresh", options);
+    OptPickAges = option(t::kOptPickAges, "OptPickAges", options);
+    OptDisplayAges = option(t::kOptDisplayAges, "OptDisplayAges", options);
     Combo1 = named(new QComboBox(options), "Combo1");
     for (QWidget* w : std::initializer_list<QWidget*>{OptAfresh, OptPickAges, Combo1, OptDisplayAges})
         ol->addWidget(w);
@@ -253,15 +270,10 @@ QWidget* DEFINESTUDY1::buildSchemeTab() {
     auto* tab = new QWidget;
     auto* layout = new QGridLayout(tab);
 
-    auto* options = new QGroupBox(tab);
-    auto* ol = new QHBoxLayout(options);
-    OptNewSchema = named(new QRadioButton(text(t::kOptNewSchema), options), "OptNewSchema");
-    OptPickSchema = named(new QRadioButton(text(t::kOptPickSchema), options), "OptPickSchema");
-    OptDisplaySchema = named(new QRadioButton(text(t::kOptDisplaySchema), options), "OptDisplaySchema");
-    for (QRadioButton* r : {OptNewSchema, OptPickSchema, OptDisplaySchema})
-        ol->addWidget(r);
-    ol->addStretch();
-    layout->addWidget(options, 0, 0, 1, 2);
+    layout->addWidget(optionRow(tab, {{OptNewSchema, t::kOptNewSchema, "OptNewSchema"},
+                                      {OptPickSchema, t::kOptPickSchema, "OptPickSchema"},
+                                      {OptDisplaySchema, t::kOptDisplaySchema, "OptDisplaySchema"}}),
+                      0, 0, 1, 2);
 
     auto* ids = new QFormLayout;
     Txtpagsch = named(new QLineEdit(tab), "Txtpagsch");

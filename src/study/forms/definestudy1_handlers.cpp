@@ -34,6 +34,17 @@ bool isEnter(const QKeyEvent* e) {
     return e->key() == Qt::Key_Return || e->key() == Qt::Key_Enter;
 }
 
+// Whether the field's check refuses a character typed at the cursor, or over the selection: its
+// message is shown and the key cancelled.
+bool refusedKey(QChar typed, const QLineEdit& field, QString (*check)(QChar, int)) {
+    const int position = field.hasSelectedText() ? field.selectionStart() : field.cursorPosition();
+    const QString message = check(typed, position);
+    if (message.isEmpty())
+        return false;
+    prompts().ask(message, Buttons::Ok, Icon::Warning);
+    return true;
+}
+
 } // namespace
 
 void DEFINESTUDY1::markDirty() {
@@ -335,26 +346,12 @@ bool DEFINESTUDY1::filterStudyIdKey(QKeyEvent* e) {
     const QString typed = e->text();
     if (typed.isEmpty() || !typed[0].isPrint() || txtBDSId->isReadOnly())
         return false;
-    const int position =
-        txtBDSId->hasSelectedText() ? txtBDSId->selectionStart() : txtBDSId->cursorPosition();
-    const QString message = studyIdKeyMessage(typed[0], position);
-    if (message.isEmpty())
-        return false;
-    prompts().ask(message, Buttons::Ok, Icon::Warning);
-    return true; // the key is cancelled
+    return refusedKey(typed[0], *txtBDSId, studyIdKeyMessage);
 }
 
 bool DEFINESTUDY1::filterTitleKey(QKeyEvent* e) {
     const QString typed = e->text();
-    if (typed.isEmpty())
-        return false;
-    const int position =
-        txtBDSTi->hasSelectedText() ? txtBDSTi->selectionStart() : txtBDSTi->cursorPosition();
-    const QString message = studyTitleKeyMessage(typed[0], position);
-    if (message.isEmpty())
-        return false;
-    prompts().ask(message, Buttons::Ok, Icon::Warning);
-    return true;
+    return !typed.isEmpty() && refusedKey(typed[0], *txtBDSTi, studyTitleKeyMessage);
 }
 
 void DEFINESTUDY1::studyIdLeft() {

@@ -196,8 +196,13 @@ CellArray FnReadArrFile(const QString& path, const QString& tableName, QStringLi
     const ForeignKind kind = foreignKind(path);
     if (!QFileInfo::exists(path))
         return CellArray();
-    if (kind == ForeignKind::Text)
-        return readTextTable(path).value_or(CellArray());
+    if (kind == ForeignKind::Text) {
+        QString refusal;
+        auto rows = readTextTable(path, &refusal);
+        if (!refusal.isEmpty())
+            setForeignError(engine_error::kTooLarge, refusal);
+        return rows.value_or(CellArray());
+    }
     auto driver = makeForeignDriver(kind);
     if (!driver || !driver->open(path, false))
         return CellArray();

@@ -20,6 +20,9 @@ std::optional<CsvTable> parseCsv(const QString& text, QString* error = nullptr);
 QString csvField(const QString& value);
 QString csvLine(const QStringList& fields);
 QString toCsv(const CsvTable& table);
+// The shortest text that reads back to the same double (std::to_chars): 0.1, 123456789012,
+// 1e+300. Text files write it where the runtime's fifteen digits would not do.
+QString shortestNumber(double value);
 // Numbers at full precision for other programs: %.10g.
 QString csvNumber(double value);
 

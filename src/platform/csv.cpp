@@ -99,7 +99,7 @@ QString shortestNumber(double value) {
 }
 
 QString csvNumber(double value) {
-    return QString::asprintf("%.10g", value);
+    return shortestNumber(value);
 }
 
 } // namespace vesk

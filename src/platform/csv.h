@@ -23,7 +23,7 @@ QString toCsv(const CsvTable& table);
 // The shortest text that reads back to the same double (std::to_chars): 0.1, 123456789012,
 // 1e+300. Text files write it where the runtime's fifteen digits would not do.
 QString shortestNumber(double value);
-// Numbers at full precision for other programs: %.10g.
+// Numbers for other programs, in that shortest form.
 QString csvNumber(double value);
 
 } // namespace vesk

@@ -230,8 +230,8 @@ bool FnWriteArr(const CellArray& array, int mode, const QString& fileType, const
     const CellArray rows = oneField ? asOneField(array) : asTable(array);
     // The file written is a new one that takes the old one's place only once it is whole.
     StagedFile staged(path, false);
-    const bool ok = stagedReady(staged, path) && writeOlderLayout(kind, staged.path(), rows, oneField ? 0 : rows.size(1),
-                                                            tableName) &&
+    const bool ok = stagedReady(staged, path) &&
+                    writeOlderLayout(kind, staged.path(), rows, oneField ? 0 : rows.size(1), tableName) &&
                     commitStaged(staged);
     if (!ok) {
         prompts().ask(lastForeignError().words, Buttons::Ok, Icon::Critical);

@@ -32,8 +32,8 @@ QString valueText(const Cell& v) {
 
 QString fieldText(const Cell& v) {
     QString text = valueText(v);
-    const bool quoted = text.contains(u';') || text.contains(u'"') || text.contains(u'\n') ||
-                        text.contains(u'\r');
+    const bool quoted =
+        text.contains(u';') || text.contains(u'"') || text.contains(u'\n') || text.contains(u'\r');
     if (!quoted)
         return text;
     text.replace(QStringLiteral("\""), QStringLiteral("\"\""));
@@ -89,7 +89,8 @@ Fields splitFields(const QString& s) {
     while (pos < n) {
         const qsizetype close = s[pos] == u'"' && pos > brokenTo ? closingQuote(s, pos, &brokenTo) : -1;
         if (close >= 0) {
-            out.values << s.mid(pos + 1, close - pos - 1).replace(QStringLiteral("\"\""), QStringLiteral("\""));
+            out.values
+                << s.mid(pos + 1, close - pos - 1).replace(QStringLiteral("\"\""), QStringLiteral("\""));
             pos = close + 1;
             if (pos < n && s[pos] == u'\r')
                 ++pos;

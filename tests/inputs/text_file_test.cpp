@@ -29,10 +29,9 @@ protected:
 };
 
 const QStringList kUglyTexts = {
-    "Lagos; port",   "say \"hi\"",      "\"",          "two\nlines",    "crlf\r\nend", "trailing\r",
-    "  padded  ",    " ",               ";",           ";;\"\";",       "007",         "01001",
-    "一二三",        "Ёлка",            "مرحبا",       "😀 emoji",      "\"quoted\"",  "end;",
-    "x\"y",          "",
+    "Lagos; port", "say \"hi\"", "\"",         "two\nlines", "crlf\r\nend", "trailing\r", "  padded  ",
+    " ",           ";",          ";;\"\";",    "007",        "01001",       "一二三",     "Ёлка",
+    "مرحبا",       "😀 emoji",    "\"quoted\"", "end;",       "x\"y",        "",
 };
 
 } // namespace
@@ -56,8 +55,9 @@ TEST_F(TextFile, ValuesWithSeparatorsQuotesAndLineBreaksComeBack) {
 }
 
 TEST_F(TextFile, NumbersGoOutAsTheShortestTextOfTheSameDouble) {
-    const std::vector<double> values = {1e-300, 1e300,   -1e300, 0.1, 12345.678901234567, 123456789012345678.0,
-                                        9007199254740993.0, 1e-7, 2.5,    -0.5, 1.0 / 3.0, 4.35};
+    const std::vector<double> values = {
+        1e-300, 1e300, -1e300,    0.1, 12345.678901234567, 123456789012345678.0, 9007199254740993.0, 1e-7,
+        2.5,    -0.5,  1.0 / 3.0, 4.35};
     CellArray a{static_cast<int>(values.size()), 1};
     for (std::size_t i = 0; i < values.size(); ++i)
         a(static_cast<int>(i), 0) = Cell(values[i]);
@@ -99,7 +99,8 @@ TEST_F(TextFile, OneWideLineDoesNotWidenEveryRowBeyondTheFile) {
     const CellArray back = FnReadArrFile(path("wide.txt"), QString());
     EXPECT_TRUE(back.isEmpty());
     EXPECT_EQ(lastForeignError().number, engine_error::kTooLarge);
-    EXPECT_TRUE(lastForeignError().words.contains(path("wide.txt"))) << lastForeignError().words.toStdString();
+    EXPECT_TRUE(lastForeignError().words.contains(path("wide.txt")))
+        << lastForeignError().words.toStdString();
 }
 
 TEST_F(TextFile, AWideLineAmongFewRowsIsStillRead) {

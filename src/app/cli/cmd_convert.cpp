@@ -52,7 +52,8 @@ bool isCsv(const QString& path) {
 bool keepsText(const QString& field, double v) {
     if (field != field.trimmed())
         return true;
-    const QStringView digits = QStringView(field).mid(field.startsWith(u'-') || field.startsWith(u'+') ? 1 : 0);
+    const QStringView digits =
+        QStringView(field).mid(field.startsWith(u'-') || field.startsWith(u'+') ? 1 : 0);
     if (digits.size() > 1 && digits[0] == u'0' && digits[1].isDigit())
         return true;
     const bool whole = std::all_of(digits.begin(), digits.end(), [](QChar c) { return c.isDigit(); });

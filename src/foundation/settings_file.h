@@ -87,5 +87,9 @@ bool FnReadPanel2(CellArray& table, const QString& file = QString());
 bool FnReadPanel3(CellArray& table, const QString& file = QString());
 bool FnReadPanel4(CellArray& table, const QString& file = QString());
 bool FnReadPanel(int panel, CellArray& table, const QString& file = QString());
+// Why the last block reader refused its block, naming the file; empty when it did not refuse. A
+// block whose rows, each as wide as its widest, would take far more cells than the file has
+// characters is refused rather than built.
+QString settingsBlockRefusal();
 
 } // namespace vesk

@@ -7,6 +7,9 @@
 #include "foundation/settings_file.h"
 #include "foundation/settings_file_io.h"
 
+#include <algorithm>
+#include <optional>
+
 namespace vesk {
 
 using stp::heading;
@@ -26,12 +29,35 @@ qsizetype findHeading(const QStringList& lines, const QString& name, qsizetype f
     return -1;
 }
 
+// A block may take a few cells for each of its characters, and never less than a million.
+constexpr qsizetype kCellsPerCharacter = 4;
+constexpr qsizetype kCellsAlwaysAllowed = qsizetype(1) << 20;
+
+QString& lastRefusal() {
+    static QString text;
+    return text;
+}
+
 // Rows of "|"-separated values as a (0..rows-1, 0..widest-1) array of text cells. A row with fewer
-// values than the widest leaves its last cells Empty, and the writer leaves them out again.
-CellArray rowsToTable(const QList<QStringList>& rows) {
-    qsizetype widest = 0;
-    for (const auto& r : rows)
+// values than the widest leaves its last cells Empty, and the writer leaves them out again. A
+// block whose rows, so widened, would take far more cells than it has characters (one wide row
+// over many short ones) is refused: std::nullopt, the refusal naming `file`.
+std::optional<CellArray> rowsToTable(const QList<QStringList>& rows, const QString& file) {
+    qsizetype widest = 0, characters = 0;
+    for (const auto& r : rows) {
         widest = std::max(widest, r.size());
+        for (const QString& value : r)
+            characters += value.size() + 1;
+    }
+    const qsizetype allowed = std::max(kCellsAlwaysAllowed, kCellsPerCharacter * characters);
+    if (widest > 0 && rows.size() > allowed / widest) {
+        lastRefusal() = QStringLiteral("The settings file '%1' has a block of %2 rows and one of %3 values: "
+                                       "its table would be far larger than the file, and it is not read.")
+                            .arg(file)
+                            .arg(rows.size())
+                            .arg(widest);
+        return std::nullopt;
+    }
     CellArray table = CellArray::fromSizes({static_cast<int>(rows.size()), static_cast<int>(widest)});
     for (int i = 0; i < rows.size(); ++i)
         for (int j = 0; j < rows[i].size(); ++j)
@@ -55,6 +81,7 @@ int ltsColumn(const QString& line) {
 
 bool FnReadLTS(const QString& sectionName, CellArray& table, const QString& file) {
     table = CellArray();
+    lastRefusal().clear();
     QStringList lines;
     if (!stp::readLines(fileOrDefault(file), lines))
         return false;
@@ -80,6 +107,7 @@ bool FnReadLTS(const QString& sectionName, CellArray& table, const QString& file
 
 bool FnReadOAIGD(CellArray& table, const QString& file) {
     table = CellArray();
+    lastRefusal().clear();
     QStringList lines;
     if (!stp::readLines(fileOrDefault(file), lines))
         return false;
@@ -90,14 +118,16 @@ bool FnReadOAIGD(CellArray& table, const QString& file) {
     QList<QStringList> rows;
     for (qsizetype k = at + 2; k < lines.size() && lines[k] != stp::kRule27; ++k)
         rows << lines[k].split(u'|');
-    if (rows.isEmpty())
+    auto built = rows.isEmpty() ? std::nullopt : rowsToTable(rows, fileOrDefault(file));
+    if (!built)
         return false;
-    table = rowsToTable(rows);
+    table = std::move(*built);
     return true;
 }
 
 bool FnReadPanel(int panel, CellArray& table, const QString& file) {
     table = CellArray();
+    lastRefusal().clear();
     QStringList lines;
     if (panel < 0 || panel > 4 || !stp::readLines(fileOrDefault(file), lines))
         return false;
@@ -113,10 +143,15 @@ bool FnReadPanel(int panel, CellArray& table, const QString& file) {
             break;
         rows << line.split(u'|');
     }
-    if (rows.isEmpty())
+    auto built = rows.isEmpty() ? std::nullopt : rowsToTable(rows, fileOrDefault(file));
+    if (!built)
         return false;
-    table = rowsToTable(rows);
+    table = std::move(*built);
     return true;
+}
+
+QString settingsBlockRefusal() {
+    return lastRefusal();
 }
 
 bool FnReadPanel0(CellArray& table, const QString& file) {

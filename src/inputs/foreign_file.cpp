@@ -2,6 +2,7 @@
 
 #include "inputs/foreign_driver.h"
 #include "inputs/messages.h"
+#include "inputs/staged_file.h"
 #include "inputs/text_file.h"
 #include "platform/prompts.h"
 
@@ -77,6 +78,121 @@ bool writeThroughDriver(ForeignDriver& driver, const QString& table, const QStri
     return driver.close() && ok;
 }
 
+// Whether the file of `target` can be written beside it; sets the engine's error when not, a
+// folder that is not there being a path that is not valid.
+bool stagedReady(const StagedFile& staged, const QString& target) {
+    const QString folder = splitFolderAndBase(target).folder;
+    if (!QFileInfo(folder).isDir()) {
+        setForeignError(engine_error::kInvalidPath, QStringLiteral("'%1' is not a valid path.").arg(folder));
+        return false;
+    }
+    QString error;
+    if (staged.ready(&error))
+        return true;
+    setForeignError(engine_error::kCannotOpen, error);
+    return false;
+}
+
+bool commitStaged(StagedFile& staged) {
+    QString error;
+    if (staged.commit(&error))
+        return true;
+    setForeignError(engine_error::kCannotOpen, error);
+    return false;
+}
+
+// The older writer's fixed layout written to `path`: one text field, or one per column.
+bool writeOlderLayout(ForeignKind kind, const QString& path, const CellArray& rows, int columns,
+                      const QString& tableName) {
+    if (kind == ForeignKind::Text) {
+        QString error;
+        if (writeTextTable(path, rows, &error))
+            return true;
+        setForeignError(engine_error::kCannotOpen, error);
+        return false;
+    }
+    auto driver = makeForeignDriver(kind);
+    if (!driver) {
+        setForeignError(engine_error::kInvalidPath,
+                        QStringLiteral("'%1' names no kind of file that can be written.").arg(path));
+        return false;
+    }
+    if (!driver->open(path, true))
+        return false;
+    if (kind == ForeignKind::Dbf) {
+        const QString base = splitFolderAndBase(path).base;
+        return writeThroughDriver(*driver, base, dbfCreateText(base, columns), rows);
+    }
+    if (kind == ForeignKind::Database) {
+        TableDef def{tableName.isEmpty() ? QStringLiteral("ArrFileData") : tableName, {}};
+        for (int j = 0; j < std::max(columns, 1); ++j)
+            def.fields << FieldDef{columns ? QStringLiteral("Field%1").arg(j) : QStringLiteral("ArrData"),
+                                   QStringLiteral("char"), 255};
+        const bool ok = driver->createTable(def) && driver->appendRows(def.name, rows);
+        driver->close();
+        return ok;
+    }
+    const QString table = tableName.isEmpty() ? QStringLiteral("ArrFileData") : tableName;
+    return writeThroughDriver(*driver, table, wk1CreateText(tableName, columns), rows);
+}
+
+// What FnWriteArrFile is asked to write, apart from the rows and the path.
+struct WriteRequest {
+    ForeignKind kind;
+    QString tableName;
+    QStringList fieldNames;
+    const CellArray* fieldTypes;
+};
+
+// The rows as a typed table in the file at `path`.
+bool writeTypedTable(const WriteRequest& r, const QString& path, const CellArray& rows) {
+    auto driver = makeForeignDriver(r.kind);
+    if (!driver->open(path, true))
+        return false;
+    const bool typed = r.fieldTypes && r.fieldTypes->rank() == 2;
+    if (r.kind == ForeignKind::Database && typed) {
+        // The table is there already: the rows go in by field position, trimmed.
+        const bool ok = driver->appendRows(r.tableName, preparedRows(rows, r.tableName, true));
+        driver->close();
+        return ok;
+    }
+    // The types follow the values as they will be stored ("Yes" of "_DctBDM" being a Boolean).
+    const CellArray stored = preparedRows(rows, r.tableName, false);
+    CellArray types;
+    if (typed)
+        types = *r.fieldTypes;
+    else
+        FnColTypes(stored, types);
+    const QString table = r.kind == ForeignKind::Dbf ? splitFolderAndBase(path).base : r.tableName;
+    const QString sql = FnCreateTableSql(table, namesFor(r.fieldNames, types.size(1)), types);
+    return writeThroughDriver(*driver, table, sql, stored);
+}
+
+// A database file gains its table in place: it may be the open study, which a copy put over it
+// would cut off from its connection. Each call's rows go in as one transaction; a file that the
+// failed write made is taken away again.
+bool writeDatabaseTable(const WriteRequest& r, const QString& path, const CellArray& rows) {
+    const bool existed = QFileInfo::exists(path);
+    const bool ok = writeTypedTable(r, path, rows);
+    if (!ok && !existed)
+        QFile::remove(path);
+    return ok;
+}
+
+// Whether the dBase table of `path` is not there yet, looked up in its folder as the driver does;
+// sets the engine's error when it is.
+bool dbfTableIsNew(const QString& path) {
+    auto probe = makeForeignDriver(ForeignKind::Dbf);
+    if (!probe->open(path, true))
+        return false;
+    const QString base = splitFolderAndBase(path).base;
+    const bool there = probe->hasTable(base);
+    probe->close();
+    if (there)
+        setForeignError(engine_error::kTableExists, QStringLiteral("Table '%1' already exists.").arg(base));
+    return !there;
+}
+
 } // namespace
 
 QString wk1CreateText(const QString& tableName, int columns) {
@@ -106,40 +222,17 @@ QString dbfCreateText(const QString& baseName, int columns) {
 bool FnWriteArr(const CellArray& array, int mode, const QString& fileType, const QString& path,
                 const QString& tableName) {
     clearForeignError();
-    if (QFileInfo::exists(path)) {
-        if (prompts().ask(texts::kReplaceExistingFile, Buttons::YesNo, Icon::Question) != Answer::Yes)
-            return false;
-        QFile::remove(path);
-    }
+    if (QFileInfo::exists(path) &&
+        prompts().ask(texts::kReplaceExistingFile, Buttons::YesNo, Icon::Question) != Answer::Yes)
+        return false;
     const ForeignKind kind = fileType.trimmed().isEmpty() ? foreignKind(path) : foreignKindOfName(fileType);
     const bool oneField = mode == 1 || (mode == 0 && array.rank() != 2);
     const CellArray rows = oneField ? asOneField(array) : asTable(array);
-    const int columns = oneField ? 0 : rows.size(1);
-    bool ok = false;
-    QString error;
-    if (kind == ForeignKind::Text) {
-        ok = writeTextTable(path, rows, &error);
-        if (!ok)
-            setForeignError(engine_error::kCannotOpen, error);
-    } else if (auto driver = makeForeignDriver(kind); driver && driver->open(path, true)) {
-        if (kind == ForeignKind::Dbf) {
-            const QString base = splitFolderAndBase(path).base;
-            ok = writeThroughDriver(*driver, base, dbfCreateText(base, columns), rows);
-        } else if (kind == ForeignKind::Database) {
-            TableDef def{tableName.isEmpty() ? QStringLiteral("ArrFileData") : tableName, {}};
-            for (int j = 0; j < std::max(columns, 1); ++j)
-                def.fields << FieldDef{columns ? QStringLiteral("Field%1").arg(j) : QStringLiteral("ArrData"),
-                                       QStringLiteral("char"), 255};
-            ok = driver->createTable(def) && driver->appendRows(def.name, rows);
-            driver->close();
-        } else {
-            const QString table = tableName.isEmpty() ? QStringLiteral("ArrFileData") : tableName;
-            ok = writeThroughDriver(*driver, table, wk1CreateText(tableName, columns), rows);
-        }
-    } else if (!driver) {
-        setForeignError(engine_error::kInvalidPath,
-                        QStringLiteral("'%1' names no kind of file that can be written.").arg(path));
-    }
+    // The file written is a new one that takes the old one's place only once it is whole.
+    StagedFile staged(path, false);
+    const bool ok = stagedReady(staged, path) &&
+                    writeOlderLayout(kind, staged.path(), rows, oneField ? 0 : rows.size(1), tableName) &&
+                    commitStaged(staged);
     if (!ok) {
         prompts().ask(lastForeignError().words, Buttons::Ok, Icon::Critical);
         return false;
@@ -162,31 +255,20 @@ bool FnWriteArrFile(const CellArray& array, const QString& path, const QString& 
         setForeignError(engine_error::kCannotOpen, error);
         return false;
     }
-    auto driver = makeForeignDriver(kind);
-    if (!driver) {
+    if (!makeForeignDriver(kind)) {
         setForeignError(engine_error::kInvalidPath,
                         QStringLiteral("'%1' names no kind of file that can be written.").arg(path));
         return false;
     }
-    if (!driver->open(path, true))
+    const WriteRequest request{kind, tableName, fieldNames, fieldTypes};
+    if (kind == ForeignKind::Database)
+        return writeDatabaseTable(request, path, rows);
+    // A dBase table is its own file, so the one asked for must not be there yet; a worksheet or
+    // workbook gains the range beside those it holds.
+    if (kind == ForeignKind::Dbf && !dbfTableIsNew(path))
         return false;
-    const bool typed = fieldTypes && fieldTypes->rank() == 2;
-    if (kind == ForeignKind::Database && typed) {
-        // The table is there already: the rows go in by field position, trimmed.
-        const bool ok = driver->appendRows(tableName, preparedRows(rows, tableName, true));
-        driver->close();
-        return ok;
-    }
-    // The types follow the values as they will be stored ("Yes" of "_DctBDM" being a Boolean).
-    const CellArray stored = preparedRows(rows, tableName, false);
-    CellArray types;
-    if (typed)
-        types = *fieldTypes;
-    else
-        FnColTypes(stored, types);
-    const QString table = kind == ForeignKind::Dbf ? splitFolderAndBase(path).base : tableName;
-    const QString sql = FnCreateTableSql(table, namesFor(fieldNames, types.size(1)), types);
-    return writeThroughDriver(*driver, table, sql, stored);
+    StagedFile staged(path, kind != ForeignKind::Dbf);
+    return stagedReady(staged, path) && writeTypedTable(request, staged.path(), rows) && commitStaged(staged);
 }
 
 CellArray FnReadArrFile(const QString& path, const QString& tableName, QStringList* fieldNames) {
@@ -196,8 +278,13 @@ CellArray FnReadArrFile(const QString& path, const QString& tableName, QStringLi
     const ForeignKind kind = foreignKind(path);
     if (!QFileInfo::exists(path))
         return CellArray();
-    if (kind == ForeignKind::Text)
-        return readTextTable(path).value_or(CellArray());
+    if (kind == ForeignKind::Text) {
+        QString refusal;
+        auto rows = readTextTable(path, &refusal);
+        if (!refusal.isEmpty())
+            setForeignError(engine_error::kTooLarge, refusal);
+        return rows.value_or(CellArray());
+    }
     auto driver = makeForeignDriver(kind);
     if (!driver || !driver->open(path, false))
         return CellArray();

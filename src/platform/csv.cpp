@@ -1,5 +1,7 @@
 #include "platform/csv.h"
 
+#include <charconv>
+
 namespace vesk {
 
 int CsvTable::column(const QString& name) const {
@@ -90,8 +92,14 @@ QString toCsv(const CsvTable& table) {
     return s;
 }
 
+QString shortestNumber(double value) {
+    char text[32];
+    const auto result = std::to_chars(text, text + sizeof text, value);
+    return QString::fromLatin1(text, result.ptr - text);
+}
+
 QString csvNumber(double value) {
-    return QString::asprintf("%.10g", value);
+    return shortestNumber(value);
 }
 
 } // namespace vesk

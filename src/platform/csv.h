@@ -20,7 +20,10 @@ std::optional<CsvTable> parseCsv(const QString& text, QString* error = nullptr);
 QString csvField(const QString& value);
 QString csvLine(const QStringList& fields);
 QString toCsv(const CsvTable& table);
-// Numbers at full precision for other programs: %.10g.
+// The shortest text that reads back to the same double (std::to_chars): 0.1, 123456789012,
+// 1e+300. Text files write it where the runtime's fifteen digits would not do.
+QString shortestNumber(double value);
+// Numbers for other programs, in that shortest form.
 QString csvNumber(double value);
 
 } // namespace vesk

@@ -104,6 +104,24 @@ TEST_F(SettingsBlocks, MissingPanelLeavesItEmpty) {
     EXPECT_EQ(p2.size(0), 2); // "[PANEL 9]" is still a heading
 }
 
+TEST_F(SettingsBlocks, OneWideRowDoesNotWidenEveryRowBeyondTheFile) {
+    // 100,000 values on the panel's first row and 100,000 short rows under it: about 400 KB that
+    // would ask for ten thousand million cells if every row took the widest row's width.
+    QByteArray rows = QByteArray("1|").repeated(100000) + "1\r\n" + QByteArray("2\r\n").repeated(100000);
+    QByteArray file = completeFile();
+    const qsizetype at = file.indexOf("[PANEL 4]");
+    ASSERT_GE(at, 0);
+    file.insert(file.indexOf('\n', at) + 1, rows);
+    install(file);
+    CellArray p4;
+    EXPECT_FALSE(FnReadPanel4(p4));
+    EXPECT_TRUE(p4.isEmpty());
+    EXPECT_TRUE(settingsBlockRefusal().contains(stpPath())) << settingsBlockRefusal().toStdString();
+    CellArray p0;
+    ASSERT_TRUE(FnReadPanel0(p0)); // the other blocks still read
+    EXPECT_TRUE(settingsBlockRefusal().isEmpty());
+}
+
 TEST_F(SettingsBlocks, ReadersTakeTheFileGiven) {
     const QString other = root() + "/other.stp";
     writeFile(other, completeFile());

@@ -21,6 +21,15 @@ TEST(Csv, UnclosedQuoteIsAnError) {
     EXPECT_FALSE(e.isEmpty());
 }
 
-TEST(Csv, FullPrecisionNumbers) {
-    EXPECT_EQ(csvNumber(33.13123456789), "33.13123457");
+TEST(Csv, NumbersAreTheShortestTextOfTheSameDouble) {
+    EXPECT_EQ(csvNumber(33.13123456789), "33.13123456789");
+    EXPECT_EQ(csvNumber(123456789012), "123456789012");
+    EXPECT_EQ(csvNumber(0.1), "0.1");
+    EXPECT_EQ(csvNumber(12345.678901234567), "12345.678901234567");
+    EXPECT_EQ(csvNumber(1e300), "1e+300");
+    EXPECT_EQ(csvNumber(-1e-300), "-1e-300");
+    EXPECT_EQ(csvNumber(-2.5), "-2.5");
+    EXPECT_EQ(csvNumber(0), "0");
+    for (const double v : {1.0 / 3.0, 9007199254740993.0, 4.35, 1e-7, 6.02214076e23})
+        EXPECT_EQ(csvNumber(v).toDouble(), v);
 }

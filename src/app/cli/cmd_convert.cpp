@@ -5,16 +5,20 @@
 #include "inputs/foreign_file.h"
 #include "platform/csv.h"
 
-#include <QFile>
 #include <QFileInfo>
+#include <QSaveFile>
+#include <algorithm>
 #include <cmath>
 
 namespace vesk::cli {
 
 namespace {
 
+// 2^53: the whole numbers up to it are doubles exactly, those beyond it not all.
+constexpr double kLargestExactWhole = 9007199254740992.0;
+
 const char* const kUsage =
-    "Usage: vesk-cli convert IN OUT [--table NAME] [--out-table NAME]\n"
+    "Usage: vesk-cli convert IN OUT [--table NAME] [--out-table NAME] [--text COL]...\n"
     "\n"
     "Reads a table from IN and writes it to OUT. The kind of each file follows its extension:\n"
     "  .wk1             Lotus 1-2-3 worksheet; the table is a named range (first row: field names)\n"
@@ -27,6 +31,14 @@ const char* const kUsage =
     "\n"
     "--table NAME       the table to read (worksheets and database files need it)\n"
     "--out-table NAME   the table to write; by default the one read, or the base name of OUT\n"
+    "--text COL         the CSV column COL stays text even where its values read as numbers\n"
+    "                   (may be given more than once)\n"
+    "\n"
+    "A CSV field is a number when the whole field reads as one, except a code with a leading\n"
+    "zero (007, 01001), a value with blanks around it, and a whole number beyond 2^53, which\n"
+    "stay text; a blank field is Null. Numbers are written as the shortest text that reads\n"
+    "back to the same double. A text file puts a value holding ';', a double quote or a line\n"
+    "break between double quotes, its quotes doubled.\n"
     "\n"
     "A worksheet or database file that exists gets the table added to it; a table of the same\n"
     "name there is an error. Text and CSV files are replaced.\n";
@@ -35,13 +47,44 @@ bool isCsv(const QString& path) {
     return path == u"-" || path.endsWith(QLatin1String(".csv"), Qt::CaseInsensitive);
 }
 
-// A CSV field: a number when the whole field reads as one, Null when blank, else text.
-Cell csvCell(const QString& field) {
+// Whether a field that reads as the number `v` would lose its text as one: a code with a
+// leading zero, blanks around it, or a whole number beyond those a double holds exactly.
+bool keepsText(const QString& field, double v) {
+    if (field != field.trimmed())
+        return true;
+    const QStringView digits =
+        QStringView(field).mid(field.startsWith(u'-') || field.startsWith(u'+') ? 1 : 0);
+    if (digits.size() > 1 && digits[0] == u'0' && digits[1].isDigit())
+        return true;
+    const bool whole = std::all_of(digits.begin(), digits.end(), [](QChar c) { return c.isDigit(); });
+    return whole && std::fabs(v) > kLargestExactWhole;
+}
+
+// A CSV field: Null when blank; a number when the whole field reads as one and loses nothing as
+// one (see keepsText), unless its column is to stay text; else text.
+Cell csvCell(const QString& field, bool asText) {
     if (field.trimmed().isEmpty())
         return Cell::null();
+    if (asText)
+        return Cell(field);
     bool ok = false;
     const double v = field.trimmed().toDouble(&ok);
-    return ok && std::isfinite(v) ? Cell(v) : Cell(field);
+    return ok && std::isfinite(v) && !keepsText(field, v) ? Cell(v) : Cell(field);
+}
+
+// The columns that --text names, by their place in the header; false with a message when one is
+// not there.
+bool textColumns(const CsvTable& csv, const QString& in, const QStringList& named, QList<bool>* asText) {
+    *asText = QList<bool>(csv.header.size(), false);
+    for (const QString& name : named) {
+        const int j = csv.column(name);
+        if (j < 0) {
+            err(QStringLiteral("vesk-cli convert: --text %1: %2 has no column %1").arg(name, in));
+            return false;
+        }
+        (*asText)[j] = true;
+    }
+    return true;
 }
 
 QString csvText(const Cell& c) {
@@ -50,21 +93,31 @@ QString csvText(const Cell& c) {
     return c.toString();
 }
 
-bool readTable(const QString& in, const QString& table, CellArray* rows, QStringList* names) {
-    if (isCsv(in)) {
-        QString error;
-        const auto text = readInput(in, &error);
-        const auto csv = text ? parseCsv(*text, &error) : std::nullopt;
-        if (!csv) {
-            err(QStringLiteral("vesk-cli convert: %1").arg(error));
-            return false;
-        }
-        *names = csv->header;
-        *rows = CellArray{static_cast<int>(csv->rows.size()), static_cast<int>(csv->header.size())};
-        for (int i = 0; i < csv->rows.size(); ++i)
-            for (int j = 0; j < csv->header.size(); ++j)
-                (*rows)(i, j) = j < csv->rows[i].size() ? csvCell(csv->rows[i][j]) : Cell::null();
-        return true;
+bool readCsv(const QString& in, const QStringList& textNames, CellArray* rows, QStringList* names) {
+    QString error;
+    const auto csv = readCsvTable(in, &error);
+    QList<bool> asText;
+    if (!csv) {
+        err(QStringLiteral("vesk-cli convert: %1").arg(error));
+        return false;
+    }
+    if (!textColumns(*csv, in, textNames, &asText))
+        return false;
+    *names = csv->header;
+    *rows = CellArray{static_cast<int>(csv->rows.size()), static_cast<int>(csv->header.size())};
+    for (int i = 0; i < csv->rows.size(); ++i)
+        for (int j = 0; j < csv->header.size(); ++j)
+            (*rows)(i, j) = j < csv->rows[i].size() ? csvCell(csv->rows[i][j], asText[j]) : Cell::null();
+    return true;
+}
+
+bool readTable(const QString& in, const QString& table, const QStringList& textNames, CellArray* rows,
+               QStringList* names) {
+    if (isCsv(in))
+        return readCsv(in, textNames, rows, names);
+    if (!textNames.isEmpty()) {
+        err(QStringLiteral("vesk-cli convert: --text names columns of a CSV input, and %1 is none").arg(in));
+        return false;
     }
     const ForeignKind kind = foreignKind(in);
     if (kind == ForeignKind::None) {
@@ -83,7 +136,10 @@ bool readTable(const QString& in, const QString& table, CellArray* rows, QString
     }
     *rows = FnReadArrFile(in, table, names);
     if (rows->isEmpty() && names->isEmpty()) {
-        err(QStringLiteral("vesk-cli convert: %1 holds no table %2").arg(in, table));
+        if (lastForeignError().number == engine_error::kTooLarge)
+            err(QStringLiteral("vesk-cli convert: %1").arg(lastForeignError().words));
+        else
+            err(QStringLiteral("vesk-cli convert: %1 holds no table %2").arg(in, table));
         return false;
     }
     if (kind == ForeignKind::Text)
@@ -108,8 +164,10 @@ bool writeTable(const QString& out, const QString& table, const CellArray& rows,
             cli::out(text);
             return true;
         }
-        QFile f(out);
-        if (!f.open(QIODevice::WriteOnly) || f.write(text.toUtf8()) < 0) {
+        // A file that cannot be written whole keeps what it held.
+        QSaveFile f(out);
+        const QByteArray bytes = text.toUtf8();
+        if (!f.open(QIODevice::WriteOnly) || f.write(bytes) != bytes.size() || !f.commit()) {
             err(QStringLiteral("vesk-cli convert: cannot write %1").arg(out));
             return false;
         }
@@ -136,6 +194,9 @@ int run(const QStringList& argsIn) {
     QStringList args = argsIn;
     const QString table = takeOption(args, QStringLiteral("--table")).value_or(QString());
     QString outTable = takeOption(args, QStringLiteral("--out-table")).value_or(QString());
+    QStringList textNames;
+    while (const auto name = takeOption(args, QStringLiteral("--text")))
+        textNames << *name;
     if (args.size() != 2 || args[0].startsWith(QLatin1String("--")) ||
         args[1].startsWith(QLatin1String("--"))) {
         err(QStringLiteral("vesk-cli convert: give IN and OUT; `vesk-cli convert --help` tells more"));
@@ -143,7 +204,7 @@ int run(const QStringList& argsIn) {
     }
     CellArray rows;
     QStringList names;
-    if (!readTable(args[0], table, &rows, &names))
+    if (!readTable(args[0], table, textNames, &rows, &names))
         return 1;
     if (outTable.isEmpty())
         outTable = table.isEmpty() ? QFileInfo(args[1]).completeBaseName() : table;

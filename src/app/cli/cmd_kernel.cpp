@@ -231,10 +231,7 @@ int runKernelCommand(const KernelCommand& cmd, QStringList args) {
         return fail(cmd.name, QStringLiteral("unexpected arguments: %1; `vesk-cli %2 --help` tells the usage")
                                   .arg(args.join(u' '), cmd.name));
     QString error;
-    const auto text = readInput(args.value(0), &error);
-    if (!text)
-        return fail(cmd.name, error);
-    const auto csv = parseCsv(*text, &error);
+    const auto csv = readCsvTable(args.value(0), &error);
     if (!csv)
         return fail(cmd.name, error);
 
@@ -263,7 +260,8 @@ int runKernelCommand(const KernelCommand& cmd, QStringList args) {
 const QString kCommonHelp = QStringLiteral(
     "Columns are found by name, in any order and any case; other columns pass through unchanged.\n"
     "An empty Beta or C is the empty string, which skips the checks of Beta and C.\n"
-    "Output: the input rows with the result column added, numbers at full precision.\n"
+    "Output: the input rows with the result column added, numbers as the shortest text that\n"
+    "reads back to the same double.\n"
     "Errors the kernel stores (bad parameters, division by zero, overflow) go to standard error,\n"
     "one line each with its row and number; the row's result is still written.\n"
     "Exit status: 0 without stored errors, 1 when the kernel stored any, 2 on unusable input.\n");

@@ -53,7 +53,7 @@ std::optional<DbfField> numberField(const FieldDef& def, const QList<QList<Cell>
                             .arg(DbfNumberField::kMaxWidth));
         return std::nullopt;
     }
-    return DbfField{QByteArray(), f->type, f->width, f->decimals, 0};
+    return DbfField{QByteArray(), 'N', f->width, f->decimals, 0, f->exponent};
 }
 
 std::optional<DbfField> dateField(const FieldDef& def, const QList<QList<Cell>>& rows, int col) {
@@ -154,7 +154,7 @@ QByteArray dbfFieldBytes(const Cell& v, const DbfField& f, CodePage page) {
     case 'D':
         return dateBytes(v.toDouble());
     default:
-        return numberText(v.toDouble(), DbfNumberField{f.type, f.width, f.decimals});
+        return numberText(v.toDouble(), DbfNumberField{f.width, f.decimals, f.exponent});
     }
 }
 

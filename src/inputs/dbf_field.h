@@ -3,7 +3,7 @@
 // - character (C): the text in the table's code page, cut to 254 characters, left-aligned and padded
 //   with blanks; the padding goes on reading, leading blanks stay. The width is the longest text's
 //   bytes, so that in UTF-8 a field keeps 254 characters, not 254 bytes.
-// - number (N, F): see dbf_number.h. Integer and Long columns N(6,0) and N(11,0) or wider.
+// - number (N; F read too): see dbf_number.h. Integer and Long columns N(6,0) and N(11,0) or wider.
 // - date (D): eight digits, yyyyMMdd, for the years 100 to 9999; the time of day is not kept.
 // - logical (L): "T" or "F", "?" for no value.
 // A field without a value is blank, "?" in a logical field; a number field of "*" (an overflow in

@@ -3,7 +3,8 @@
 // dbf_field.h, dbf_number.h). The folder is the database and each file in it a table named by its
 // base name. A new table is written when the driver closes, so that the field widths and the code
 // page can follow the data: character fields as wide as their longest value (254 characters),
-// whole numbers N(6,0) or N(11,0), other numbers N(20,d) or F(20,d) as their values need, dates D(8)
+// whole numbers N(6,0) or N(11,0), other numbers N(20,d) with the decimals or the
+// exponents their values need, dates D(8)
 // (the day only), Booleans L(1). Texts are Windows-1252 when every character has a byte there (the
 // language driver byte says so), else UTF-8, named in a .cpg file beside the table, as other programs
 // of this kind do. A table to be read is refused, naming the file, when its header claims more than

@@ -33,7 +33,8 @@ struct DbfField {
     char type = 'C';
     int width = 1;
     int decimals = 0;
-    int offset = 0; // in the record, after the deletion flag
+    int offset = 0;        // in the record, after the deletion flag
+    bool exponent = false; // a number field whose values are written with exponents where shorter
 };
 
 struct DbfLayout {

@@ -63,8 +63,8 @@ std::string fixedWithDigits(double v, int digits) {
     return withPrecision(v, std::chars_format::fixed, decimals);
 }
 
-// The text of the value in an F field: the shortest that reads back to it, else the longest that
-// fits and reads back within the tolerance; std::nullopt when none does.
+// The text of the value in a field of texts with exponents: the shortest that reads back to it, else the
+// longest that fits and reads back within the tolerance; std::nullopt when none does.
 std::optional<std::string> floatText(double v) {
     const std::string exact = compactExponent(shortest(v));
     if (exact.size() <= kWidth)
@@ -106,8 +106,8 @@ std::optional<DbfNumberField> fixedField(const QList<double>& values, bool whole
     if (needed > DbfNumberField::kMaxWidth)
         return std::nullopt;
     if (whole && decimals == 0)
-        return DbfNumberField{'N', std::clamp(minWidth, needed, DbfNumberField::kMaxWidth), 0};
-    return DbfNumberField{'N', DbfNumberField::kMaxWidth, decimals};
+        return DbfNumberField{std::clamp(minWidth, needed, DbfNumberField::kMaxWidth), 0, false};
+    return DbfNumberField{DbfNumberField::kMaxWidth, decimals, false};
 }
 
 int decimalsOf(const std::string& text) {
@@ -139,12 +139,12 @@ std::optional<DbfNumberField> numberFieldFor(const QList<double>& values, bool w
         }
         decimals = std::max(decimals, decimalsOf(*text));
     }
-    return DbfNumberField{'F', DbfNumberField::kMaxWidth, std::min(decimals, DbfNumberField::kMaxWidth - 2)};
+    return DbfNumberField{DbfNumberField::kMaxWidth, std::min(decimals, DbfNumberField::kMaxWidth - 2), true};
 }
 
 QByteArray numberText(double value, const DbfNumberField& field) {
     std::string text;
-    if (field.type == 'F') {
+    if (field.exponent) {
         text = floatText(value).value_or(std::string());
     } else {
         text = shortestFixed(value);

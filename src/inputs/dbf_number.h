@@ -2,9 +2,10 @@
 // Numbers in dBase fields. A number field holds the number as text, at most 20 characters wide, as
 // dBase III and FoxPro allow. A column whose values all have a fixed-point text of that width that
 // reads back to the same double becomes N(width, decimals), every value written with the same
-// decimals; any other column becomes F(20, decimals), each value in the shortest text that reads back
-// to it, with an exponent where that is shorter ("1e+25", "-1e+300"). Where no text of 20 characters
-// reads back to the value, a text of fewer digits serves if it reads back within 1e-15 of the
+// decimals; any other column becomes N(20, decimals) too, but each value in the shortest text that
+// reads back to it, with an exponent where that is shorter ("1e25", "-1e300"). Other readers parse
+// such a text in an N field, where some of them take an F field for a binary one. Where no text of 20
+// characters reads back to the value, a text of fewer digits serves if it reads back within 1e-15 of the
 // value's size; a value that not even such a text holds is refused: the column cannot be written.
 //
 // Texts are made and read in the "C" form whatever the locale: a point before the decimals.
@@ -18,9 +19,9 @@ namespace vesk {
 
 struct DbfNumberField {
     static constexpr int kMaxWidth = 20;
-    char type = 'N'; // 'N' fixed point, 'F' with an exponent where needed
     int width = 1;
     int decimals = 0;
+    bool exponent = false; // each value its own shortest text, with an exponent where that is shorter
 };
 
 // The field for a column's finite values. `whole` for a column declared Integer or Long, which

@@ -174,7 +174,9 @@ TEST_F(Dbf, NumbersOfEveryScaleComeBackFromOneColumn) {
     ASSERT_EQ(back.count(), static_cast<std::size_t>(kScales.size()));
     for (int k = 0; k < kScales.size(); ++k)
         EXPECT_TRUE(comesBack(back(k, 0), kScales[k])) << k;
-    EXPECT_EQ(firstField(path("all.dbf")).type, 'F') << "no fixed-point text of 20 characters holds 1e300";
+    // No fixed-point text of 20 characters holds 1e300: the field's texts take exponents, and stay
+    // an N field, which other readers parse so where some take an F field for a binary one.
+    EXPECT_EQ(firstField(path("all.dbf")).type, 'N');
     EXPECT_LE(firstField(path("all.dbf")).width, 20);
 }
 

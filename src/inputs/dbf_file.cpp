@@ -1,48 +1,68 @@
 #include "inputs/dbf_file.h"
 
 #include "inputs/codepage.h"
+#include "inputs/dbf_field.h"
 
 #include <QDir>
 #include <QFile>
 #include <QFileInfo>
+#include <QSaveFile>
 #include <cmath>
-#include <shapefil.h>
 
 namespace vesk {
 
 namespace {
 
-// The code page a table's language driver byte or .cpg file names; Windows-1252 when none.
-CodePage pageOf(const char* name) {
-    const QString n = QString::fromLatin1(name ? name : "").trimmed().toUpper();
+// The code page a .cpg file beside the table names, else its language driver byte;
+// Windows-1252 when neither says.
+CodePage pageOf(const QByteArray& cpg, quint8 languageDriver) {
+    const QString n = QString::fromLatin1(cpg).trimmed().toUpper();
     if (n.contains(QLatin1String("UTF-8")) || n.contains(QLatin1String("UTF8")) || n == u"65001")
         return CodePage::Utf8;
-    if (n == u"LDID/1" || n.endsWith(QLatin1String("437")))
+    if (n.endsWith(QLatin1String("437")) || (n.isEmpty() && languageDriver == 0x01))
         return CodePage::Cp437;
-    if (n == u"LDID/2" || n.endsWith(QLatin1String("850")))
+    if (n.endsWith(QLatin1String("850")) || (n.isEmpty() && languageDriver == 0x02))
         return CodePage::Cp850;
     return CodePage::Cp1252;
 }
 
-// The decimals a number needs to come back whole, at 15 significant digits.
-int decimalsNeeded(double v) {
-    if (v == 0.0 || !std::isfinite(v))
-        return 0;
-    const int magnitude = static_cast<int>(std::floor(std::log10(std::fabs(v))));
-    QString s = QString::number(v, 'f', std::clamp(14 - magnitude, 0, 17));
-    if (s.contains(u'.')) {
-        while (s.endsWith(u'0'))
-            s.chop(1);
-        if (s.endsWith(u'.'))
-            s.chop(1);
-    }
-    const int dot = static_cast<int>(s.indexOf(u'.'));
-    return dot < 0 ? 0 : static_cast<int>(s.size()) - dot - 1;
+constexpr quint8 kWindows1252 = 0x57; // the language driver byte of Windows ANSI
+
+// The file beside `dbf` with the other suffix, found case-blind; empty when there is none.
+QString besideFile(const QString& dbf, const QString& suffix) {
+    const QFileInfo info(dbf);
+    const QString wanted = info.completeBaseName() + suffix;
+    for (const QString& entry : info.dir().entryList(QDir::Files))
+        if (entry.compare(wanted, Qt::CaseInsensitive) == 0)
+            return info.dir().filePath(entry);
+    return QString();
 }
 
-int integerDigits(double v) {
-    const double a = std::fabs(std::trunc(v));
-    return (a < 1.0 ? 1 : static_cast<int>(std::floor(std::log10(a))) + 1) + (v < 0 ? 1 : 0);
+QByteArray cpgOf(const QString& dbf) {
+    const QString cpg = besideFile(dbf, QStringLiteral(".cpg"));
+    QFile f(cpg);
+    return !cpg.isEmpty() && f.open(QIODevice::ReadOnly) ? f.read(64) : QByteArray();
+}
+
+// The checked layout of the file and its bytes (the header only unless `whole`); std::nullopt with
+// the engine's error set, naming the file, when it is no dBase table or claims more than it holds.
+std::optional<DbfLayout> layoutOfFile(const QString& path, bool whole, QByteArray* bytes) {
+    QFile f(path);
+    QString why = QStringLiteral("it cannot be opened");
+    std::optional<DbfLayout> layout;
+    if (f.open(QIODevice::ReadOnly)) {
+        *bytes = whole ? f.readAll() : f.read(32 + DbfLayout::kMaxLength);
+        layout = parseDbfLayout(*bytes, f.size(), &why);
+    }
+    if (!layout)
+        setForeignError(dbf_error::kNotATable,
+                        QStringLiteral("'%1' is no dBase table this program can read: %2.").arg(path, why));
+    return layout;
+}
+
+bool saveBytes(const QString& path, const QByteArray& bytes) {
+    QSaveFile f(path);
+    return f.open(QIODevice::WriteOnly) && f.write(bytes) == bytes.size() && f.commit();
 }
 
 // A value converted to what a field of the type holds; std::nullopt when it cannot be.
@@ -99,54 +119,6 @@ QStringList fieldNamesFor(const TableDef& def, CodePage page) {
     return out;
 }
 
-// The bytes of a text cut to the width without splitting a character.
-QByteArray fitBytes(const QString& text, CodePage page, int width) {
-    QByteArray b = encodeText(text, page);
-    if (b.size() <= width)
-        return b;
-    QString t = text;
-    while (!t.isEmpty() && encodeText(t, page).size() > width)
-        t.chop(1);
-    return encodeText(t, page);
-}
-
-struct Layout {
-    char type = 'C';
-    int width = 1, decimals = 0;
-};
-
-Layout layoutOf(const FieldDef& f, const QList<QList<Cell>>& rows, int col, CodePage page) {
-    Layout l;
-    switch (f.type()) {
-    case FieldType::Text: {
-        int bytes = f.length > 0 ? f.length : DbfDriver::kMaxText;
-        for (const auto& row : rows)
-            if (row[col].isText())
-                bytes = std::max(bytes, static_cast<int>(encodeText(row[col].toString(), page).size()));
-        return {'C', std::clamp(bytes, 1, DbfDriver::kMaxText), 0};
-    }
-    case FieldType::Logical:
-        return {'L', 1, 0};
-    case FieldType::Date:
-        return {'D', 8, 0};
-    default:
-        break;
-    }
-    const bool whole = f.type() == FieldType::Integer || f.type() == FieldType::Long;
-    int digits = f.type() == FieldType::Integer ? 6 : whole ? 11 : 1, decimals = 0;
-    for (const auto& row : rows) {
-        if (!row[col].isNumber() || !std::isfinite(row[col].toDouble()))
-            continue;
-        digits = std::max(digits, integerDigits(row[col].toDouble()));
-        if (!whole)
-            decimals = std::max(decimals, decimalsNeeded(row[col].toDouble()));
-    }
-    if (whole)
-        return {'N', std::min(digits, 20), 0};
-    decimals = std::min(decimals, std::max(0, 20 - digits - 1));
-    return {'N', 20, decimals};
-}
-
 } // namespace
 
 bool DbfDriver::open(const QString& path, bool forWriting) {
@@ -156,7 +128,9 @@ bool DbfDriver::open(const QString& path, bool forWriting) {
         setForeignError(engine_error::kInvalidPath, QStringLiteral("'%1' is not a valid path.").arg(folder_));
         return false;
     }
-    return true;
+    // A table to be read is checked before anything is read of it.
+    QByteArray head;
+    return forWriting || !QFileInfo(path).isFile() || layoutOfFile(path, false, &head).has_value();
 }
 
 QString DbfDriver::tableFile(const QString& name) const {
@@ -202,6 +176,35 @@ bool DbfDriver::bufferRows(BufferedTable& t, const CellArray& rows) {
     return true;
 }
 
+namespace {
+
+// The fields of the table, each as its column's values need; std::nullopt with the engine's error
+// set when a value fits none.
+std::optional<QList<DbfField>> fieldsOf(const BufferedTable& t, CodePage page) {
+    const QStringList names = fieldNamesFor(t.def, page);
+    QList<DbfField> fields;
+    for (int j = 0; j < t.def.fields.size(); ++j) {
+        const auto f = dbfFieldFor(t.def.fields[j], encodeText(names[j], page), t.rows, j, page);
+        if (!f)
+            return std::nullopt;
+        fields << *f;
+    }
+    return fields;
+}
+
+QByteArray tableBytes(const BufferedTable& t, const DbfLayout& layout, CodePage page) {
+    QByteArray out = dbfHeader(layout, QDate::currentDate());
+    out.reserve(layout.headerLength + layout.records * layout.recordLength + 1);
+    for (const auto& row : t.rows) {
+        out += ' ';
+        for (int j = 0; j < layout.fields.size(); ++j)
+            out += dbfFieldBytes(row[j], layout.fields[j], page);
+    }
+    return out + kDbfEndOfFile;
+}
+
+} // namespace
+
 bool DbfDriver::writeTable(const BufferedTable& t) {
     bool oneByte = true;
     for (const auto& f : t.def.fields)
@@ -210,44 +213,26 @@ bool DbfDriver::writeTable(const BufferedTable& t) {
         for (const auto& v : row)
             oneByte = oneByte && (!v.isText() || encodable(v.toString(), CodePage::Cp1252));
     const CodePage page = oneByte ? CodePage::Cp1252 : CodePage::Utf8;
+    const auto fields = fieldsOf(t, page);
+    if (!fields)
+        return false;
+    const DbfLayout layout = dbfLayoutFor(*fields, t.rows.size(), oneByte ? kWindows1252 : 0);
+    if (layout.recordLength > DbfLayout::kMaxLength) {
+        setForeignError(engine_error::kTooLarge,
+                        QStringLiteral("A record of '%1' would take %2 bytes; a dBase record holds %3.")
+                            .arg(t.def.name)
+                            .arg(layout.recordLength)
+                            .arg(DbfLayout::kMaxLength));
+        return false;
+    }
     const QString path = QDir(folder_).filePath(t.def.name + QStringLiteral(".dbf"));
-    DBFHandle h = DBFCreateEx(QFile::encodeName(path).constData(), oneByte ? "LDID/87" : "UTF-8");
-    if (!h) {
+    const QString cpg = QDir(folder_).filePath(t.def.name + QStringLiteral(".cpg"));
+    const bool ok = oneByte ? (!QFile::exists(cpg) || QFile::remove(cpg)) : saveBytes(cpg, "UTF-8");
+    if (!ok || !saveBytes(path, tableBytes(t, layout, page))) {
         setForeignError(engine_error::kCannotOpen, QStringLiteral("Cannot create '%1'.").arg(path));
         return false;
     }
-    const QStringList names = fieldNamesFor(t.def, page);
-    QList<Layout> layouts;
-    bool ok = true;
-    for (int j = 0; j < t.def.fields.size() && ok; ++j) {
-        layouts << layoutOf(t.def.fields[j], t.rows, j, page);
-        ok = DBFAddNativeFieldType(h, encodeText(names[j], page).constData(), layouts[j].type,
-                                   layouts[j].width, layouts[j].decimals) >= 0;
-    }
-    for (int i = 0; i < t.rows.size() && ok; ++i) {
-        for (int j = 0; j < layouts.size(); ++j) {
-            const Cell& v = t.rows[i][j];
-            if (v.isNull() || (v.isNumber() && !std::isfinite(v.toDouble()))) {
-                DBFWriteNULLAttribute(h, i, j);
-            } else if (layouts[j].type == 'C') {
-                DBFWriteStringAttribute(h, i, j, fitBytes(v.toString(), page, layouts[j].width).constData());
-            } else if (layouts[j].type == 'L') {
-                DBFWriteLogicalAttribute(h, i, j, v.toDouble() != 0.0 ? 'T' : 'F');
-            } else if (layouts[j].type == 'D') {
-                const QDate day = serialToDateTime(v.toDouble()).date();
-                DBFWriteDoubleAttribute(h, i, j, day.year() * 10000.0 + day.month() * 100 + day.day());
-            } else {
-                DBFWriteDoubleAttribute(h, i, j, v.toDouble());
-            }
-        }
-    }
-    DBFClose(h);
-    if (!ok) {
-        QFile::remove(path);
-        setForeignError(engine_error::kCannotOpen,
-                        QStringLiteral("Cannot write the fields of '%1'.").arg(path));
-    }
-    return ok;
+    return true;
 }
 
 bool DbfDriver::close() {
@@ -258,67 +243,33 @@ bool DbfDriver::close() {
     return ok;
 }
 
-namespace {
-Cell readValue(DBFHandle h, int rec, int field, char type, CodePage page) {
-    if (DBFIsAttributeNULL(h, rec, field))
-        return Cell::null();
-    const QByteArray raw(DBFReadStringAttribute(h, rec, field));
-    switch (type) {
-    case 'C':
-    case 'V':
-        return Cell(decodeBytes(raw, page));
-    case 'N':
-    case 'F':
-    case 'I':
-        return Cell(DBFReadDoubleAttribute(h, rec, field));
-    case 'D': {
-        const QDate day = QDate::fromString(QString::fromLatin1(raw.trimmed()), QStringLiteral("yyyyMMdd"));
-        return day.isValid() ? Cell::date(dateSerial(day)) : Cell::null();
-    }
-    case 'L': {
-        const char c = raw.isEmpty() ? '?' : raw[0];
-        if (QByteArray("TtYy").contains(c))
-            return Cell::boolean(true);
-        if (QByteArray("FfNn").contains(c))
-            return Cell::boolean(false);
-        return Cell::null();
-    }
-    default:
-        return Cell::null(); // memo and binary fields live in files of their own
-    }
-}
-} // namespace
-
 std::optional<ForeignTable> DbfDriver::readTable(const QString& name) {
     const QString path = tableFile(name);
     if (path.isEmpty())
         return std::nullopt;
-    DBFHandle h = DBFOpen(QFile::encodeName(path).constData(), "rb");
-    if (!h)
+    QByteArray bytes;
+    const auto layout = layoutOfFile(path, true, &bytes);
+    if (!layout)
         return std::nullopt;
-    const CodePage page = pageOf(DBFGetCodePage(h));
-    const int fields = DBFGetFieldCount(h), records = DBFGetRecordCount(h);
+    const CodePage page = pageOf(cpgOf(path), layout->languageDriver);
     ForeignTable t;
     t.name = name;
-    QList<char> types;
-    for (int j = 0; j < fields; ++j) {
-        char fieldName[XBASE_FLDNAME_LEN_READ + 1] = {};
-        int width = 0, decimals = 0;
-        DBFGetFieldInfo(h, j, fieldName, &width, &decimals);
-        t.fieldNames << decodeBytes(QByteArray(fieldName), page);
-        types << DBFGetNativeFieldType(h, j);
-    }
-    QList<int> live;
-    for (int i = 0; i < records; ++i)
-        if (!DBFIsRecordDeleted(h, i))
+    for (const auto& f : layout->fields)
+        t.fieldNames << decodeBytes(f.name, page);
+    QList<qint64> live;
+    for (qint64 i = 0; i < layout->records; ++i)
+        if (dbfRecord(bytes, *layout, i).front() != '*')
             live << i;
-    if (!live.isEmpty() && fields > 0) {
+    const int fields = static_cast<int>(layout->fields.size());
+    if (!live.isEmpty())
         t.rows = CellArray{static_cast<int>(live.size()), fields};
-        for (int i = 0; i < live.size(); ++i)
-            for (int j = 0; j < fields; ++j)
-                t.rows(i, j) = readValue(h, live[i], j, types[j], page);
+    for (int i = 0; i < live.size(); ++i) {
+        const QByteArrayView record = dbfRecord(bytes, *layout, live[i]);
+        for (int j = 0; j < fields; ++j) {
+            const DbfField& f = layout->fields[j];
+            t.rows(i, j) = dbfFieldValue(record.sliced(f.offset, f.width), f, page);
+        }
     }
-    DBFClose(h);
     return t;
 }
 

@@ -84,6 +84,41 @@ TEST_F(RoundTrip, DbaseTableKeepsAllButTheTimeOfDay) {
         << "text beyond Windows-1252 is UTF-8, named in a .cpg file";
 }
 
+// Values of every kind and scale through a dBase table: texts of several scripts with line breaks,
+// ";" and quotes, codes with leading zeros, numbers from 1e-300 to 1e300, dates of the years 100 to
+// 9999. What the field cannot hold is said in `vesk-cli convert --help`: a text keeps 254
+// characters, blanks at its end are the field's padding, a date keeps its day.
+TEST_F(RoundTrip, DbaseTableKeepsValuesOfEveryKindAndScale) {
+    const QStringList texts{QStringLiteral("中文 — 日本語 — 한국어"), QStringLiteral("Кириллица"),
+                            QStringLiteral("العربية"), QStringLiteral("emoji 😀🎉"),
+                            QStringLiteral("two\nlines\r\nand more"), QStringLiteral("Lagos; port"),
+                            QStringLiteral("say \"yes\" 'no'"), QStringLiteral("007"),
+                            QStringLiteral("  leading blanks"), QString(300, u'ж')};
+    const QList<double> numbers{1e-300, 1e300, 0.1, 12345.678901234567, 123456789012345678.0,
+                                9007199254740993.0, -1e-7, 1e25, -0.5, 0};
+    CellArray a{static_cast<int>(texts.size()), 4};
+    for (int i = 0; i < texts.size(); ++i) {
+        a(i, 0) = Cell(texts[i]);
+        a(i, 1) = Cell(numbers[i]);
+        a(i, 2) = Cell::date(dateSerial(QDate(100 + i * 1099, 1 + i, 28)));
+        a(i, 3) = i % 3 == 2 ? Cell::null() : Cell::boolean(i % 2 == 0);
+    }
+    ASSERT_TRUE(FnWriteArrFile(a, path("ugly.dbf"), "", {"Text", "Number", "Day", "Flag"}))
+        << lastForeignError().words.toStdString();
+    CellArray expected = a;
+    expected(9, 0) = Cell(QString(254, u'ж'));
+    QStringList names;
+    const CellArray back = FnReadArrFile(path("ugly.dbf"), "", &names);
+    EXPECT_EQ(names, QStringList({"Text", "Number", "Day", "Flag"}));
+    EXPECT_EQ(back, expected) << dump(back);
+}
+
+// Blanks at the end of a text are the padding of a dBase field and do not come back.
+TEST_F(RoundTrip, DbaseTextLosesItsTrailingBlanksOnly) {
+    ASSERT_TRUE(FnWriteArrFile(table({{Cell("  both  ")}}), path("pad.dbf"), "", {"t"}));
+    EXPECT_EQ(FnReadArrFile(path("pad.dbf"), ""), table({{Cell("  both")}}));
+}
+
 // A text file holds texts: every value comes back as its text, an empty cell as an empty text;
 // there is no row of field names.
 TEST_F(RoundTrip, TextFileGivesTextsBack) {

@@ -4,8 +4,9 @@
 #include "database/db_schema.h"
 #include "database/db_structure.h"
 #include "database/db_texts.h"
-#include "platform/prompts.h"
+#include "database/type_rules.h"
 #include "foundation/settings.h"
+#include "platform/prompts.h"
 
 #include <QCoreApplication>
 #include <QFile>
@@ -78,6 +79,21 @@ void compareField(int t, int s, const DbConnection::TableEntry& table, const Fie
     }
 }
 
+// The rules of kind and range of a field whose type agrees: told as a difference of its type, the
+// value found carrying the rules the file holds, or saying that it holds none.
+void compareTypeRules(int t, int s, const DbConnection::TableEntry& table, const FieldProperties& found,
+                      QList<StructureFinding>& out) {
+    const QString type = dbAttr(t, s, AttrType).trimmed();
+    if (folded(found.type) != folded(type))
+        return; // the type itself is told already
+    const QString expected = expectedTypeRules(type.toInt(), dbAttr(t, s, AttrName));
+    if (folded(found.typeRules) == folded(expected))
+        return;
+    const QString held = found.typeRules.isEmpty() ? dbtext::WithoutTypeRules : found.typeRules;
+    out.push_back({StructureFinding::Kind::Difference, dbTableName(t), dbAttr(t, s, AttrName), AttrType, type,
+                   table.name, found.name, found.type + u' ' + held});
+}
+
 // Walks the definition over the file; false when a table is missing, which ends the walk.
 bool compareTables(const DbConnection& db, StructureReport& report) {
     QSqlError error;
@@ -102,9 +118,10 @@ bool compareTables(const DbConnection& db, StructureReport& report) {
             const QString name = dbAttr(t, s, AttrName);
             if (name.isEmpty())
                 continue;
-            if (const FieldProperties* f = findField(*fields, name))
+            if (const FieldProperties* f = findField(*fields, name)) {
                 compareField(t, s, *table, *f, report.findings);
-            else
+                compareTypeRules(t, s, *table, *f, report.findings);
+            } else
                 report.findings.push_back(
                     {.kind = StructureFinding::Kind::MissingField, .table = dbTableName(t), .field = name});
         }
@@ -157,7 +174,9 @@ bool ChkDBStru(const QString& dbPath) {
         if (const QString line = f.logLine(); logOpen && !line.isEmpty())
             out << line << "\r\n";
     }
-    return report.passed();
+    // A file that the engine cannot open as a database ends the check with its result as it stood,
+    // True: loading the study then meets the same failure and says what it is.
+    return report.unreadable.isEmpty() ? report.passed() : true;
 }
 
 } // namespace vesk

@@ -5,6 +5,10 @@
 // lists everything; only a missing table ends it at once. Names compare without regard to case;
 // tables and fields that the definition does not name are not looked at (each study adds its own
 // column to _DctBDM). Indexes, keys, relations and the reserved mark are not compared.
+//
+// The rules of kind and range of each declared type (type_rules.h) belong to its type: a field whose
+// type agrees but whose rules differ or are missing is told as a difference of its datatype, the log
+// giving the rules found. A file made before these rules existed so fails the check field by field.
 
 #include <QList>
 #include <QString>
@@ -40,8 +44,9 @@ struct StructureReport {
 StructureReport checkDatabaseStructure(const QString& dbPath);
 
 // The check as the program runs it: the log rewritten, every message shown (warning mark), every
-// line written; True when nothing was found wrong. A file that cannot be read as a database is not
-// a study database, and gives False.
+// line written; True when nothing was found wrong. A file that the engine cannot open as a database
+// (a text file, random bytes, a folder) ends the check with nothing shown and True, as the result
+// stood; the study's loader (InitBDS) then reports the engine's description.
 bool ChkDBStru(const QString& dbPath);
 
 // StatOutPath & "vskstru.log"; an empty StatOutPath is first set to the program folder.

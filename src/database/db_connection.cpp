@@ -1,5 +1,7 @@
 #include "database/db_connection.h"
 
+#include "database/type_rules.h"
+
 #include <QFileInfo>
 #include <QHash>
 #include <QRegularExpression>
@@ -28,6 +30,16 @@ QString nextConnectionName() {
 
 QString errorText(const QSqlError& e) {
     return engineDescription(e);
+}
+
+// The engine found no database in the file (text, random bytes), or one damaged past reading.
+bool isUnrecognized(const QSqlError& e) {
+    constexpr int kSqliteCorrupt = 11;
+    constexpr int kSqliteNotADatabase = 26;
+    const QString code = e.nativeErrorCode();
+    return code == QString::number(kSqliteNotADatabase) || code == QString::number(kSqliteCorrupt) ||
+           e.databaseText().contains(QStringLiteral("file is not a database"), Qt::CaseInsensitive) ||
+           e.databaseText().contains(QStringLiteral("malformed"), Qt::CaseInsensitive);
 }
 
 } // namespace
@@ -70,7 +82,8 @@ std::shared_ptr<DbConnection> DbConnection::connect(const QString& path, bool cr
     // The file must read as a database, and every connection enforces the relations.
     if (!c->exec(QStringLiteral("PRAGMA foreign_keys = ON"), {}, &e) ||
         !c->query(QStringLiteral("SELECT count(*) FROM sqlite_master"), {}, &e)) {
-        *error = errorText(e);
+        *error =
+            isUnrecognized(e) ? QStringLiteral("Unrecognized database format '%1'.").arg(path) : errorText(e);
         return nullptr;
     }
     return c;
@@ -161,6 +174,8 @@ int engineErrorNumber(const QSqlError& error) {
     static const QString check = QStringLiteral("CHECK constraint failed: ");
     if (text.startsWith(check)) {
         const QString name = text.mid(check.size());
+        if (const int number = typeRuleNumber(name))
+            return number;
         if (name.startsWith(QStringLiteral("The field '")) && name.contains(QStringLiteral("' is too small")))
             return 3163;
         if (name.startsWith(QStringLiteral("Field '")) &&

@@ -17,7 +17,8 @@ namespace vesk {
 
 class DbConnection {
 public:
-    // An existing study file; nullptr with `error` when it is missing or not a database.
+    // An existing study file; nullptr with `error` when it is missing or not a database (then the
+    // old engine's "Unrecognized database format '<path>'.").
     static std::shared_ptr<DbConnection> open(const QString& path, QString* error);
     // A new, empty file at `path` (which must not exist); nullptr with `error` on failure.
     static std::shared_ptr<DbConnection> create(const QString& path, QString* error);
@@ -61,7 +62,8 @@ bool isNoSuchTable(const QSqlError& error);
 // 3163 a text longer than its field, 3315 a zero-length text, 3058 a Null key, 3316 a validation
 // rule, 3022 a duplicate key, 3201 a missing related record, 3314 a Null in a required field,
 // 3061 an unknown name in a statement (the old engine read it as a parameter with no value),
-// 3078 an unknown table; 3000 (reserved error) for anything else.
+// 3078 an unknown table; 3000 (reserved error) for anything else. A value its declared type cannot
+// hold gives the runtime's number instead: 13 (Type mismatch) or 6 (Overflow).
 int engineErrorNumber(const QSqlError& error);
 
 // A value of a query as a dynamic cell: NULL gives Null, numbers a number, anything else a text.

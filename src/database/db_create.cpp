@@ -1,7 +1,9 @@
 #include "database/db_create.h"
 
 #include "database/db_schema.h"
+#include "database/type_rules.h"
 #include "database/validation_rule.h"
+#include "foundation/runtime_error.h"
 #include "platform/runtime.h"
 
 #include <QFile>
@@ -97,6 +99,8 @@ std::optional<QString> columnSql(int t, int s, QString* error) {
         const QString text = dbAttr(t, s, AttrValidationText).trimmed();
         parts << constraint(text.isEmpty() ? ruleWithoutTextMessage(rule, table, field) : text, *check);
     }
+    for (const TypeRule& rule : typeRules(type, field))
+        parts << constraint(runtimeWords(rule.number), rule.expression);
     return parts.join(u' ');
 }
 

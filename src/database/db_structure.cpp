@@ -3,6 +3,7 @@
 #include "database/db_create.h"
 #include "database/db_schema.h"
 #include "database/ddl_parser.h"
+#include "database/type_rules.h"
 #include "database/validation_rule.h"
 
 #include <QRegularExpression>
@@ -95,9 +96,14 @@ bool isSizeGuard(const QList<Token>& e, const QString& field) {
 void readChecks(FieldProperties& f, const ColumnDdl* ddl, bool isText) {
     bool zeroLengthForbidden = false;
     bool ruleSeen = false;
+    QStringList typeRules;
     for (const CheckDdl& c : ddl ? ddl->checks : QList<CheckDdl>()) {
         if (isKeyGuard(c.expression, f.name) || isSizeGuard(c.expression, f.name))
             continue;
+        if (typeRuleNumber(c.name) != 0) {
+            typeRules << typeRuleText(c.name, c.expression);
+            continue;
+        }
         if (isZeroLengthGuard(c.expression, f.name)) {
             zeroLengthForbidden = true;
             continue;
@@ -110,6 +116,7 @@ void readChecks(FieldProperties& f, const ColumnDdl* ddl, bool isText) {
         }
     }
     f.allowZeroLength = (isText && !zeroLengthForbidden) ? QStringLiteral("True") : QStringLiteral("False");
+    f.typeRules = typeRules.join(QStringLiteral("; "));
 }
 
 // A default as the old engine shows it: a string in double quotes, anything else as written.

@@ -1,7 +1,8 @@
 #pragma once
 // The properties of a study file's fields as the file itself states them: PRAGMA table_info for the
 // declared type, Required (NOT NULL) and the default, and the stored CREATE TABLE text for the
-// CHECK constraints that carry the validation rule and text and forbid zero-length text. Each
+// CHECK constraints that carry the validation rule and text, forbid zero-length text and hold each
+// type's kind and range. Each
 // property comes back as the text the old engine would have given for it ("10", "5", "0", "True").
 
 #include "database/db_connection.h"
@@ -20,6 +21,7 @@ struct FieldProperties {
     QString validationText;  // the name of the rule's CHECK constraint
     QString required;        // "True" / "False"
     QString allowZeroLength; // "True" / "False"
+    QString typeRules;       // the CHECKs of kind and range, as typeRuleText writes them, "; " between
 
     // The property compared with attribute `attribute` of the definition (AttrType .. AttrAllowZeroLength).
     QString property(int attribute) const;

@@ -1,10 +1,12 @@
 // The structure check against files changed by hand: every message, every log line, in order.
 
 #include "database/chk_db_stru.h"
+#include "database/db_schema.h"
 #include "database/db_texts.h"
 #include "db_test_support.h"
 #include "foundation/settings.h"
 
+#include <QDir>
 #include <QFile>
 
 using namespace vesk;
@@ -118,7 +120,11 @@ TEST_F(ChkDBStruTest, WithoutUserCommentsAloneTheResultIsFalse) {
 }
 
 TEST_F(ChkDBStruTest, AMissingFieldIsToldAndTheCheckGoesOn) {
-    alter("_DctBDS", ",\n    \"Slct\" BOOLEAN", "");
+    alter("_DctBDS",
+          ",\n    \"Slct\" BOOLEAN CONSTRAINT \"Type mismatch\" CHECK (typeof(\"Slct\") IN ('integer', "
+          "'null')) "
+          "CONSTRAINT \"Overflow\" CHECK (\"Slct\" IN (-1, 0, 1))",
+          "");
     alter("_MapBDMSqla", "\"cobcd\" VARCHAR(5)", "\"cobcd\" VARCHAR(9)");
     EXPECT_FALSE(ChkDBStru(file));
     EXPECT_EQ(
@@ -222,12 +228,87 @@ TEST_F(ChkDBStruTest, ComparisonsRunInTheirOrderFieldByField) {
     EXPECT_EQ(fields, QStringList({"3", "0", "False", "False"}));
 }
 
-TEST_F(ChkDBStruTest, AFileThatIsNotADatabaseFails) {
+TEST_F(ChkDBStruTest, AFileThatIsNotADatabaseLeavesTheCheckTrueForTheStudyLoaderToTell) {
+    // The check stops where it cannot open the file, with its result as it stood: True, nothing
+    // shown, an empty log. Loading the study then reports the engine's description.
     QFile text(path("notes.vdb"));
     ASSERT_TRUE(text.open(QIODevice::WriteOnly));
     text.write(QByteArray(4096, 'n'));
     text.close();
-    EXPECT_FALSE(ChkDBStru(path("notes.vdb")));
+    QFile noise(path("noise.vdb"));
+    ASSERT_TRUE(noise.open(QIODevice::WriteOnly));
+    QByteArray bytes(8192, '\0');
+    quint32 x = 2463534242u;
+    for (char& b : bytes) {
+        x ^= x << 13, x ^= x >> 17, x ^= x << 5;
+        b = static_cast<char>(x);
+    }
+    noise.write(bytes);
+    noise.close();
+    ASSERT_TRUE(QDir(path("")).mkdir("folder.vdb"));
+    for (const char* name : {"notes.vdb", "noise.vdb", "folder.vdb"}) {
+        EXPECT_TRUE(ChkDBStru(path(name))) << name;
+        EXPECT_TRUE(prompts.shown().isEmpty()) << name;
+        EXPECT_EQ(log(), "") << name;
+        EXPECT_FALSE(checkDatabaseStructure(path(name)).unreadable.isEmpty()) << name;
+    }
+}
+
+namespace {
+
+// A CREATE TABLE text without the CHECKs named `name`, as a file made before the type rules has it.
+QString withoutChecksNamed(QString sql, const QString& name) {
+    const QString opening = " CONSTRAINT \"" + name + "\" CHECK (";
+    for (int at = sql.indexOf(opening); at >= 0; at = sql.indexOf(opening)) {
+        int depth = 1, end = at + opening.size();
+        for (; end < sql.size() && depth > 0; ++end)
+            depth += sql[end] == u'(' ? 1 : sql[end] == u')' ? -1 : 0;
+        sql.remove(at, end - at);
+    }
+    return sql;
+}
+
+} // namespace
+
+TEST_F(ChkDBStruTest, ATypeRuleDroppedByHandIsCaughtAsADifferenceOfType) {
+    alter("DatPOP", " CONSTRAINT \"Overflow\" CHECK (\"YEAR\" BETWEEN -32768 AND 32767)", "");
+    EXPECT_FALSE(ChkDBStru(file));
+    EXPECT_EQ(prompts.messages(), QStringList({attributeMessage("YEAR", "DatPOP", 0, "3")}));
+    ASSERT_EQ(logLines().size(), 1);
+    EXPECT_TRUE(
+        logLines()[0].startsWith("Array Properties:   YEAR|DatPOP|3     Table Properties   :YEAR|DatPOP|3 "));
+    EXPECT_TRUE(logLines()[0].contains("Type mismatch")) << logLines()[0].toStdString();
+    EXPECT_FALSE(logLines()[0].contains("Overflow")) << logLines()[0].toStdString();
+}
+
+TEST_F(ChkDBStruTest, ATypeRuleWidenedByHandIsCaught) {
+    alter("DatPOP", "\"Bai\" BETWEEN 0 AND 255", "\"Bai\" BETWEEN 0 AND 32767");
+    EXPECT_FALSE(ChkDBStru(file));
+    EXPECT_EQ(prompts.messages(), QStringList({attributeMessage("Bai", "DatPOP", 0, "2")}));
+    ASSERT_EQ(logLines().size(), 1);
+    EXPECT_TRUE(logLines()[0].contains("32767")) << logLines()[0].toStdString();
+}
+
+TEST_F(ChkDBStruTest, AStudyMadeWithoutTypeRulesIsToldFieldByField) {
+    {
+        auto db = openDb(file);
+        exec(*db, "PRAGMA foreign_keys = OFF");
+        for (const auto& t : db->tables()) {
+            const QString old = withoutChecksNamed(withoutChecksNamed(t.sql, "Type mismatch"), "Overflow");
+            ASSERT_NE(old, t.sql);
+            exec(*db, QStringLiteral("DROP TABLE \"%1\"").arg(t.name));
+            exec(*db, old);
+        }
+    }
+    EXPECT_FALSE(ChkDBStru(file));
+    int fields = 0;
+    for (int t = 0; t < kDbTableCount; ++t)
+        fields += dbFieldCount(t);
+    ASSERT_EQ(prompts.messages().size(), fields);
+    EXPECT_EQ(prompts.messages()[0], attributeMessage("CobCd", "_DctBDM", 0, "10"));
+    ASSERT_EQ(logLines().size(), fields);
+    EXPECT_EQ(logLines()[0], "Array Properties:   CobCd|_DctBDM|10     Table Properties   :CobCd|_DctBDM|10 "
+                             "without its rules of kind and range");
 }
 
 TEST_F(ChkDBStruTest, WithoutAnOutputFolderTheLogGoesBesideTheProgramFolder) {

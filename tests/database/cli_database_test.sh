@@ -25,8 +25,12 @@ if command -v sqlite3 >/dev/null; then
     expected=$(printf '%s\n' \
         "Array Properties:   BDSId|_DctBDS|10     Table Properties   :BDSId|_DctBDS|3" \
         "Array Properties:   BDSId|_DctBDS|5     Table Properties   :BDSId|_DctBDS|2" \
+        "Array Properties:   Year|_DctBDS|3     Table Properties   :Year|_DctBDS|3 without its rules of kind and range" \
         "Array Properties:   BDSTi|_DctBDS|False     Table Properties   :BDSTi|_DctBDS|True" \
-        "Array Properties:   PAGSch|_DctBDS|False     Table Properties   :PAGSch|_DctBDS|True")
+        "Array Properties:   BDSTi|_DctBDS|10     Table Properties   :BDSTi|_DctBDS|10 without its rules of kind and range" \
+        "Array Properties:   PAGSch|_DctBDS|False     Table Properties   :PAGSch|_DctBDS|True" \
+        "Array Properties:   PAGSch|_DctBDS|10     Table Properties   :PAGSch|_DctBDS|10 without its rules of kind and range" \
+        "Array Properties:   Slct|_DctBDS|1     Table Properties   :Slct|_DctBDS|1 without its rules of kind and range")
     [ "$out" = "$expected" ] || fail "differences printed:
 $out"
     sqlite3 "$work/a.vdb" "DROP TABLE UserComments;"

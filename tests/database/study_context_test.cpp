@@ -9,6 +9,7 @@
 #include "shell/menu_state.h"
 #include "shell/study_backend.h"
 
+#include <QDir>
 #include <QFile>
 
 using namespace vesk;
@@ -169,6 +170,41 @@ TEST_F(StudyContextTest, AMissingFileIsTheErrorOfInitBDS) {
               QStringList({" Error from InitBDS  Could not find file '" + path("gone.vdb") + "'."}));
     EXPECT_FALSE(ctx().StudyDB);
     EXPECT_FALSE(QFile::exists(path("gone.vdb")));
+}
+
+TEST_F(StudyContextTest, AFileThatIsNoDatabaseIsTheErrorOfInitBDSAndNamesTheFile) {
+    QFile text(path("notes.vdb"));
+    ASSERT_TRUE(text.open(QIODevice::WriteOnly));
+    text.write("BPUID;YEAR\r\nU1;2000\r\n" + QByteArray(4000, 'x'));
+    text.close();
+    QFile noise(path("noise.vdb"));
+    ASSERT_TRUE(noise.open(QIODevice::WriteOnly));
+    QByteArray bytes(8192, '\0');
+    for (int i = 0; i < bytes.size(); ++i)
+        bytes[i] = static_cast<char>((i * 7919 + 13) % 251);
+    noise.write(bytes);
+    noise.close();
+    // A study file's header, then noise: a file damaged past reading.
+    QFile study(file);
+    ASSERT_TRUE(study.open(QIODevice::ReadOnly));
+    QFile damaged(path("damaged.vdb"));
+    ASSERT_TRUE(damaged.open(QIODevice::WriteOnly));
+    damaged.write(study.read(100) + bytes);
+    damaged.close();
+    for (const char* name : {"notes.vdb", "noise.vdb", "damaged.vdb"}) {
+        prompts.clear();
+        preferences().txtVESKObj = name;
+        EXPECT_FALSE(chain(ctx().InitBDS())) << name;
+        EXPECT_EQ(prompts.messages(),
+                  QStringList({" Error from InitBDS  Unrecognized database format '" + path(name) + "'."}));
+        EXPECT_FALSE(ctx().StudyDB && ctx().StudyDB->path() == path(name));
+    }
+    ASSERT_TRUE(QDir(dir.path()).mkdir("folder.vdb"));
+    prompts.clear();
+    preferences().txtVESKObj = "folder.vdb";
+    EXPECT_FALSE(chain(ctx().InitBDS()));
+    EXPECT_EQ(prompts.messages(),
+              QStringList({" Error from InitBDS  Could not find file '" + path("folder.vdb") + "'."}));
 }
 
 TEST_F(StudyContextTest, TheConnectionFollowsTheFileTheSettingsName) {

@@ -172,8 +172,7 @@ void FrameCommandsTest::nextStartAfterFileClose() {
     ready.program.reset();
     // The closed database is reported at the next start, and the settings dialogue follows.
     resetGlobals();
-    FakeStudyBackend backend;
-    backend.chk = checkLikeMissingFile;
+    RecordingDatabaseBackend backend;
     setStudyBackend(&backend);
     RunningProgram program(ready.folder);
     program.prompts.answer(Answer::Yes);
@@ -317,8 +316,7 @@ void FrameCommandsTest::closingFrameEndsProgram() {
 void FrameCommandsTest::studySetupGuard() {
     ProgramFolder folder;
     folder.writeStp(QString());
-    FakeStudyBackend backend;
-    backend.chk = checkLikeMissingFile;
+    RecordingDatabaseBackend backend;
     setStudyBackend(&backend);
     QList<bool> setupOpened;
     setStudySetupOpener([&](FRMMAINMENU&, bool newDatabase) { setupOpened << newDatabase; });

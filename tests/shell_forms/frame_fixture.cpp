@@ -118,17 +118,6 @@ bool FakeStudyBackend::CheckDatpop() {
     return datpop;
 }
 
-bool checkLikeMissingFile(const QString& path) {
-    // The old engine found "something" at a folder path and failed only when it opened it, with the
-    // result still True; a path with nothing there gives the message and False.
-    if (QFileInfo::exists(path))
-        return true;
-    prompts().ask(QStringLiteral("Database not present in the location specified,please check the database "
-                                 "path in the File - Setup."),
-                  Buttons::Ok, Icon::Warning);
-    return false;
-}
-
 RunningProgram::RunningProgram(const ProgramFolder& folder, int timerInterval) {
     setPromptService(&prompts);
     setSoundService(&sounds);

@@ -87,8 +87,28 @@ public:
     QString CurBDSId() const override { return {}; }
 };
 
-// The study check of the old engine for a path that names no file: the message, and False.
-bool checkLikeMissingFile(const QString& path);
+// The program's own study backend on real files, recording the calls the frame's tests look for.
+class RecordingDatabaseBackend : public DatabaseStudyBackend {
+public:
+    QStringList calls;
+
+    bool ChkDBStru(const QString& path) override {
+        calls << QStringLiteral("ChkDBStru ") + path;
+        return DatabaseStudyBackend::ChkDBStru(path);
+    }
+    void InitDAP() override {
+        calls << QStringLiteral("InitDAP");
+        DatabaseStudyBackend::InitDAP();
+    }
+    LoadReport InitBDS() override {
+        calls << QStringLiteral("InitBDS");
+        return DatabaseStudyBackend::InitBDS();
+    }
+    void clearMtxDAP() override {
+        calls << QStringLiteral("clearMtxDAP");
+        DatabaseStudyBackend::clearMtxDAP();
+    }
+};
 
 // The program as a user starts it: services for a test, the splash, then the frame.
 class RunningProgram {

@@ -11,6 +11,8 @@
 #include "shell/loading_chain.h"
 
 #include <QAction>
+#include <QFile>
+#include <QFileInfo>
 #include <QLabel>
 #include <QProgressBar>
 #include <QSignalSpy>
@@ -46,6 +48,7 @@ private slots:
     void startWithoutSettingsFileRepeatsError53();
     void startWithoutDatabaseLayer();
     void startWithPathWithoutDatabase();
+    void startWithFileThatIsNoDatabase();
     void startReady();
     void databaseWithoutStudy();
     void oneErrorAsksSingular();
@@ -148,8 +151,7 @@ void FrameStartTest::startWithoutDatabaseLayer() {
 void FrameStartTest::startWithPathWithoutDatabase() {
     ProgramFolder folder;
     folder.writeStp(); // names vesk.vdb, which is not there
-    FakeStudyBackend backend;
-    backend.chk = checkLikeMissingFile;
+    RecordingDatabaseBackend backend;
     setStudyBackend(&backend);
     RunningProgram program(folder);
     QVERIFY(program.waitForFrame());
@@ -162,6 +164,31 @@ void FrameStartTest::startWithPathWithoutDatabase() {
     QVERIFY(!backend.calls.contains(QStringLiteral("InitBDS")));
     QVERIFY(stateMismatch(program.frame(), MenuState::BadDatabase).isEmpty());
     QVERIFY(program.frame().ProgressBar1->isHidden());
+    QVERIFY(!program.frame().isTimerEnabled());
+}
+
+void FrameStartTest::startWithFileThatIsNoDatabase() {
+    // A text file where the study database should be: the structure check cannot open it and stays
+    // True; the study's loader says why, and the study menus stay dead.
+    ProgramFolder folder;
+    folder.writeStp();
+    const QString db = folder.touchDatabase();
+    QFile text(db);
+    QVERIFY(text.open(QIODevice::WriteOnly));
+    text.write("BPUID;YEAR;Bai;M;F\r\nU1;2000;0;100;120\r\n");
+    text.close();
+    RecordingDatabaseBackend backend;
+    setStudyBackend(&backend);
+    RunningProgram program(folder);
+    QVERIFY(program.waitForFrame());
+    QVERIFY(program.waitForChain());
+    QVERIFY(program.frame().chain().DBStruOK());
+    QVERIFY(backend.calls.contains(QStringLiteral("InitBDS")));
+    const QString described = QStringLiteral(" Error from InitBDS  Unrecognized database format '%1'.")
+                                  .arg(QFileInfo(db).absoluteFilePath());
+    QCOMPARE(program.prompts.messages(), QStringList{described});
+    QVERIFY2(stateMismatch(program.frame(), MenuState::NoStudy).isEmpty(),
+             qPrintable(stateMismatch(program.frame(), MenuState::NoStudy)));
     QVERIFY(!program.frame().isTimerEnabled());
 }
 
@@ -307,8 +334,7 @@ void FrameStartTest::emptyObjectLineReachesTrapiniAtStep8() {
     // of the old engine let a folder through, and the settings dialogue follows at step 8.
     ProgramFolder folder;
     folder.writeStp(QString());
-    FakeStudyBackend backend;
-    backend.chk = checkLikeMissingFile;
+    RecordingDatabaseBackend backend;
     setStudyBackend(&backend);
     RunningProgram program(folder);
     program.prompts.answer(Answer::Yes);
@@ -333,8 +359,7 @@ void FrameStartTest::emptyObjectLineReachesTrapiniAtStep8() {
 void FrameStartTest::emptyObjectLineAndNoEndsProgram() {
     ProgramFolder folder;
     folder.writeStp(QString());
-    FakeStudyBackend backend;
-    backend.chk = checkLikeMissingFile;
+    RecordingDatabaseBackend backend;
     setStudyBackend(&backend);
     RunningProgram program(folder);
     program.prompts.answer(Answer::No);

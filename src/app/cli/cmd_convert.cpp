@@ -29,7 +29,9 @@ const char* const kUsage =
     "--out-table NAME   the table to write; by default the one read, or the base name of OUT\n"
     "\n"
     "A worksheet or database file that exists gets the table added to it; a table of the same\n"
-    "name there is an error. Text and CSV files are replaced.\n";
+    "name there is an error. Text and CSV files are replaced.\n"
+    "\n"
+    "A worksheet (.wk1, .xlsx) keeps the first 255 characters of a text; the rest is lost.\n";
 
 bool isCsv(const QString& path) {
     return path == u"-" || path.endsWith(QLatin1String(".csv"), Qt::CaseInsensitive);

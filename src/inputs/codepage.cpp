@@ -2,6 +2,7 @@
 
 #include <QHash>
 #include <QStringDecoder>
+#include <algorithm>
 
 namespace vesk {
 
@@ -121,26 +122,49 @@ QByteArray encodeText(const QString& text, CodePage page) {
 
 // LMBCS, as Lotus files hold text: bytes below 0x80 are ASCII, bytes from 0x80 are of the default
 // group 1 (code page 850), 0x01 announces one byte of group 1 explicitly, and 0x14 announces one
-// Unicode character as two bytes, high byte first.
+// Unicode character as two bytes, high byte first. The other bytes below 0x20 but the tab announce
+// groups this reader does not know, of one byte (two for 0x10 to 0x13).
+namespace {
+
+// How many bytes after `b` belong to its character.
+int lmbcsTrail(unsigned char b) {
+    if (b == 0x14 || (b >= 0x10 && b <= 0x13))
+        return 2;
+    return b >= 0x01 && b <= 0x1F && b != 0x09 ? 1 : 0;
+}
+
+} // namespace
+
+qsizetype lmbcsLength(const QByteArray& bytes) {
+    const qsizetype n = bytes.size();
+    qsizetype i = 0;
+    while (i < n && bytes[i] != '\0')
+        i += 1 + lmbcsTrail(static_cast<unsigned char>(bytes[i]));
+    return std::min(i, n);
+}
+
 QString decodeLmbcs(const QByteArray& bytes) {
     QString out;
     const int n = static_cast<int>(bytes.size());
     for (int i = 0; i < n; ++i) {
         const auto b = static_cast<unsigned char>(bytes[i]);
-        if (b == 0x14 && i + 2 < n) {
+        const int trail = lmbcsTrail(b);
+        if (trail > 0 && i + trail >= n) {
+            out += QChar(0xFFFD); // a character cut short at the end of the text
+            break;
+        }
+        if (b == 0x14) {
             const auto hi = static_cast<unsigned char>(bytes[i + 1]);
             const auto lo = static_cast<unsigned char>(bytes[i + 2]);
             out += QChar(static_cast<char16_t>(hi << 8 | lo));
-            i += 2;
-        } else if (b == 0x01 && i + 1 < n) {
+        } else if (b == 0x01) {
             out += decodeBytes(bytes.mid(i + 1, 1), CodePage::Cp850);
-            ++i;
-        } else if (b >= 0x02 && b <= 0x1F && b != 0x09 && i + 1 < n) {
+        } else if (trail > 0) {
             out += QChar(0xFFFD); // a group this reader does not know: one character lost, not the rest
-            i += (b >= 0x10 && b <= 0x13) ? 2 : 1;
         } else {
             out += b < 0x80 ? QChar(b) : QChar(kCp850[b - 0x80]);
         }
+        i += trail;
     }
     return out;
 }

@@ -18,6 +18,9 @@ bool encodable(const QString& text, CodePage page);
 // LMBCS: group 1 (code page 850) by default, other characters as Unicode escapes (0x14, high, low).
 QString decodeLmbcs(const QByteArray& bytes);
 QByteArray encodeLmbcs(const QString& text);
+// Where the LMBCS text at the start of `bytes` ends: at its first NUL that is no byte of an escape
+// (a Unicode escape holds a zero byte for Ā, a line break and most scripts), or at the end.
+qsizetype lmbcsLength(const QByteArray& bytes);
 
 // UTF-8 when the bytes are valid UTF-8, else the fallback page.
 QString decodeGuessingUtf8(const QByteArray& bytes, CodePage fallback);

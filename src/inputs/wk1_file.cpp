@@ -1,6 +1,7 @@
 #include "inputs/wk1_file.h"
 
 #include "inputs/codepage.h"
+#include "inputs/sheet_bounds.h"
 #include "inputs/xlsx_file.h"
 
 #include <QFile>
@@ -53,15 +54,25 @@ bool isDateFormat(quint8 format) {
     return (special >= 2 && special <= 4) || (special >= 7 && special <= 12);
 }
 
-QString labelText(const QByteArray& body) {
+// The text of a LABEL or STRING record, which ends with a NUL; a zero byte inside an LMBCS escape
+// does not end it.
+QByteArray recordText(const QByteArray& body) {
     QByteArray text = body.mid(5);
-    const int nul = static_cast<int>(text.indexOf('\0'));
-    if (nul >= 0)
-        text.truncate(nul);
+    text.truncate(lmbcsLength(text));
+    return text;
+}
+
+QString labelText(const QByteArray& body) {
+    QByteArray text = recordText(body);
     // The first character is the alignment prefix: ' left, " right, ^ centred, \ repeated.
     if (!text.isEmpty() && QByteArray("'\"^\\|").contains(text[0]))
         text.remove(0, 1);
     return decodeLmbcs(text);
+}
+
+CellBox boxOf(const Wk1Name& n) {
+    return {std::min(n.row1, n.row2), std::min(n.col1, n.col2), std::max(n.row1, n.row2),
+            std::max(n.col1, n.col2)};
 }
 
 QByteArray cellHead(quint8 format, int col, int row) {
@@ -82,46 +93,66 @@ std::optional<Wk1Sheet> Wk1Sheet::load(const QString& path, QString* error) {
     }
     const QByteArray data = f.readAll();
     Wk1Sheet sheet;
+    sheet.fileSize_ = data.size();
+    if (!sheet.readRecords(data, error) || !sheet.checkBounds(data.size(), error))
+        return std::nullopt;
+    return sheet;
+}
+
+bool Wk1Sheet::readRecords(const QByteArray& data, QString* error) {
     int at = 0;
-    bool sawBof = false, sawEof = false;
-    while (at + 4 <= data.size() && !sawEof) {
+    bool sawBof = false;
+    while (at + 4 <= data.size()) {
         const quint16 type = u16(data, at), len = u16(data, at + 2);
         if (at + 4 + len > data.size())
             break;
         Record r{type, data.mid(at + 4, len)};
         at += 4 + len;
         if (!sawBof) {
-            if (type != kBof || len != 2 || u16(r.body, 0) < 0x0404 || u16(r.body, 0) > 0x0406) {
-                *error = QStringLiteral("not a Lotus 1-2-3 release 2 worksheet");
-                return std::nullopt;
-            }
+            if (type != kBof || len != 2 || u16(r.body, 0) < 0x0404 || u16(r.body, 0) > 0x0406)
+                break;
             sawBof = true;
             continue;
         }
-        switch (type) {
-        case kEof:
-            sawEof = true;
-            break;
-        case kRange:
-            break; // worked out again on saving
-        case kName:
-            if (len >= 24) {
-                QByteArray raw = r.body.left(16);
-                raw.truncate(static_cast<int>(qstrnlen(raw.constData(), 16)));
-                sheet.names_ << Wk1Name{decodeLmbcs(raw), u16(r.body, 16), u16(r.body, 18), u16(r.body, 20),
-                                        u16(r.body, 22)};
-            }
-            break;
-        default:
-            sheet.readCellRecord(r);
-            sheet.kept_ << r;
+        if (type == kEof)
+            return true;
+        if (type == kName && len >= 24)
+            readNameRecord(r.body);
+        else if (type != kRange && type != kName) { // the used area is worked out again on saving
+            readCellRecord(r);
+            kept_ << r;
         }
     }
-    if (!sawBof) {
-        *error = QStringLiteral("not a Lotus 1-2-3 release 2 worksheet");
-        return std::nullopt;
+    *error = sawBof ? QStringLiteral("the worksheet ends before its last record")
+                    : QStringLiteral("not a Lotus 1-2-3 release 2 worksheet");
+    return false;
+}
+
+void Wk1Sheet::readNameRecord(const QByteArray& body) {
+    QByteArray raw = body.left(16);
+    raw.truncate(lmbcsLength(raw));
+    names_ << Wk1Name{decodeLmbcs(raw), u16(body, 16), u16(body, 18), u16(body, 20), u16(body, 22)};
+}
+
+// Every cell and every range within the sheet, and no range sparser than the file can account for.
+bool Wk1Sheet::checkBounds(qint64 fileSize, QString* error) const {
+    if (lastRow_ >= kMaxRows || lastCol_ >= kMaxCols) {
+        *error = QStringLiteral("a cell lies beyond row %1 or column %2, the edge of a sheet")
+                     .arg(kMaxRows)
+                     .arg(kMaxCols);
+        return false;
     }
-    return sheet;
+    for (const auto& n : names_) {
+        *error = rangeRefusal(boxOf(n), cells_, kMaxRows, kMaxCols, fileSize,
+                              QStringLiteral("the range '%1'").arg(n.name));
+        if (!error->isEmpty())
+            return false;
+    }
+    return true;
+}
+
+CellBox Wk1Sheet::areaToRead(const Wk1Name& name) const {
+    return boxToRead(boxOf(name), cells_, fileSize_);
 }
 
 void Wk1Sheet::readCellRecord(const Record& r) {
@@ -146,9 +177,7 @@ void Wk1Sheet::readCellRecord(const Record& r) {
     } else if (r.type == kLabel) {
         value = Cell(labelText(r.body));
     } else if (r.type == kString) {
-        QByteArray text = r.body.mid(5);
-        text.truncate(static_cast<int>(qstrnlen(text.constData(), static_cast<size_t>(text.size()))));
-        value = Cell(decodeLmbcs(text));
+        value = Cell(decodeLmbcs(recordText(r.body)));
     }
     cells_[{row, col}] = Value{value, format};
     lastRow_ = std::max(lastRow_, row);
@@ -166,8 +195,8 @@ void Wk1Sheet::setCell(int row, int col, const Cell& value) {
     Record r;
     if (value.isText() || value.isArray()) {
         r.type = kLabel;
-        r.body =
-            cellHead(kFormatDefault, col, row) + '\'' + encodeLmbcs(value.toString().left(kMaxLabel)) + '\0';
+        r.body = cellHead(kFormatDefault, col, row) + '\'' +
+                 encodeLmbcs(cutText(value.toString(), kMaxLabel)) + '\0';
     } else {
         // Lotus has no logical cells: True is 1 and False 0, as its @TRUE and @FALSE give them.
         // Lotus counts 29 February 1900 as a day, as worksheets after it do.
@@ -250,11 +279,13 @@ bool Wk1Driver::hasTable(const QString& name) {
 }
 
 bool Wk1Driver::createTable(const TableDef& def) {
-    if (def.name.isEmpty() || def.name.size() > Wk1Sheet::kMaxName) {
-        setForeignError(engine_error::kInvalidName,
-                        QStringLiteral("'%1' is not a valid name: a Lotus range name has 1 to %2 characters.")
-                            .arg(def.name)
-                            .arg(Wk1Sheet::kMaxName));
+    if (def.name.isEmpty() || encodeLmbcs(def.name).size() > Wk1Sheet::kMaxName) {
+        setForeignError(
+            engine_error::kInvalidName,
+            QStringLiteral("'%1' is not a valid name: a Lotus range name has 1 to %2 bytes, a character "
+                           "beyond code page 850 taking three.")
+                .arg(def.name)
+                .arg(Wk1Sheet::kMaxName));
         return false;
     }
     if (!tableIsNew(def.name))
@@ -314,9 +345,9 @@ std::optional<ForeignTable> Wk1Driver::readTable(const QString& name) {
     const Wk1Name* range = sheet_.findName(name);
     if (!range)
         return std::nullopt;
-    const int c1 = std::min(range->col1, range->col2), c2 = std::max(range->col1, range->col2);
-    const int r1 = std::min(range->row1, range->row2), r2 = std::max(range->row1, range->row2);
-    return tableOfRange(range->name, r1, c1, r2, c2, [this](int r, int c) { return sheet_.cell(r, c); });
+    const CellBox box = sheet_.areaToRead(*range);
+    return tableOfRange(range->name, box.row1, box.col1, box.row2, box.col2,
+                        [this](int r, int c) { return sheet_.cell(r, c); });
 }
 
 bool Wk1Driver::close() {

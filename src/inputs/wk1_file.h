@@ -5,7 +5,7 @@
 // BOF (0x0000, version 0x0406), RANGE (0x0006, the used area), cells as BLANK (0x000C), INTEGER
 // (0x000D, a 16-bit whole number), NUMBER (0x000E, an IEEE double), LABEL (0x000F, an alignment
 // prefix and the text, NUL-ended), FORMULA (0x0010, its last value first) with STRING (0x0033) for
-// a text result, NAME (0x000B, a range name of at most 15 characters and its corners), EOF
+// a text result, NAME (0x000B, a range name of at most 15 bytes and its corners), EOF
 // (0x0001). Each cell starts with a format byte (protection bit, format type, decimals or special
 // code: 0x72 is the date format D1) and its column and row. Texts are LMBCS.
 //
@@ -14,6 +14,7 @@
 // are kept as they were.
 
 #include "inputs/foreign_driver.h"
+#include "inputs/sheet_bounds.h"
 
 #include <QByteArray>
 #include <QMap>
@@ -43,6 +44,8 @@ public:
     const Wk1Name* findName(const QString& name) const; // case-blind
     void addName(const Wk1Name& name) { names_ << name; }
     void replaceNames(const QList<Wk1Name>& names) { names_ = names; }
+    // The part of the range to read as a table (see boxToRead).
+    CellBox areaToRead(const Wk1Name& name) const;
     // The last used row, -1 on an empty sheet.
     int lastRow() const { return lastRow_; }
 
@@ -55,12 +58,16 @@ private:
         Cell value;
         quint8 format = 0xFF;
     };
+    bool readRecords(const QByteArray& data, QString* error);
+    void readNameRecord(const QByteArray& body);
     void readCellRecord(const Record& r);
+    bool checkBounds(qint64 fileSize, QString* error) const;
     QList<Record> kept_; // records of the loaded file other than cells, names, RANGE and EOF
     QMap<QPair<int, int>, Value> cells_;
     QList<Wk1Name> names_;
     int lastRow_ = -1;
     int lastCol_ = -1;
+    qint64 fileSize_ = 0; // of the loaded file, which its ranges must be accounted for by
 };
 
 class Wk1Driver : public ForeignDriver {

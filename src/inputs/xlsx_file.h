@@ -1,8 +1,8 @@
 #pragma once
-// Excel workbooks (.xlsx): written by libxlsxwriter when the file is new, read with minizip and
-// QXmlStreamReader, and, when a table goes into a workbook that exists, extended in place: a new
-// sheet part is added and the workbook, its relations, content types and styles are patched, so
-// that what the file held stays as it was.
+// Excel workbooks (.xlsx): read with minizip and QXmlStreamReader; a table is written as a new
+// sheet part, and the workbook, its relations, content types and styles are patched, so that what
+// the file held stays as it was (a new file starts as an empty workbook). Numbers go down with the
+// digits that bring the same double back, texts whole.
 //
 // A defined name serves as a table (its first row the field names); a sheet's name stands for
 // its used area when no defined name matches ("Sheet1" or "Sheet1$"). A new table becomes a sheet
@@ -20,6 +20,11 @@ namespace vesk {
 // from 30 December 1899. The two agree from 1 March 1900 on.
 double excelSerialFromDate(double dateSerial);
 double dateFromExcelSerial(double excelSerial, bool date1904 = false);
+// Text as a cell of a workbook holds it: a character that XML cannot carry, or a carriage return
+// that XML folds into a line feed, as "_xHHHH_", and an underscore that would start such an escape
+// as "_x005F_". unescapeCellText() reads both back.
+QString escapeCellText(const QString& text);
+QString unescapeCellText(const QString& text);
 // "B3" or "$B$3" to a zero-based (row, column); false when it is no cell reference.
 bool parseCellRef(const QString& ref, int* row, int* col);
 QString cellRef(int row, int col, bool absolute = false);
@@ -41,10 +46,10 @@ public:
     static std::optional<XlsxBook> load(const QString& path, QString* error);
 
     QStringList sheetNames() const;
-    // The area a table name stands for: a defined name, else a sheet's used area.
-    std::optional<SheetArea> findTable(const QString& name);
+    // The area a table name stands for: a defined name (see boxToRead), else a sheet's used area.
+    std::optional<SheetArea> findTable(const QString& name) const;
     // The cells of a sheet, keyed by (row, column).
-    const QMap<QPair<int, int>, Cell>& sheetCells(int sheet);
+    const QMap<QPair<int, int>, Cell>& sheetCells(int sheet) const;
     const ZipArchive& archive() const { return zip_; }
     const QString& workbookPart() const { return workbookPart_; }
     bool hasDefinedName(const QString& name) const;
@@ -55,6 +60,7 @@ private:
         QString part;
         bool loaded = false;
         QMap<QPair<int, int>, Cell> cells;
+        qint64 bytes = 0; // of its part, what its cells must be accounted for by
     };
     struct DefinedName {
         QString name;
@@ -64,7 +70,10 @@ private:
     bool readWorkbook(QString* error);
     void readSharedStrings(const QString& part);
     void readStyles(const QString& part);
-    void readSheet(Sheet& sheet);
+    bool readSheet(Sheet& sheet, QString* error);
+    bool checkBounds(QString* error) const;
+    int sheetIndex(const QString& name) const;
+    static SheetArea usedArea(const Sheet& sheet);
     Cell cellValue(const QString& type, int style, const QString& v, const QString& inlineText) const;
 
     ZipArchive zip_;
@@ -93,7 +102,7 @@ private:
     std::optional<XlsxBook> book_;
 };
 
-// Writes the tables as the sheets of a new workbook (libxlsxwriter), each with its defined name.
+// Writes the tables as the sheets of a new workbook, each with its defined name.
 bool writeNewWorkbook(const QString& path, const QList<BufferedTable>& tables, QString* error);
 // Adds the tables as new sheets to the archive of an existing workbook.
 bool addSheetsToWorkbook(ZipArchive& zip, const QString& workbookPart, const QList<BufferedTable>& tables,

@@ -1,8 +1,10 @@
+#include "inputs/sheet_bounds.h"
 #include "inputs/xlsx_file.h"
 
 #include <QDir>
 #include <QRegularExpression>
 #include <QXmlStreamReader>
+#include <cctype>
 #include <cmath>
 
 namespace vesk {
@@ -19,6 +21,55 @@ double dateFromExcelSerial(double excelSerial, bool date1904) {
     if (excelSerial >= 60.0 && excelSerial < 61.0) // 29 February 1900, a day that never was
         return 61.0;
     return excelSerial;
+}
+
+namespace {
+
+bool isHex4(QStringView s) {
+    if (s.size() != 4)
+        return false;
+    for (const QChar c : s)
+        if (!isxdigit(c.unicode() < 0x80 ? c.unicode() : 0))
+            return false;
+    return true;
+}
+
+// Whether `s` holds an escape "_xHHHH_" at `i`.
+bool escapeAt(const QString& s, qsizetype i) {
+    return i + 7 <= s.size() && s[i] == u'_' && s[i + 1] == u'x' && s[i + 6] == u'_' &&
+           isHex4(QStringView(s).mid(i + 2, 4));
+}
+
+} // namespace
+
+QString escapeCellText(const QString& text) {
+    QString out;
+    out.reserve(text.size());
+    for (qsizetype i = 0; i < text.size(); ++i) {
+        const char16_t u = text[i].unicode();
+        const bool unfit = (u < 0x20 && u != 0x09 && u != 0x0A) || u == 0xFFFE || u == 0xFFFF;
+        if (unfit || (u == u'_' && escapeAt(text, i)))
+            out += QStringLiteral("_x") + QString::number(u, 16).toUpper().rightJustified(4, u'0') + u'_';
+        else
+            out += text[i];
+    }
+    return out;
+}
+
+QString unescapeCellText(const QString& text) {
+    if (!text.contains(QLatin1String("_x")))
+        return text;
+    QString out;
+    out.reserve(text.size());
+    for (qsizetype i = 0; i < text.size(); ++i) {
+        if (escapeAt(text, i)) {
+            out += QChar(static_cast<char16_t>(text.mid(i + 2, 4).toUInt(nullptr, 16)));
+            i += 6;
+        } else {
+            out += text[i];
+        }
+    }
+    return out;
 }
 
 bool parseCellRef(const QString& ref, int* row, int* col) {
@@ -163,7 +214,7 @@ QString readRichText(QXmlStreamReader& xml) {
         else if (xml.isEndElement() && xml.name() == u"rPh")
             --phonetic;
         else if (xml.isStartElement() && xml.name() == u"t" && phonetic == 0)
-            text += xml.readElementText();
+            text += unescapeCellText(xml.readElementText());
         else if (xml.isEndElement() && xml.name() == end)
             break;
     }
@@ -179,6 +230,11 @@ std::optional<XlsxBook> XlsxBook::load(const QString& path, QString* error) {
     XlsxBook book;
     book.zip_ = std::move(*zip);
     if (!book.readWorkbook(error))
+        return std::nullopt;
+    for (auto& sheet : book.sheets_)
+        if (!book.readSheet(sheet, error))
+            return std::nullopt;
+    if (!book.checkBounds(error))
         return std::nullopt;
     return book;
 }
@@ -289,11 +345,31 @@ Cell XlsxBook::cellValue(const QString& type, int style, const QString& v, const
     return Cell(x);
 }
 
-void XlsxBook::readSheet(Sheet& sheet) {
+namespace {
+
+// The zero-based row of a <row> element: its number, else the row after `previous`; -1 with
+// `error` set when it lies outside the sheet.
+int rowOf(const QXmlStreamReader& xml, int previous, const QString& part, QString* error) {
+    const auto r = xml.attributes().value(QLatin1String("r"));
+    bool ok = true;
+    const qint64 number = r.isEmpty() ? previous + 2 : r.toLongLong(&ok);
+    if (ok && number >= 1 && number <= kSheetMaxRows)
+        return static_cast<int>(number - 1);
+    *error = QStringLiteral("the row %1 of %2 lies beyond the sheet's %3 rows")
+                 .arg(r.isEmpty() ? QString::number(number) : r.toString(), part)
+                 .arg(kSheetMaxRows);
+    return -1;
+}
+
+} // namespace
+
+// Reads the cells of a sheet; false when its part is damaged or a cell lies beyond the sheet.
+bool XlsxBook::readSheet(Sheet& sheet, QString* error) {
     sheet.loaded = true;
     const ZipEntry* e = zip_.find(sheet.part);
     if (!e)
-        return;
+        return true;
+    sheet.bytes = e->data.size();
     QXmlStreamReader xml(e->data);
     int row = -1, col = -1;
     while (!xml.atEnd()) {
@@ -301,8 +377,8 @@ void XlsxBook::readSheet(Sheet& sheet) {
         if (!xml.isStartElement())
             continue;
         if (xml.name() == u"row") {
-            const auto r = xml.attributes().value(QLatin1String("r"));
-            row = r.isEmpty() ? row + 1 : r.toInt() - 1;
+            if ((row = rowOf(xml, row, sheet.part, error)) < 0)
+                return false;
             col = -1;
             continue;
         }
@@ -314,6 +390,13 @@ void XlsxBook::readSheet(Sheet& sheet) {
         int r = row, c = col + 1;
         if (!a.value(QLatin1String("r")).isEmpty())
             parseCellRef(a.value(QLatin1String("r")).toString(), &r, &c);
+        if (r < 0 || r >= kSheetMaxRows || c < 0 || c >= kSheetMaxCols) {
+            *error = QStringLiteral("the cell %1 of %2 lies beyond the sheet's %3 rows and %4 columns")
+                         .arg(a.value(QLatin1String("r")).toString(), sheet.part)
+                         .arg(kSheetMaxRows)
+                         .arg(kSheetMaxCols);
+            return false;
+        }
         row = r;
         col = c;
         QString v, inlineText;
@@ -330,6 +413,62 @@ void XlsxBook::readSheet(Sheet& sheet) {
         if (!value.isNull())
             sheet.cells.insert({r, c}, value);
     }
+    if (xml.hasError()) {
+        *error = QStringLiteral("the part %1 is not well-formed: %2").arg(sheet.part, xml.errorString());
+        return false;
+    }
+    return true;
+}
+
+namespace {
+
+CellBox boxOf(const SheetArea& a) {
+    return {a.row1, a.col1, a.row2, a.col2};
+}
+
+} // namespace
+
+// Every defined name and every sheet's used area a table that its sheet can account for.
+bool XlsxBook::checkBounds(QString* error) const {
+    for (const auto& n : names_) {
+        QString sheetName;
+        SheetArea area;
+        const int sheet = parseAreaReference(n.formula, &sheetName, &area) ? sheetIndex(sheetName) : -1;
+        if (sheet < 0)
+            continue;
+        *error = rangeRefusal(boxOf(area), sheets_[sheet].cells, kSheetMaxRows, kSheetMaxCols,
+                              sheets_[sheet].bytes, QStringLiteral("the defined name '%1'").arg(n.name));
+        if (!error->isEmpty())
+            return false;
+    }
+    for (const auto& s : sheets_) {
+        *error = rangeRefusal(boxOf(usedArea(s)), s.cells, kSheetMaxRows, kSheetMaxCols, s.bytes,
+                              QStringLiteral("the sheet '%1'").arg(s.name));
+        if (!error->isEmpty())
+            return false;
+    }
+    return true;
+}
+
+int XlsxBook::sheetIndex(const QString& name) const {
+    for (int i = 0; i < sheets_.size(); ++i)
+        if (sheets_[i].name.compare(name, Qt::CaseInsensitive) == 0)
+            return i;
+    return -1;
+}
+
+SheetArea XlsxBook::usedArea(const Sheet& sheet) {
+    SheetArea area{-1, 0, 0, -1, -1};
+    bool first = true;
+    for (auto it = sheet.cells.constBegin(); it != sheet.cells.constEnd(); ++it) {
+        const int r = it.key().first, c = it.key().second;
+        area.row1 = first ? r : std::min(area.row1, r);
+        area.col1 = first ? c : std::min(area.col1, c);
+        area.row2 = std::max(area.row2, r);
+        area.col2 = std::max(area.col2, c);
+        first = false;
+    }
+    return area;
 }
 
 QStringList XlsxBook::sheetNames() const {
@@ -339,11 +478,8 @@ QStringList XlsxBook::sheetNames() const {
     return out;
 }
 
-const QMap<QPair<int, int>, Cell>& XlsxBook::sheetCells(int sheet) {
-    Sheet& s = sheets_[sheet];
-    if (!s.loaded)
-        readSheet(s);
-    return s.cells;
+const QMap<QPair<int, int>, Cell>& XlsxBook::sheetCells(int sheet) const {
+    return sheets_[sheet].cells;
 }
 
 bool XlsxBook::hasDefinedName(const QString& name) const {
@@ -353,7 +489,7 @@ bool XlsxBook::hasDefinedName(const QString& name) const {
     return false;
 }
 
-std::optional<SheetArea> XlsxBook::findTable(const QString& name) {
+std::optional<SheetArea> XlsxBook::findTable(const QString& name) const {
     for (const auto& n : names_) {
         if (n.name.compare(name, Qt::CaseInsensitive) != 0)
             continue;
@@ -361,32 +497,22 @@ std::optional<SheetArea> XlsxBook::findTable(const QString& name) {
         SheetArea area;
         if (!parseAreaReference(n.formula, &sheetName, &area))
             continue;
-        for (int i = 0; i < sheets_.size(); ++i)
-            if (sheets_[i].name.compare(sheetName, Qt::CaseInsensitive) == 0) {
-                area.sheet = i;
-                return area;
-            }
+        if ((area.sheet = sheetIndex(sheetName)) < 0)
+            continue;
+        const CellBox present = boxToRead(boxOf(area), sheets_[area.sheet].cells, sheets_[area.sheet].bytes);
+        area.row2 = present.row2;
+        area.col2 = present.col2;
+        return area;
     }
     QString sheetName = name;
     if (sheetName.endsWith(u'$'))
         sheetName.chop(1);
-    for (int i = 0; i < sheets_.size(); ++i) {
-        if (sheets_[i].name.compare(sheetName, Qt::CaseInsensitive) != 0)
-            continue;
-        SheetArea area{i, 0, 0, -1, -1};
-        const auto& cells = sheetCells(i);
-        bool first = true;
-        for (auto it = cells.constBegin(); it != cells.constEnd(); ++it) {
-            const int r = it.key().first, c = it.key().second;
-            area.row1 = first ? r : std::min(area.row1, r);
-            area.col1 = first ? c : std::min(area.col1, c);
-            area.row2 = std::max(area.row2, r);
-            area.col2 = std::max(area.col2, c);
-            first = false;
-        }
-        return area;
-    }
-    return std::nullopt;
+    const int i = sheetIndex(sheetName);
+    if (i < 0)
+        return std::nullopt;
+    SheetArea area = usedArea(sheets_[i]);
+    area.sheet = i;
+    return area;
 }
 
 } // namespace vesk

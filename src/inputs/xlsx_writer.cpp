@@ -4,7 +4,6 @@
 #include <QRegularExpression>
 #include <QXmlStreamWriter>
 #include <cmath>
-#include <xlsxwriter.h>
 
 namespace vesk {
 
@@ -42,60 +41,6 @@ bool hasTime(double serial) {
 }
 
 } // namespace
-
-// ---------------------------------------------------------------------------------------------
-// New workbooks
-
-bool writeNewWorkbook(const QString& path, const QList<BufferedTable>& tables, QString* error) {
-    lxw_workbook* wb = workbook_new(QFile::encodeName(path).constData());
-    if (!wb) {
-        *error = QStringLiteral("cannot create the workbook");
-        return false;
-    }
-    lxw_format* dateFormat = workbook_add_format(wb);
-    format_set_num_format(dateFormat, "yyyy-mm-dd");
-    lxw_format* dateTimeFormat = workbook_add_format(wb);
-    format_set_num_format(dateTimeFormat, "yyyy-mm-dd hh:mm:ss");
-    for (const auto& t : tables) {
-        const QByteArray sheetName = t.def.name.toUtf8();
-        lxw_worksheet* ws = workbook_add_worksheet(wb, sheetName.constData());
-        if (!ws) {
-            workbook_close(wb);
-            QFile::remove(path);
-            *error = QStringLiteral("'%1' cannot name a sheet").arg(t.def.name);
-            return false;
-        }
-        for (int j = 0; j < t.def.fields.size(); ++j)
-            worksheet_write_string(ws, 0, static_cast<lxw_col_t>(j),
-                                   t.def.fields[j].name.toUtf8().constData(), nullptr);
-        for (int i = 0; i < t.rows.size(); ++i) {
-            const auto row = static_cast<lxw_row_t>(i + 1);
-            for (int j = 0; j < t.rows[i].size(); ++j) {
-                const Cell& v = t.rows[i][j];
-                const auto col = static_cast<lxw_col_t>(j);
-                if (v.isEmpty() || v.isNull() || (v.isNumber() && !std::isfinite(v.toDouble())))
-                    continue;
-                if (!v.isNumber())
-                    worksheet_write_string(ws, row, col, v.toString().toUtf8().constData(), nullptr);
-                else if (v.isBoolean())
-                    worksheet_write_boolean(ws, row, col, v.toDouble() != 0.0, nullptr);
-                else if (v.isDate())
-                    worksheet_write_number(ws, row, col, excelSerialFromDate(v.toDouble()),
-                                           hasTime(v.toDouble()) ? dateTimeFormat : dateFormat);
-                else
-                    worksheet_write_number(ws, row, col, v.toDouble(), nullptr);
-            }
-        }
-        if (validDefinedName(t.def.name))
-            workbook_define_name(wb, sheetName.constData(), (u'=' + areaFormula(t)).toUtf8().constData());
-    }
-    const lxw_error rc = workbook_close(wb);
-    if (rc != LXW_NO_ERROR) {
-        *error = QString::fromUtf8(lxw_strerror(rc));
-        return false;
-    }
-    return true;
-}
 
 // ---------------------------------------------------------------------------------------------
 // Tables added to a workbook that exists
@@ -155,7 +100,7 @@ QByteArray sheetXml(const BufferedTable& t, int dateXf, int dateTimeXf) {
         w.writeStartElement(QStringLiteral("is"));
         w.writeStartElement(QStringLiteral("t"));
         w.writeAttribute(QStringLiteral("xml:space"), QStringLiteral("preserve"));
-        w.writeCharacters(s);
+        w.writeCharacters(escapeCellText(s));
         w.writeEndElement();
         w.writeEndElement();
         w.writeEndElement();
@@ -339,6 +284,75 @@ bool addSheetsToWorkbook(ZipArchive& zip, const QString& workbookPart, const QLi
     zip.put(p.relsPart, p.rels.toUtf8());
     zip.put(QStringLiteral("[Content_Types].xml"), p.types.toUtf8());
     return true;
+}
+
+// ---------------------------------------------------------------------------------------------
+// New workbooks: an empty workbook of the parts every reader asks for, to which the tables are
+// added as to any other. The sheets so written hold every number with the digits it needs to come
+// back to the same double, and every text as it was.
+
+namespace {
+
+const char* kMainNs = "http://schemas.openxmlformats.org/spreadsheetml/2006/main";
+const char* kPackageRelNs = "http://schemas.openxmlformats.org/package/2006/relationships";
+
+ZipArchive emptyWorkbook() {
+    const QString rel = QStringLiteral("<Relationship Id=\"%1\" Type=\"%2/%3\" Target=\"%4\"/>");
+    const QString docRels =
+        QStringLiteral("http://schemas.openxmlformats.org/officeDocument/2006/relationships");
+    ZipArchive zip;
+    zip.put(QStringLiteral("[Content_Types].xml"),
+            "<?xml version=\"1.0\" encoding=\"UTF-8\" standalone=\"yes\"?>\n"
+            "<Types xmlns=\"http://schemas.openxmlformats.org/package/2006/content-types\">"
+            "<Default Extension=\"rels\" "
+            "ContentType=\"application/vnd.openxmlformats-package.relationships+xml\"/>"
+            "<Default Extension=\"xml\" ContentType=\"application/xml\"/>"
+            "<Override PartName=\"/xl/workbook.xml\" ContentType=\"application/"
+            "vnd.openxmlformats-officedocument.spreadsheetml.sheet.main+xml\"/>"
+            "<Override PartName=\"/xl/styles.xml\" ContentType=\"application/"
+            "vnd.openxmlformats-officedocument.spreadsheetml.styles+xml\"/></Types>");
+    zip.put(QStringLiteral("_rels/.rels"),
+            QStringLiteral("<?xml version=\"1.0\" encoding=\"UTF-8\" standalone=\"yes\"?>\n"
+                           "<Relationships xmlns=\"%1\">%2</Relationships>")
+                .arg(QLatin1String(kPackageRelNs),
+                     rel.arg(QStringLiteral("rId1"), docRels, QStringLiteral("officeDocument"),
+                             QStringLiteral("xl/workbook.xml")))
+                .toUtf8());
+    zip.put(QStringLiteral("xl/workbook.xml"),
+            QStringLiteral("<?xml version=\"1.0\" encoding=\"UTF-8\" standalone=\"yes\"?>\n"
+                           "<workbook xmlns=\"%1\" xmlns:r=\"%2\"><sheets></sheets></workbook>")
+                .arg(QLatin1String(kMainNs), docRels)
+                .toUtf8());
+    zip.put(QStringLiteral("xl/_rels/workbook.xml.rels"),
+            QStringLiteral("<?xml version=\"1.0\" encoding=\"UTF-8\" standalone=\"yes\"?>\n"
+                           "<Relationships xmlns=\"%1\">%2</Relationships>")
+                .arg(QLatin1String(kPackageRelNs),
+                     rel.arg(QStringLiteral("rId1"), docRels, QStringLiteral("styles"),
+                             QStringLiteral("styles.xml")))
+                .toUtf8());
+    zip.put(
+        QStringLiteral("xl/styles.xml"),
+        QStringLiteral("<?xml version=\"1.0\" encoding=\"UTF-8\" standalone=\"yes\"?>\n"
+                       "<styleSheet xmlns=\"%1\"><fonts count=\"1\"><font><sz val=\"11\"/>"
+                       "<name val=\"Calibri\"/></font></fonts><fills count=\"2\"><fill><patternFill "
+                       "patternType=\"none\"/></fill><fill><patternFill patternType=\"gray125\"/></fill>"
+                       "</fills><borders count=\"1\"><border><left/><right/><top/><bottom/><diagonal/>"
+                       "</border></borders><cellStyleXfs count=\"1\"><xf numFmtId=\"0\" fontId=\"0\" "
+                       "fillId=\"0\" borderId=\"0\"/></cellStyleXfs><cellXfs count=\"1\"><xf numFmtId=\"0\" "
+                       "fontId=\"0\" fillId=\"0\" borderId=\"0\" xfId=\"0\"/></cellXfs><cellStyles "
+                       "count=\"1\"><cellStyle name=\"Normal\" xfId=\"0\" builtinId=\"0\"/></cellStyles>"
+                       "</styleSheet>")
+            .arg(QLatin1String(kMainNs))
+            .toUtf8());
+    return zip;
+}
+
+} // namespace
+
+bool writeNewWorkbook(const QString& path, const QList<BufferedTable>& tables, QString* error) {
+    ZipArchive zip = emptyWorkbook();
+    return addSheetsToWorkbook(zip, QStringLiteral("xl/workbook.xml"), tables, error) &&
+           zip.write(path, error);
 }
 
 // ---------------------------------------------------------------------------------------------

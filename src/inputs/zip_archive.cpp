@@ -2,6 +2,7 @@
 
 #include <QDateTime>
 #include <QFile>
+#include <algorithm>
 #include <minizip/unzip.h>
 #include <minizip/zip.h>
 
@@ -13,6 +14,46 @@ QString normalName(const QString& name) {
 }
 } // namespace
 
+namespace {
+
+// No part of a workbook is bigger than this, and deflate packs no more than 1032 bytes into one.
+constexpr quint64 kMaxEntryBytes = quint64(1) << 30;
+constexpr quint64 kMaxDeflateRatio = 1032;
+
+// Why the entry's declared size cannot be believed; empty when it can.
+QString declaredSizeRefusal(const char* name, const unz_file_info64& info) {
+    const quint64 packable = info.compressed_size * kMaxDeflateRatio + 1024;
+    if (info.uncompressed_size <= std::min(kMaxEntryBytes, packable))
+        return QString();
+    return QStringLiteral(
+               "the entry %1 declares %2 bytes, more than its %3 packed bytes or a workbook part can hold")
+        .arg(QString::fromUtf8(name))
+        .arg(info.uncompressed_size)
+        .arg(info.compressed_size);
+}
+
+// The current entry's bytes, never more than it declared.
+bool readEntry(unzFile uf, const char* name, const unz_file_info64& info, QByteArray* data, QString* error) {
+    char buffer[65536];
+    int got;
+    while ((got = unzReadCurrentFile(uf, buffer, sizeof buffer)) > 0) {
+        if (static_cast<quint64>(data->size()) + static_cast<quint64>(got) > info.uncompressed_size) {
+            *error = QStringLiteral("the entry %1 holds more than the %2 bytes it declares")
+                         .arg(QString::fromUtf8(name))
+                         .arg(info.uncompressed_size);
+            return false;
+        }
+        data->append(buffer, got);
+    }
+    if (got != 0 || unzCloseCurrentFile(uf) != UNZ_OK) {
+        *error = QStringLiteral("a damaged zip archive");
+        return false;
+    }
+    return true;
+}
+
+} // namespace
+
 std::optional<ZipArchive> ZipArchive::read(const QString& path, QString* error) {
     unzFile uf = unzOpen64(QFile::encodeName(path).constData());
     if (!uf) {
@@ -21,28 +62,33 @@ std::optional<ZipArchive> ZipArchive::read(const QString& path, QString* error) 
     }
     ZipArchive archive;
     bool ok = true;
-    for (int rc = unzGoToFirstFile(uf); rc == UNZ_OK && ok; rc = unzGoToNextFile(uf)) {
+    int rc = unzGoToFirstFile(uf);
+    for (; rc == UNZ_OK && ok; rc = unzGoToNextFile(uf)) {
         unz_file_info64 info{};
-        char name[1024];
-        if (unzGetCurrentFileInfo64(uf, &info, name, sizeof name, nullptr, 0, nullptr, 0) != UNZ_OK ||
-            unzOpenCurrentFile(uf) != UNZ_OK) {
+        char name[1025] = {}; // minizip ends a name with NUL only when it fits: the last byte stays 0
+        if (unzGetCurrentFileInfo64(uf, &info, name, sizeof name - 1, nullptr, 0, nullptr, 0) != UNZ_OK) {
+            *error = QStringLiteral("a damaged zip archive");
             ok = false;
             break;
         }
-        QByteArray data;
-        data.reserve(static_cast<qsizetype>(info.uncompressed_size));
-        char buffer[65536];
-        int got;
-        while ((got = unzReadCurrentFile(uf, buffer, sizeof buffer)) > 0)
-            data.append(buffer, got);
-        ok = got == 0 && unzCloseCurrentFile(uf) == UNZ_OK;
+        *error = declaredSizeRefusal(name, info);
+        if (!error->isEmpty() || unzOpenCurrentFile(uf) != UNZ_OK) {
+            if (error->isEmpty())
+                *error = QStringLiteral("a damaged zip archive");
+            ok = false;
+            break;
+        }
+        QByteArray data; // grown as it is read, never to the size the entry claims
+        ok = readEntry(uf, name, info, &data, error);
         archive.entries_ << ZipEntry{QString::fromUtf8(name), data};
     }
     unzClose(uf);
-    if (!ok) {
+    if (ok && rc != UNZ_END_OF_LIST_OF_FILE) {
         *error = QStringLiteral("a damaged zip archive");
-        return std::nullopt;
+        ok = false;
     }
+    if (!ok)
+        return std::nullopt;
     return archive;
 }
 

@@ -1,6 +1,7 @@
 #pragma once
 // The zip container of workbooks, through minizip: every entry read into memory, or a new archive
-// written from entries in order.
+// written from entries in order. An entry that declares more than its packed bytes or a workbook
+// part can hold, or holds more than it declares, makes the archive a damaged one.
 
 #include <QByteArray>
 #include <QList>

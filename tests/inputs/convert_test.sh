@@ -32,4 +32,10 @@ grep -q "already exists" err.txt
 if "$cli" convert in.csv out.xls 2>err.txt; then echo "writing .xls was accepted"; exit 1; fi
 grep -q "xlsx" err.txt
 "$cli" convert --help | grep -q 'Usage: vesk-cli convert IN OUT'
+
+# Text beyond code page 850 in a Lotus worksheet, and the one loss of a worksheet that the help states.
+printf 'k,t\n1,一二三\n2,ĀBC\n' > u.csv
+"$cli" convert u.csv u.wk1 --out-table U
+[ "$("$cli" convert u.wk1 - --table U)" = "$(cat u.csv)" ] || { echo "wk1: $("$cli" convert u.wk1 - --table U)"; exit 1; }
+"$cli" convert --help | grep -q 'worksheet (.wk1, .xlsx) keeps the first 255 characters of a text'
 echo "convert: ok"

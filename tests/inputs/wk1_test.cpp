@@ -163,3 +163,94 @@ TEST_F(Wk1, AFileOfAnotherKindIsNoWorksheet) {
     EXPECT_FALSE(FnWriteArrFile(table({{Cell(1)}}), path("bad.wk1"), "T", {"a"}));
     EXPECT_EQ(readAll(path("bad.wk1")), "not a worksheet at all");
 }
+
+namespace {
+
+void writeFile(const QString& path, const QByteArray& data) {
+    QFile f(path);
+    ASSERT_TRUE(f.open(QIODevice::WriteOnly));
+    f.write(data);
+}
+
+// A worksheet with a heading and one record in A1:B2, and the range "T" over the given corners.
+QByteArray sheetWithRange(int col1, int row1, int col2, int row2) {
+    QByteArray data = record(0x0000, le16(0x0406));
+    data += record(0x000F, cellHead(0xFF, 0, 0) + "'K" + QByteArray(1, '\0'));
+    data += record(0x000F, cellHead(0xFF, 1, 0) + "'V" + QByteArray(1, '\0'));
+    data += record(0x000D, cellHead(0xFF, 0, 1) + le16(1));
+    data += record(0x000D, cellHead(0xFF, 1, 1) + le16(2));
+    data += record(0x000B, QByteArray("T").leftJustified(16, '\0') + le16(col1) + le16(row1) + le16(col2) +
+                               le16(row2));
+    return data + record(0x0001, QByteArray());
+}
+
+} // namespace
+
+// Characters outside code page 850 go as two-byte Unicode escapes, whose high or low byte may be
+// zero (Ā is 01 00, a line break 00 0A): the label ends at the NUL after the last character, not
+// at the first zero byte.
+TEST_F(Wk1, TextWhoseEscapesHoldAZeroByteComesBackWhole) {
+    const CellArray a = table({{Cell(1), Cell("一二三")},
+                               {Cell(2), Cell("ĀBC")},
+                               {Cell(3), Cell("Ѐ and Ā")},
+                               {Cell(4), Cell("two\nlines")},
+                               {Cell(5), Cell("tab\tand ĀĀ\r\n")}});
+    ASSERT_TRUE(FnWriteArrFile(a, path("u.wk1"), "U", {"k", "t"}));
+    QStringList names;
+    EXPECT_EQ(FnReadArrFile(path("u.wk1"), "U", &names), a) << dump(FnReadArrFile(path("u.wk1"), "U"));
+    EXPECT_EQ(names, QStringList({"k", "t"}));
+}
+
+TEST_F(Wk1, ATextFormulaResultWithAZeroByteEscapeComesBackWhole) {
+    QByteArray data = record(0x0000, le16(0x0406));
+    data += record(0x000F, cellHead(0xFF, 0, 0) + "'S" + QByteArray(1, '\0'));
+    data += record(0x0010, cellHead(0xFF, 0, 1) + numberBody(0.0) + le16(1) + QByteArray::fromHex("03"));
+    data +=
+        record(0x0033, cellHead(0xFF, 0, 1) + QByteArray::fromHex("14010042430014") + QByteArray(1, '\0'));
+    data += record(0x000B, QByteArray("S").leftJustified(16, '\0') + le16(0) + le16(0) + le16(0) + le16(1));
+    data += record(0x0001, QByteArray());
+    writeFile(path("f.wk1"), data);
+    EXPECT_EQ(FnReadArrFile(path("f.wk1"), "S"), table({{Cell("ĀBC")}}));
+}
+
+// A range that claims more of the sheet than Lotus has (8192 rows, 256 columns) is a damaged file.
+TEST_F(Wk1, ARangeBeyondTheSheetIsRefusedNamingTheFile) {
+    QByteArray data = sheetWithRange(0, 0, 0xFFFF, 0xFFFF);
+    data.insert(data.size() - 4, record(0x000F, cellHead(0xFF, 2, 2) + "'x" + QByteArray(1, '\0')));
+    ASSERT_EQ(data.size(), 96);
+    writeFile(path("huge.wk1"), data);
+    EXPECT_TRUE(FnReadArrFile(path("huge.wk1"), "T").isEmpty());
+    EXPECT_EQ(lastForeignError().number, 3051);
+    EXPECT_TRUE(lastForeignError().words.contains(path("huge.wk1")))
+        << lastForeignError().words.toStdString();
+    EXPECT_TRUE(lastForeignError().words.contains("'T'")) << lastForeignError().words.toStdString();
+}
+
+TEST_F(Wk1, ACellBeyondTheSheetIsRefusedNamingTheFile) {
+    QByteArray data = sheetWithRange(0, 0, 1, 1);
+    data.insert(data.size() - 4, record(0x000D, cellHead(0xFF, 0xFFFF, 0xFFFF) + le16(9)));
+    writeFile(path("far.wk1"), data);
+    EXPECT_TRUE(FnReadArrFile(path("far.wk1"), "T").isEmpty());
+    EXPECT_EQ(lastForeignError().number, 3051);
+    EXPECT_TRUE(lastForeignError().words.contains(path("far.wk1"))) << lastForeignError().words.toStdString();
+}
+
+// A range wider than what it holds is read from the cells that are there.
+TEST_F(Wk1, ARangeIsReadFromTheCellsItHolds) {
+    writeFile(path("wide.wk1"), sheetWithRange(0, 0, 255, 8191));
+    QStringList names;
+    EXPECT_EQ(FnReadArrFile(path("wide.wk1"), "T", &names), table({{Cell(1), Cell(2)}}));
+    EXPECT_EQ(names, QStringList({"K", "V"}));
+}
+
+// Two cells in opposite corners of the sheet ask for two million cells: too many for a file of
+// a few dozen bytes.
+TEST_F(Wk1, ARangeFarSparserThanItsFileIsRefused) {
+    QByteArray data = sheetWithRange(0, 0, 255, 8191);
+    data.insert(data.size() - 4, record(0x000D, cellHead(0xFF, 255, 8191) + le16(9)));
+    writeFile(path("sparse.wk1"), data);
+    EXPECT_TRUE(FnReadArrFile(path("sparse.wk1"), "T").isEmpty());
+    EXPECT_EQ(lastForeignError().number, 3051);
+    EXPECT_TRUE(lastForeignError().words.contains(path("sparse.wk1")))
+        << lastForeignError().words.toStdString();
+}

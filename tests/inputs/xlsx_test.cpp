@@ -3,6 +3,8 @@
 #include "test_support.h"
 
 #include <QFile>
+#include <QtEndian>
+#include <tuple>
 
 using namespace vesk;
 using vesk::test::dump;
@@ -185,4 +187,106 @@ TEST(XlsxHelpers, WorksheetSerialsSkipTheDayThatNeverWas) {
     EXPECT_EQ(dateFromExcelSerial(1.0), dateSerial(QDate(1900, 1, 1)));
     EXPECT_EQ(dateFromExcelSerial(43835.5), 43835.5);
     EXPECT_EQ(dateFromExcelSerial(0.0, true), dateSerial(QDate(1904, 1, 1)));
+}
+
+namespace {
+
+// A workbook of one sheet "S" with the given rows of sheetData and, when given, the defined name T.
+QString hostileBook(const QString& file, const QByteArray& rows, const QByteArray& definedName = {}) {
+    ZipArchive zip;
+    zip.put("xl/workbook.xml",
+            "<workbook xmlns=\"http://schemas.openxmlformats.org/spreadsheetml/2006/main\" "
+            "xmlns:r=\"http://schemas.openxmlformats.org/officeDocument/2006/relationships\">"
+            "<sheets><sheet name=\"S\" sheetId=\"1\" r:id=\"a\"/></sheets>" +
+                (definedName.isEmpty() ? QByteArray()
+                                       : "<definedNames><definedName name=\"T\">" + definedName +
+                                             "</definedName></definedNames>") +
+                "</workbook>");
+    zip.put("xl/_rels/workbook.xml.rels",
+            "<Relationships xmlns=\"http://schemas.openxmlformats.org/package/2006/relationships\">"
+            "<Relationship Id=\"a\" Type=\"http://schemas.openxmlformats.org/officeDocument/2006/"
+            "relationships/worksheet\" Target=\"worksheets/sheet1.xml\"/></Relationships>");
+    zip.put("xl/worksheets/sheet1.xml",
+            "<worksheet xmlns=\"http://schemas.openxmlformats.org/spreadsheetml/2006/main\"><sheetData>" +
+                rows + "</sheetData></worksheet>");
+    QString error;
+    EXPECT_TRUE(zip.write(file, &error)) << error.toStdString();
+    return file;
+}
+
+const QByteArray kTwoRows = "<row r=\"1\"><c r=\"A1\" t=\"inlineStr\"><is><t>K</t></is></c>"
+                            "<c r=\"B1\" t=\"inlineStr\"><is><t>V</t></is></c></row>"
+                            "<row r=\"2\"><c r=\"A2\"><v>1</v></c><c r=\"B2\"><v>2</v></c></row>";
+
+::testing::AssertionResult refusedNaming(const QString& file) {
+    if (!FnReadArrFile(file, "T").isEmpty())
+        return ::testing::AssertionFailure() << "the table was read";
+    if (lastForeignError().number != 3051 || !lastForeignError().words.contains(file))
+        return ::testing::AssertionFailure()
+               << lastForeignError().number << " " << lastForeignError().words.toStdString();
+    return ::testing::AssertionSuccess();
+}
+
+// Patches the uncompressed size that the local header and the central directory declare for
+// every entry whose name holds `name`.
+QByteArray declareSize(QByteArray zip, const QByteArray& name, quint32 size) {
+    uchar raw[4];
+    qToLittleEndian(size, raw);
+    const QByteArray le(reinterpret_cast<const char*>(raw), 4);
+    for (const auto& [signature, sizeAt, nameAt] :
+         {std::tuple{QByteArray("PK\x03\x04"), 22, 30}, std::tuple{QByteArray("PK\x01\x02"), 24, 46}}) {
+        for (qsizetype at = zip.indexOf(signature); at >= 0; at = zip.indexOf(signature, at + 4)) {
+            const int nameLen = qFromLittleEndian<quint16>(zip.constData() + at + sizeAt + 4);
+            if (zip.mid(at + nameAt, nameLen).contains(name))
+                zip.replace(at + sizeAt, 4, le);
+        }
+    }
+    return zip;
+}
+
+} // namespace
+
+TEST_F(Xlsx, ADefinedNameOverTheWholeSheetIsReadFromTheCellsItHolds) {
+    const QString file = hostileBook(path("name.xlsx"), kTwoRows, "S!$A$1:$XFD$1048576");
+    QStringList names;
+    EXPECT_EQ(FnReadArrFile(file, "T", &names), table({{Cell(1), Cell(2)}}));
+    EXPECT_EQ(names, QStringList({"K", "V"}));
+}
+
+TEST_F(Xlsx, ADefinedNameBeyondTheSheetIsRefused) {
+    EXPECT_TRUE(refusedNaming(hostileBook(path("rows.xlsx"), kTwoRows, "S!$A$1:$B$9999999")));
+    EXPECT_TRUE(refusedNaming(hostileBook(path("cols.xlsx"), kTwoRows, "S!$A$1:$ZZZ$2")));
+}
+
+TEST_F(Xlsx, OneFarCellIsRefused) {
+    const QByteArray far = kTwoRows + "<row r=\"1048576\"><c r=\"XFD1048576\"><v>9</v></c></row>";
+    EXPECT_TRUE(refusedNaming(hostileBook(path("far.xlsx"), far, "S!$A$1:$XFD$1048576")));
+    EXPECT_TRUE(FnReadArrFile(path("far.xlsx"), "S").isEmpty()) << "the sheet's used area";
+    const QByteArray beyond = kTwoRows + "<row r=\"3\"><c r=\"XFE3\"><v>9</v></c></row>";
+    EXPECT_TRUE(refusedNaming(hostileBook(path("beyond.xlsx"), beyond, "S!$A$1:$B$2")));
+}
+
+TEST_F(Xlsx, RowNumbersAtTheLimitsOfAnIntegerAreRefused) {
+    for (const char* r :
+         {"2147483647", "2147483648", "-2147483648", "0", "1048577", "99999999999999999999"}) {
+        const QByteArray rows = kTwoRows + "<row r=\"" + QByteArray(r) + "\"><c><v>9</v></c></row>";
+        EXPECT_TRUE(refusedNaming(hostileBook(path(QString("r%1.xlsx").arg(r)), rows, "S!$A$1:$B$2"))) << r;
+    }
+    // A row without its number follows the row before it: after the last row there is none.
+    const QByteArray last = kTwoRows + "<row r=\"1048576\"><c><v>9</v></c></row><row><c><v>9</v></c></row>";
+    EXPECT_TRUE(refusedNaming(hostileBook(path("after.xlsx"), last, "S!$A$1:$B$2")));
+}
+
+TEST_F(Xlsx, AZipEntryThatDeclaresFourGigabytesIsRefused) {
+    const QString file = hostileBook(path("big.xlsx"), kTwoRows, "S!$A$1:$B$2");
+    QFile f(file);
+    ASSERT_TRUE(f.open(QIODevice::ReadOnly));
+    const QByteArray patched = declareSize(f.readAll(), "sheet1.xml", 0xFFFFFFF0u);
+    f.close();
+    QFile out(path("declared.xlsx"));
+    ASSERT_TRUE(out.open(QIODevice::WriteOnly));
+    out.write(patched);
+    out.close();
+    EXPECT_TRUE(refusedNaming(path("declared.xlsx")));
+    EXPECT_TRUE(lastForeignError().words.contains("sheet1.xml")) << lastForeignError().words.toStdString();
 }

@@ -44,7 +44,9 @@ const char* const kUsage =
     "break between double quotes, its quotes doubled.\n"
     "\n"
     "A worksheet or database file that exists gets the table added to it; a table of the same\n"
-    "name there is an error. Text and CSV files are replaced.\n";
+    "name there is an error. Text and CSV files are replaced.\n"
+    "\n"
+    "A worksheet (.wk1, .xlsx) keeps the first 255 characters of a text; the rest is lost.\n";
 
 bool isCsv(const QString& path) {
     return path == u"-" || path.endsWith(QLatin1String(".csv"), Qt::CaseInsensitive);

@@ -13,6 +13,14 @@ namespace vesk {
 
 namespace {
 
+// A step that reports its failure in its own words: `ok`, and when it is false the engine's
+// "cannot open" error with those words.
+bool cannotOpenUnless(bool ok, const QString& error) {
+    if (!ok)
+        setForeignError(engine_error::kCannotOpen, error);
+    return ok;
+}
+
 // The array as (rows, fields): a one-dimensional array is one field.
 CellArray asTable(const CellArray& array) {
     if (array.rank() == 2)
@@ -87,18 +95,14 @@ bool stagedReady(const StagedFile& staged, const QString& target) {
         return false;
     }
     QString error;
-    if (staged.ready(&error))
-        return true;
-    setForeignError(engine_error::kCannotOpen, error);
-    return false;
+    const bool ready = staged.ready(&error);
+    return cannotOpenUnless(ready, error);
 }
 
 bool commitStaged(StagedFile& staged) {
     QString error;
-    if (staged.commit(&error))
-        return true;
-    setForeignError(engine_error::kCannotOpen, error);
-    return false;
+    const bool committed = staged.commit(&error);
+    return cannotOpenUnless(committed, error);
 }
 
 // The older writer's fixed layout written to `path`: one text field, or one per column.
@@ -106,10 +110,8 @@ bool writeOlderLayout(ForeignKind kind, const QString& path, const CellArray& ro
                       const QString& tableName) {
     if (kind == ForeignKind::Text) {
         QString error;
-        if (writeTextTable(path, rows, &error))
-            return true;
-        setForeignError(engine_error::kCannotOpen, error);
-        return false;
+        const bool written = writeTextTable(path, rows, &error);
+        return cannotOpenUnless(written, error);
     }
     auto driver = makeForeignDriver(kind);
     if (!driver) {
@@ -250,10 +252,8 @@ bool FnWriteArrFile(const CellArray& array, const QString& path, const QString& 
     const ForeignKind kind = foreignKind(path);
     if (kind == ForeignKind::Text) {
         QString error;
-        if (writeTextTable(path, rows, &error))
-            return true;
-        setForeignError(engine_error::kCannotOpen, error);
-        return false;
+        const bool written = writeTextTable(path, rows, &error);
+        return cannotOpenUnless(written, error);
     }
     if (!makeForeignDriver(kind)) {
         setForeignError(engine_error::kInvalidPath,

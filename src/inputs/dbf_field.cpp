@@ -22,7 +22,7 @@ bool hasValue(const Cell& v) {
 }
 
 QByteArray textBytes(const Cell& v, CodePage page) {
-    return encodeText(cutText(v.toString(), kDbfMaxText), page);
+    return encodeText(cutText(valueText(v), kDbfMaxText), page);
 }
 
 DbfField textField(const FieldDef& def, const QList<QList<Cell>>& rows, int col, CodePage page) {

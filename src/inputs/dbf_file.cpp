@@ -72,7 +72,7 @@ std::optional<Cell> toFieldValue(FieldType type, const Cell& v) {
     const QString text = v.toString().trimmed();
     switch (type) {
     case FieldType::Text:
-        return Cell(v.toString());
+        return Cell(valueText(v));
     case FieldType::Logical:
         if (v.isNumber())
             return Cell::boolean(v.toDouble() != 0.0);

@@ -1,5 +1,9 @@
 #include "inputs/foreign_driver.h"
 
+#include "platform/csv.h"
+
+#include <cmath>
+
 #include "inputs/dbf_file.h"
 #include "inputs/sqlite_table_file.h"
 #include "inputs/wk1_file.h"
@@ -135,6 +139,14 @@ QString cutText(const QString& text, int limit) {
     return text.left(text[limit - 1].isHighSurrogate() ? limit - 1 : limit);
 }
 
+QString valueText(const Cell& v) {
+    const QString text = v.toString();
+    if (!v.isNumber() || v.isBoolean() || v.isDate() || v.isSingle() || !std::isfinite(v.toDouble()))
+        return text;
+    bool ok = false;
+    return text.toDouble(&ok) == v.toDouble() && ok ? text : shortestNumber(v.toDouble());
+}
+
 Cell storedValue(const FieldDef& field, const Cell& value, int limit) {
     if (value.isEmpty() || value.isNull())
         return value;
@@ -142,7 +154,7 @@ Cell storedValue(const FieldDef& field, const Cell& value, int limit) {
     if (!textField && !value.isText() && !value.isArray())
         return value;
     const int cap = textField && field.length > 0 ? std::min(field.length, limit) : limit;
-    return Cell(cutText(value.toString(), cap));
+    return Cell(cutText(valueText(value), cap));
 }
 
 } // namespace vesk

@@ -1,5 +1,7 @@
 #include "inputs/foreign_types.h"
 
+#include "inputs/foreign_driver.h"
+
 #include "platform/runtime.h"
 
 #include <cmath>
@@ -102,7 +104,7 @@ void FnColTypes(const CellArray& array, CellArray& types) {
                 flat ? array.at({array.lbound(0) + i}) : array.at({array.lbound(0) + i, array.lbound(1) + j});
             rank = widen(rank, classify(c));
             if (!c.isEmpty() && !c.isNull())
-                length = std::max(length, static_cast<int>(c.toString().size()));
+                length = std::max(length, static_cast<int>(valueText(c).size()));
         }
         types(0, j) = Cell(rankName(rank));
         types(1, j) = Cell(length);

@@ -127,7 +127,7 @@ QVariant bindValue(const Cell& v, FieldType type) {
         return QVariant();
     switch (type) {
     case FieldType::Text:
-        return v.toString();
+        return valueText(v);
     case FieldType::Logical:
         return v.isNumber() ? QVariant(v.toDouble() != 0.0 ? 1 : 0) : QVariant(v.toString());
     case FieldType::Date:

@@ -1,6 +1,7 @@
 #include "inputs/text_file.h"
 
 #include "inputs/codepage.h"
+#include "inputs/foreign_driver.h"
 #include "platform/csv.h"
 
 #include <QFile>
@@ -19,16 +20,6 @@ namespace {
 constexpr qsizetype kCellsPerCharacter = 4;
 constexpr qsizetype kCellsAlwaysAllowed = qsizetype(1) << 20;
 constexpr qsizetype kMaxIndex = std::numeric_limits<int>::max();
-
-// A number as the runtime prints it when that gives the same double back, else the shortest
-// text that does; every other value as its text.
-QString valueText(const Cell& v) {
-    const QString text = v.toString();
-    if (!v.isNumber() || v.isBoolean() || v.isDate() || v.isSingle() || !std::isfinite(v.toDouble()))
-        return text;
-    bool ok = false;
-    return text.toDouble(&ok) == v.toDouble() && ok ? text : shortestNumber(v.toDouble());
-}
 
 QString fieldText(const Cell& v) {
     QString text = valueText(v);

@@ -196,7 +196,7 @@ void Wk1Sheet::setCell(int row, int col, const Cell& value) {
     if (value.isText() || value.isArray()) {
         r.type = kLabel;
         r.body = cellHead(kFormatDefault, col, row) + '\'' +
-                 encodeLmbcs(cutText(value.toString(), kMaxLabel)) + '\0';
+                 encodeLmbcs(cutText(valueText(value), kMaxLabel)) + '\0';
     } else {
         // Lotus has no logical cells: True is 1 and False 0, as its @TRUE and @FALSE give them.
         // Lotus counts 29 February 1900 as a day, as worksheets after it do.

@@ -62,7 +62,7 @@ bool keepsText(const QString& field, double v) {
     if (digits.size() > 1 && digits[0] == u'0' && digits[1].isDigit())
         return true;
     const bool whole = std::all_of(digits.begin(), digits.end(), [](QChar c) { return c.isDigit(); });
-    return whole && std::fabs(v) > kLargestExactWhole;
+    return whole && std::fabs(v) >= kLargestExactWhole && QString::number(std::fabs(v), 'f', 0) != digits;
 }
 
 // A CSV field: Null when blank; a number when the whole field reads as one and loses nothing as

@@ -1,14 +1,25 @@
 #include "inputs/xls_file.h"
 
+#include "inputs/child_reader.h"
+#include "inputs/compound_file.h"
+#include "inputs/table_stream.h"
+
 #include <QFile>
-#include <QRegularExpression>
-#include <freexl.h>
 
 namespace vesk {
 
-XlsDriver::~XlsDriver() {
-    close();
+namespace {
+
+// The exit code of `vesk-cli xls-table` for a workbook without a table of that name.
+constexpr int kNoSuchTable = 3;
+
+bool refuse(const QString& path, const QString& why) {
+    setForeignError(engine_error::kCannotOpen,
+                    QStringLiteral("The workbook '%1' cannot be read: %2.").arg(path, why));
+    return false;
 }
+
+} // namespace
 
 bool XlsDriver::open(const QString& path, bool forWriting) {
     close();
@@ -18,56 +29,44 @@ bool XlsDriver::open(const QString& path, bool forWriting) {
                                        "table as an Excel workbook (.xlsx) instead."));
         return false;
     }
-    const void* h = nullptr;
-    if (freexl_open(QFile::encodeName(path).constData(), &h) != FREEXL_OK) {
-        if (h)
-            freexl_close(h);
-        setForeignError(engine_error::kCannotOpen,
-                        QStringLiteral("Cannot open the workbook '%1'.").arg(path));
-        return false;
+    QFile f(path);
+    if (!f.open(QIODevice::ReadOnly))
+        return refuse(path, f.errorString());
+    // BIFF8 keeps its cells in the stream "Workbook", BIFF5 in "Book".
+    QString why;
+    if (!readCompoundStream(f.readAll(), QStringLiteral("Workbook"), &why)) {
+        f.seek(0);
+        QString whyBook;
+        if (!readCompoundStream(f.readAll(), QStringLiteral("Book"), &whyBook))
+            return refuse(path, why);
     }
-    handle_ = h;
-    unsigned count = 0;
-    freexl_get_info(handle_, FREEXL_BIFF_SHEET_COUNT, &count);
-    for (unsigned i = 0; i < count; ++i) {
-        const char* name = nullptr;
-        freexl_get_worksheet_name(handle_, static_cast<unsigned short>(i), &name);
-        sheets_ << QString::fromUtf8(name ? name : "");
-    }
-    names_ = readXlsNames(path);
+    path_ = path;
     return true;
 }
 
-bool XlsDriver::close() {
-    if (handle_)
-        freexl_close(handle_);
-    handle_ = nullptr;
-    sheets_.clear();
-    names_.clear();
-    return true;
-}
-
-std::optional<SheetArea> XlsDriver::findTable(const QString& name) {
-    for (const auto& n : names_)
-        if (n.name.compare(name, Qt::CaseInsensitive) == 0 && n.area.sheet >= 0 &&
-            n.area.sheet < sheets_.size())
-            return n.area;
-    QString sheet = name;
-    if (sheet.endsWith(u'$'))
-        sheet.chop(1);
-    const int index = static_cast<int>(
-        sheets_.indexOf(QRegularExpression(QStringLiteral("^%1$").arg(QRegularExpression::escape(sheet)),
-                                           QRegularExpression::CaseInsensitiveOption)));
-    if (index < 0 || freexl_select_active_worksheet(handle_, static_cast<unsigned short>(index)) != FREEXL_OK)
-        return std::nullopt;
-    unsigned rows = 0;
-    unsigned short cols = 0;
-    freexl_worksheet_dimensions(handle_, &rows, &cols);
-    return SheetArea{index, 0, 0, static_cast<int>(rows) - 1, static_cast<int>(cols) - 1};
+const std::optional<ForeignTable>& XlsDriver::childTable(const QString& name) {
+    if (failed_ || name.compare(lastName_, Qt::CaseInsensitive) == 0)
+        return lastTable_;
+    lastName_ = name;
+    lastTable_.reset();
+    const ChildResult r = runReaderChild({QStringLiteral("xls-table"), path_, name});
+    if (r.ran && r.exitCode == kNoSuchTable)
+        return lastTable_;
+    QString error;
+    if (r.ran && r.exitCode == 0)
+        lastTable_ = decodeTable(r.output, &error);
+    else
+        error = r.errorText.isEmpty() ? QStringLiteral("the reader ended with code %1").arg(r.exitCode)
+                                      : r.errorText;
+    if (!lastTable_) {
+        failed_ = true;
+        refuse(path_, error);
+    }
+    return lastTable_;
 }
 
 bool XlsDriver::hasTable(const QString& name) {
-    return handle_ && findTable(name).has_value();
+    return !path_.isEmpty() && childTable(name).has_value();
 }
 
 bool XlsDriver::createTable(const TableDef&) {
@@ -80,53 +79,18 @@ bool XlsDriver::appendRows(const QString&, const CellArray&) {
     return createTable({});
 }
 
-Cell XlsDriver::cellAt(unsigned row, unsigned short col) const {
-    FreeXL_CellValue v;
-    if (freexl_get_cell_value(handle_, row, col, &v) != FREEXL_OK)
-        return Cell::null();
-    switch (v.type) {
-    case FREEXL_CELL_INT:
-        return Cell(v.value.int_value);
-    case FREEXL_CELL_DOUBLE:
-        return Cell(v.value.double_value);
-    case FREEXL_CELL_TEXT:
-    case FREEXL_CELL_SST_TEXT:
-        return Cell(QString::fromUtf8(v.value.text_value));
-    case FREEXL_CELL_DATE: {
-        const QDate day = QDate::fromString(QString::fromLatin1(v.value.text_value), Qt::ISODate);
-        return day.isValid() ? Cell::date(dateSerial(day)) : Cell::null();
-    }
-    case FREEXL_CELL_DATETIME: {
-        const QDateTime when = QDateTime::fromString(QString::fromLatin1(v.value.text_value),
-                                                     QStringLiteral("yyyy-MM-dd HH:mm:ss"));
-        return when.isValid() ? Cell::date(dateSerial(when)) : Cell::null();
-    }
-    case FREEXL_CELL_TIME: {
-        const QTime t =
-            QTime::fromString(QString::fromLatin1(v.value.text_value), QStringLiteral("HH:mm:ss"));
-        return t.isValid() ? Cell::date(t.msecsSinceStartOfDay() / 86400000.0) : Cell::null();
-    }
-    default:
-        return Cell::null();
-    }
+std::optional<ForeignTable> XlsDriver::readTable(const QString& name) {
+    if (path_.isEmpty())
+        return std::nullopt;
+    return childTable(name);
 }
 
-std::optional<ForeignTable> XlsDriver::readTable(const QString& name) {
-    if (!handle_)
-        return std::nullopt;
-    const auto area = findTable(name);
-    if (!area ||
-        freexl_select_active_worksheet(handle_, static_cast<unsigned short>(area->sheet)) != FREEXL_OK)
-        return std::nullopt;
-    unsigned rows = 0;
-    unsigned short cols = 0;
-    freexl_worksheet_dimensions(handle_, &rows, &cols);
-    auto at = [&](int r, int c) {
-        return r < static_cast<int>(rows) && c < cols
-                   ? cellAt(static_cast<unsigned>(r), static_cast<unsigned short>(c))
-                   : Cell::null();
-    };
-    return tableOfRange(name, area->row1, area->col1, area->row2, area->col2, at);
+bool XlsDriver::close() {
+    path_.clear();
+    lastName_.clear();
+    lastTable_.reset();
+    failed_ = false;
+    return true;
 }
 
 } // namespace vesk

@@ -107,6 +107,8 @@ QString Cell::toString() const {
             return num_ != 0.0 ? QStringLiteral("True") : QStringLiteral("False");
         if (sub_ == Subtype::Date) {
             const QDateTime when = serialToDateTime(num_);
+            if (!when.isValid()) // no calendar date: the serial as a number
+                return numberToText(num_);
             return when.time() == QTime(0, 0) ? when.date().toString(QStringLiteral("yyyy-MM-dd"))
                                               : when.toString(QStringLiteral("yyyy-MM-dd hh:mm:ss"));
         }
@@ -172,6 +174,10 @@ double dateSerial(const QDateTime& when) {
 }
 
 QDateTime serialToDateTime(double serial) {
+    // A billion days either way is far beyond any calendar date and well inside what QDate and
+    // the whole-day arithmetic below can hold.
+    if (!std::isfinite(serial) || std::fabs(serial) >= 1e9)
+        return QDateTime();
     const double whole = serial < 0 ? std::ceil(serial) : std::floor(serial);
     const double frac = std::fabs(serial - whole);
     qint64 ms = std::llround(frac * kMsPerDay);

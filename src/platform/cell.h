@@ -96,6 +96,8 @@ const QString* internText(const QString& text);
 // millisecond. Dates before day 0 count backwards with a positive fraction, as the runtime does.
 double dateSerial(const QDateTime& when);
 double dateSerial(const QDate& day);
+// The date and time of a serial; an invalid QDateTime for a serial that is not finite or lies a
+// billion days or more from day 0.
 QDateTime serialToDateTime(double serial);
 
 } // namespace vesk

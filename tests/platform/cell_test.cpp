@@ -2,6 +2,8 @@
 
 #include <gtest/gtest.h>
 
+#include <limits>
+
 using namespace vesk;
 
 TEST(Cell, IsSixteenBytes) {
@@ -104,3 +106,18 @@ TEST(Cell, DateSerialsCountFromThirtiethDecember1899) {
     EXPECT_EQ(serialToDateTime(43835.5), QDateTime(QDate(2020, 1, 5), QTime(12, 0)));
     EXPECT_EQ(serialToDateTime(43835.99999999999), QDateTime(QDate(2020, 1, 6), QTime(0, 0)));
 }
+
+namespace {
+
+// A date cell whose serial is no calendar date (a damaged worksheet can hold one) has no date to
+// show: its text is the serial's, and nothing overflows on the way.
+TEST(Cell, ADateFarBeyondTheCalendarShowsItsSerial) {
+    for (double serial : {-1e300, 1e300, 1e9, -1e9, 1e19})
+        EXPECT_EQ(vesk::Cell::date(serial).toString(), vesk::Cell(serial).toString()) << serial;
+    EXPECT_FALSE(vesk::serialToDateTime(std::numeric_limits<double>::quiet_NaN()).isValid());
+    EXPECT_EQ(vesk::Cell::date(-657434.0).toString(), QStringLiteral("0100-01-01"));
+    EXPECT_EQ(vesk::Cell::date(-657435.0).toString(), QStringLiteral("0099-12-31"));
+    EXPECT_EQ(vesk::Cell::date(2958465.0).toString(), QStringLiteral("9999-12-31"));
+}
+
+} // namespace

@@ -311,25 +311,22 @@ ZipArchive emptyWorkbook() {
             "vnd.openxmlformats-officedocument.spreadsheetml.sheet.main+xml\"/>"
             "<Override PartName=\"/xl/styles.xml\" ContentType=\"application/"
             "vnd.openxmlformats-officedocument.spreadsheetml.styles+xml\"/></Types>");
+    // A relationships part holding the one relationship rId1 of `type` to `target`.
+    const auto oneRelationship = [&](const QString& type, const QString& target) {
+        return QStringLiteral("<?xml version=\"1.0\" encoding=\"UTF-8\" standalone=\"yes\"?>\n"
+                              "<Relationships xmlns=\"%1\">%2</Relationships>")
+            .arg(QLatin1String(kPackageRelNs), rel.arg(QStringLiteral("rId1"), docRels, type, target))
+            .toUtf8();
+    };
     zip.put(QStringLiteral("_rels/.rels"),
-            QStringLiteral("<?xml version=\"1.0\" encoding=\"UTF-8\" standalone=\"yes\"?>\n"
-                           "<Relationships xmlns=\"%1\">%2</Relationships>")
-                .arg(QLatin1String(kPackageRelNs),
-                     rel.arg(QStringLiteral("rId1"), docRels, QStringLiteral("officeDocument"),
-                             QStringLiteral("xl/workbook.xml")))
-                .toUtf8());
+            oneRelationship(QStringLiteral("officeDocument"), QStringLiteral("xl/workbook.xml")));
     zip.put(QStringLiteral("xl/workbook.xml"),
             QStringLiteral("<?xml version=\"1.0\" encoding=\"UTF-8\" standalone=\"yes\"?>\n"
                            "<workbook xmlns=\"%1\" xmlns:r=\"%2\"><sheets></sheets></workbook>")
                 .arg(QLatin1String(kMainNs), docRels)
                 .toUtf8());
     zip.put(QStringLiteral("xl/_rels/workbook.xml.rels"),
-            QStringLiteral("<?xml version=\"1.0\" encoding=\"UTF-8\" standalone=\"yes\"?>\n"
-                           "<Relationships xmlns=\"%1\">%2</Relationships>")
-                .arg(QLatin1String(kPackageRelNs),
-                     rel.arg(QStringLiteral("rId1"), docRels, QStringLiteral("styles"),
-                             QStringLiteral("styles.xml")))
-                .toUtf8());
+            oneRelationship(QStringLiteral("styles"), QStringLiteral("styles.xml")));
     zip.put(
         QStringLiteral("xl/styles.xml"),
         QStringLiteral("<?xml version=\"1.0\" encoding=\"UTF-8\" standalone=\"yes\"?>\n"

@@ -1,5 +1,6 @@
 // The general array helpers: comparison of dynamic values, the exchange sort, row removal, compaction.
 
+#include "cell_texts.h"
 #include "foundation/array_helpers.h"
 #include "qt_printers.h"
 
@@ -10,15 +11,7 @@ using namespace vesk;
 
 namespace {
 
-// The entries of a one-dimensional array as texts; nothing for any other array.
-QStringList texts(const CellArray& a) {
-    QStringList out;
-    if (a.rank() != 1)
-        return out;
-    for (int i = a.lbound(0); i <= a.ubound(0); ++i)
-        out.push_back(a(i).toString());
-    return out;
-}
+using vesk::test::texts;
 
 } // namespace
 

@@ -1,6 +1,7 @@
 #pragma once
 // Small helpers of the age-sex group tests: arrays from lists, and a prompt service per test.
 
+#include "cell_texts.h"
 #include "platform/cell_array.h"
 #include "platform/prompts.h"
 #include "qt_printers.h"
@@ -19,15 +20,6 @@ inline CellArray boundaryColumn(const std::vector<double>& ages, int column = 0)
     for (int i = 0; i < static_cast<int>(ages.size()); ++i)
         b(i, column) = Cell(ages[i]);
     return b;
-}
-
-inline QStringList texts(const CellArray& a) {
-    QStringList out;
-    if (a.rank() != 1)
-        return out;
-    for (int i = a.lbound(0); i <= a.ubound(0); ++i)
-        out.push_back(a(i).toString());
-    return out;
 }
 
 inline CellArray labelArray(const QStringList& labels) {

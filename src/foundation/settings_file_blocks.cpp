@@ -6,6 +6,7 @@
 #include "platform/runtime.h"
 #include "foundation/settings_file.h"
 #include "foundation/settings_file_io.h"
+#include "platform/table_limits.h"
 
 #include <algorithm>
 #include <optional>
@@ -29,10 +30,6 @@ qsizetype findHeading(const QStringList& lines, const QString& name, qsizetype f
     return -1;
 }
 
-// A block may take a few cells for each of its characters, and never less than a million.
-constexpr qsizetype kCellsPerCharacter = 4;
-constexpr qsizetype kCellsAlwaysAllowed = qsizetype(1) << 20;
-
 QString& lastRefusal() {
     static QString text;
     return text;
@@ -49,8 +46,7 @@ std::optional<CellArray> rowsToTable(const QList<QStringList>& rows, const QStri
         for (const QString& value : r)
             characters += value.size() + 1;
     }
-    const qsizetype allowed = std::max(kCellsAlwaysAllowed, kCellsPerCharacter * characters);
-    if (widest > 0 && rows.size() > allowed / widest) {
+    if (!widenedRowsFit(rows.size(), widest, characters)) {
         lastRefusal() = QStringLiteral("The settings file '%1' has a block of %2 rows and one of %3 values: "
                                        "its table would be far larger than the file, and it is not read.")
                             .arg(file)

@@ -1,15 +1,8 @@
 #include "inputs/sheet_bounds.h"
 
+#include "platform/table_limits.h"
+
 namespace vesk {
-
-namespace {
-
-// A table may hold a million cells whatever its source, and four cells for each byte beyond: a
-// cell in a file takes more than a byte, but a blank one between takes none.
-constexpr qint64 kCellsAlways = 1 << 20;
-constexpr qint64 kCellsPerByte = 4;
-
-} // namespace
 
 qint64 CellBox::cellCount() const {
     if (row2 < row1 || col2 < col1)
@@ -18,7 +11,7 @@ qint64 CellBox::cellCount() const {
 }
 
 bool fitsItsSource(const CellBox& box, qint64 sourceBytes) {
-    return box.cellCount() <= std::max(kCellsAlways, kCellsPerByte * sourceBytes);
+    return box.cellCount() <= cellsAllowedFor(sourceBytes);
 }
 
 } // namespace vesk

@@ -3,6 +3,7 @@
 #include "inputs/codepage.h"
 #include "inputs/foreign_driver.h"
 #include "platform/csv.h"
+#include "platform/table_limits.h"
 
 #include <QFile>
 #include <QSaveFile>
@@ -15,10 +16,6 @@ namespace vesk {
 
 namespace {
 
-// The most cells a file may take: a few for each of its characters, and never less than a
-// table of a million cells, which any file of sensible shape stays below.
-constexpr qsizetype kCellsPerCharacter = 4;
-constexpr qsizetype kCellsAlwaysAllowed = qsizetype(1) << 20;
 constexpr qsizetype kMaxIndex = std::numeric_limits<int>::max();
 
 QString fieldText(const Cell& v) {
@@ -154,8 +151,7 @@ std::optional<CellArray> readTextTable(const QString& path, QString* error) {
     const auto rows = static_cast<qsizetype>(fields.rowStart.size());
     if (rows == 0)
         return CellArray();
-    const qsizetype allowed = std::max(kCellsAlwaysAllowed, kCellsPerCharacter * text.size());
-    if (rows > allowed / fields.widest || rows > kMaxIndex || fields.widest > kMaxIndex) {
+    if (!widenedRowsFit(rows, fields.widest, text.size()) || rows > kMaxIndex || fields.widest > kMaxIndex) {
         if (error)
             *error = QStringLiteral("The text file '%1' has %2 lines and one of %3 fields: its table "
                                     "would be far larger than the file, and it is not read.")

@@ -2,16 +2,13 @@
 // memory than the text (one wide line over many short ones pads every row to its width).
 
 #include "app/cli/cli.h"
+#include "platform/table_limits.h"
 
 #include <algorithm>
 
 namespace vesk::cli {
 
 namespace {
-
-// A few cells for each character of the text, and never less than a million.
-constexpr qsizetype kCellsPerCharacter = 4;
-constexpr qsizetype kCellsAlwaysAllowed = qsizetype(1) << 20;
 
 QString inputName(const QString& path) {
     return path.isEmpty() || path == u"-" ? QStringLiteral("standard input") : path;
@@ -31,8 +28,7 @@ std::optional<CsvTable> readCsvTable(const QString& path, QString* error) {
     qsizetype widest = csv->header.size();
     for (const QStringList& row : csv->rows)
         widest = std::max(widest, row.size());
-    const qsizetype allowed = std::max(kCellsAlwaysAllowed, kCellsPerCharacter * text->size());
-    if (widest > 0 && csv->rows.size() > allowed / widest) {
+    if (!widenedRowsFit(csv->rows.size(), widest, text->size())) {
         *error = QStringLiteral("%1 has %2 rows and one of %3 fields: its table would be far larger "
                                 "than the file, and it is not read")
                      .arg(inputName(path))

@@ -90,20 +90,13 @@ bool readLines(const QString& path, QStringList& lines) {
     QFile f(path);
     if (!f.open(QIODevice::ReadOnly))
         return false;
-    const QString text = QString::fromUtf8(f.readAll());
-    qsizetype start = 0;
-    const qsizetype n = text.size();
-    for (qsizetype i = 0; i < n; ++i) {
-        const QChar c = text[i];
-        if (c != u'\r' && c != u'\n')
-            continue;
-        lines << text.mid(start, i - start);
-        if (c == u'\r' && i + 1 < n && text[i + 1] == u'\n')
-            ++i;
-        start = i + 1;
-    }
-    if (start < n)
-        lines << text.mid(start);
+    // Every ending becomes LF ("\r\n" first, so that it counts once), then the text splits there.
+    // The piece after the last ending is a line only when it holds something.
+    QString text = QString::fromUtf8(f.readAll());
+    text.replace(QLatin1String("\r\n"), QLatin1String("\n")).replace(u'\r', u'\n');
+    lines = text.split(u'\n');
+    if (lines.last().isEmpty())
+        lines.removeLast();
     return true;
 }
 

@@ -1,6 +1,7 @@
 // The reader of Vesk.stp: what it takes from each line, and the position-based behaviour of its loop.
 
 #include "settings_test_support.h"
+#include "foundation/settings_file_io.h"
 #include "foundation/settings_texts.h"
 
 namespace vesk::test {
@@ -353,6 +354,33 @@ TEST_F(SettingsReader, BareLineFeedsAreLineEndsToo) {
     EXPECT_TRUE(r.SettingsOK);
     EXPECT_EQ(settings().LifeTblType, 3);
     EXPECT_EQ(settings().MtxOAIGD.size(0), 3);
+}
+
+// The line splitter on its own: CR LF, a bare CR and a bare LF each end one line; the text after
+// the last ending is a line only when it holds something; empty lines between endings stay.
+TEST(SettingsLines, EveryEndingEndsOneLineAndNothingElseIsLost) {
+    QTemporaryDir dir;
+    ASSERT_TRUE(dir.isValid());
+    const QString path = dir.filePath(QStringLiteral("lines.stp"));
+    const auto linesOf = [&](const QByteArray& bytes) {
+        QFile f(path);
+        EXPECT_TRUE(f.open(QIODevice::WriteOnly | QIODevice::Truncate));
+        f.write(bytes);
+        f.close();
+        QStringList lines{QStringLiteral("stale")};
+        EXPECT_TRUE(stp::readLines(path, lines));
+        return lines;
+    };
+    EXPECT_EQ(linesOf(""), QStringList{});
+    EXPECT_EQ(linesOf("\n"), QStringList{QString()});
+    EXPECT_EQ(linesOf("a"), QStringList{"a"});
+    EXPECT_EQ(linesOf("a\n"), QStringList{"a"});
+    EXPECT_EQ(linesOf("a\r\nb\rc\nd"), (QStringList{"a", "b", "c", "d"}));
+    EXPECT_EQ(linesOf("a\r\r\nb"), (QStringList{"a", "", "b"}));
+    EXPECT_EQ(linesOf("a\n\r\nb\n\n"), (QStringList{"a", "", "b", ""}));
+    EXPECT_EQ(linesOf("\xe4\xb8\x80 \t\r"), QStringList{QString::fromUtf8("\xe4\xb8\x80 \t")});
+    QStringList untouched{QStringLiteral("kept")};
+    EXPECT_FALSE(stp::readLines(dir.filePath(QStringLiteral("absent.stp")), untouched));
 }
 
 } // namespace

@@ -3,5 +3,5 @@
 #include "fuzz_foreign.h"
 
 extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size) {
-    return vesk::fuzz::readForeign(data, size, QStringLiteral("T.txt"), {QString()});
+    return vesk::fuzz::readForeign(data, size, QStringLiteral("T.txt"));
 }

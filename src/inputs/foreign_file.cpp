@@ -4,10 +4,13 @@
 #include "inputs/messages.h"
 #include "inputs/staged_file.h"
 #include "inputs/text_file.h"
+#include "platform/csv.h"
 #include "platform/prompts.h"
 
 #include <QFile>
 #include <QFileInfo>
+
+#include <cmath>
 
 namespace vesk {
 
@@ -80,6 +83,47 @@ QStringList namesFor(const QStringList& given, int columns) {
     return out;
 }
 
+// What a file of `kind` calls itself in a refusal, and whether it holds a number that is no finite
+// number: a database table holds an infinity (the engine stores not-a-number as Null), a text file
+// writes every number as text, and worksheets, workbooks and dBase tables hold none.
+struct NonFiniteRule {
+    const char* noun;
+    bool infinity;
+    bool notANumber;
+};
+
+NonFiniteRule nonFiniteRule(ForeignKind kind) {
+    switch (kind) {
+    case ForeignKind::Database: return {"a database table", true, false};
+    case ForeignKind::Text: return {"a text file", true, true};
+    case ForeignKind::Dbf: return {"a dBase table", false, false};
+    case ForeignKind::Wk1: return {"a Lotus worksheet", false, false};
+    default: return {"an Excel workbook", false, false};
+    }
+}
+
+// Whether every number of `rows` is one that a file of `kind` brings back; sets the engine's
+// overflow error naming the first that is not, with its row and field.
+bool holdsEveryNumber(ForeignKind kind, const CellArray& rows, const QStringList& fieldNames) {
+    const NonFiniteRule rule = nonFiniteRule(kind);
+    const int n = rows.rank() == 2 ? rows.size(0) : 0, m = rows.rank() == 2 ? rows.size(1) : 0;
+    for (int i = 0; i < n; ++i)
+        for (int j = 0; j < m; ++j) {
+            const Cell& v = rows(rows.lbound(0) + i, rows.lbound(1) + j);
+            const double x = v.isNumber() ? v.toDouble() : 0.0;
+            if (std::isfinite(x) || (std::isinf(x) && rule.infinity) || (std::isnan(x) && rule.notANumber))
+                continue;
+            setForeignError(engine_error::kNumericOverflow,
+                            QStringLiteral("The value %1 in row %2 of the field '%3' is no finite number, "
+                                           "which %4 cannot hold.")
+                                .arg(shortestNumber(x))
+                                .arg(i + 1)
+                                .arg(namesFor(fieldNames, m).at(j), QLatin1String(rule.noun)));
+            return false;
+        }
+    return true;
+}
+
 bool writeThroughDriver(ForeignDriver& driver, const QString& table, const QString& createText,
                         const CellArray& rows) {
     const bool ok = driver.execute(createText) && driver.appendRows(table, rows);
@@ -131,8 +175,7 @@ bool writeOlderLayout(ForeignKind kind, const QString& path, const CellArray& ro
             def.fields << FieldDef{columns ? QStringLiteral("Field%1").arg(j) : QStringLiteral("ArrData"),
                                    QStringLiteral("char"), 255};
         const bool ok = driver->createTable(def) && driver->appendRows(def.name, rows);
-        driver->close();
-        return ok;
+        return driver->close() && ok;
     }
     const QString table = tableName.isEmpty() ? QStringLiteral("ArrFileData") : tableName;
     return writeThroughDriver(*driver, table, wk1CreateText(tableName, columns), rows);
@@ -155,8 +198,7 @@ bool writeTypedTable(const WriteRequest& r, const QString& path, const CellArray
     if (r.kind == ForeignKind::Database && typed) {
         // The table is there already: the rows go in by field position, trimmed.
         const bool ok = driver->appendRows(r.tableName, preparedRows(rows, r.tableName, true));
-        driver->close();
-        return ok;
+        return driver->close() && ok;
     }
     // The types follow the values as they will be stored ("Yes" of "_DctBDM" being a Boolean).
     const CellArray stored = preparedRows(rows, r.tableName, false);
@@ -250,6 +292,8 @@ bool FnWriteArrFile(const CellArray& array, const QString& path, const QString& 
         return false;
     const CellArray rows = asTable(array);
     const ForeignKind kind = foreignKind(path);
+    if (!holdsEveryNumber(kind, rows, fieldNames))
+        return false;
     if (kind == ForeignKind::Text) {
         QString error;
         const bool written = writeTextTable(path, rows, &error);

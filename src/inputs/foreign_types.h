@@ -89,6 +89,7 @@ constexpr int kNotWritable = 3027;    // cannot update; database or object is re
 constexpr int kFieldTooSmall = 3163;  // the field is too small for the data
 constexpr int kInvalidName = 3125;    // not a valid name for a table or field
 constexpr int kTooLarge = 3183;       // the file has no room for the data
+constexpr int kNumericOverflow = 3349; // a number the field cannot hold
 } // namespace engine_error
 
 } // namespace vesk

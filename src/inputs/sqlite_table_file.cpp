@@ -45,19 +45,41 @@ bool SqliteTableDriver::open(const QString& path, bool forWriting) {
                 engine_error::kCannotOpen,
                 QStringLiteral("Cannot open the database '%1': %2.").arg(path, db.lastError().text()));
     }
-    if (!open_)
+    if (!open_) {
         QSqlDatabase::removeDatabase(connection_);
-    return open_;
+        return false;
+    }
+    failed_ = false;
+    writing_ = forWriting && QSqlDatabase::database(connection_, false).transaction();
+    if (forWriting && !writing_) {
+        setForeignError(engine_error::kCannotOpen,
+                        QStringLiteral("Cannot write to the database '%1': %2.")
+                            .arg(path, QSqlDatabase::database(connection_, false).lastError().text()));
+        close();
+        return false;
+    }
+    return true;
 }
 
 bool SqliteTableDriver::close() {
+    bool kept = true;
     if (open_) {
-        QSqlDatabase::database(connection_, false).close();
+        QSqlDatabase db = QSqlDatabase::database(connection_, false);
+        if (writing_ && !failed_ && !db.commit()) {
+            setForeignError(engine_error::kCannotOpen, db.lastError().text());
+            failed_ = true;
+        }
+        if (writing_ && failed_) {
+            db.rollback();
+            kept = false;
+        }
+        writing_ = failed_ = false;
+        db.close();
         open_ = false;
     }
     if (QSqlDatabase::contains(connection_))
         QSqlDatabase::removeDatabase(connection_);
-    return true;
+    return kept;
 }
 
 QString SqliteTableDriver::actualName(const QString& name) {
@@ -104,6 +126,7 @@ bool SqliteTableDriver::createTable(const TableDef& def) {
     QSqlQuery q(QSqlDatabase::database(connection_, false));
     if (!q.exec(sqliteDdl(def))) {
         setForeignError(engine_error::kSyntaxInCreate, q.lastError().text());
+        failed_ = true;
         return false;
     }
     return true;
@@ -184,6 +207,17 @@ Cell readValue(const QVariant& v, FieldType type) {
 } // namespace
 
 bool SqliteTableDriver::appendRows(const QString& table, const CellArray& rows) {
+    const bool ok = appendRowsInOpenTransaction(table, rows);
+    failed_ = failed_ || !ok;
+    return ok;
+}
+
+bool SqliteTableDriver::appendRowsInOpenTransaction(const QString& table, const CellArray& rows) {
+    if (!writing_) {
+        setForeignError(engine_error::kNotWritable,
+                        QStringLiteral("Cannot update '%1'; the database is open for reading.").arg(table));
+        return false;
+    }
     const QString name = actualName(table);
     if (name.isEmpty()) {
         setForeignError(engine_error::kNoSuchTable,
@@ -201,9 +235,7 @@ bool SqliteTableDriver::appendRows(const QString& table, const CellArray& rows) 
         names << quoteIdentifier(cols[j].name);
         marks << QStringLiteral("?");
     }
-    QSqlDatabase db = QSqlDatabase::database(connection_, false);
-    db.transaction();
-    QSqlQuery q(db);
+    QSqlQuery q(QSqlDatabase::database(connection_, false));
     q.prepare(QStringLiteral("INSERT INTO %1 (%2) VALUES (%3)")
                   .arg(quoteIdentifier(name), names.join(u','), marks.join(u',')));
     for (int i = 0; i < n; ++i) {
@@ -213,14 +245,8 @@ bool SqliteTableDriver::appendRows(const QString& table, const CellArray& rows) 
             setForeignError(3022, QStringLiteral("Row %1 of '%2' could not be added: %3")
                                       .arg(i + 1)
                                       .arg(name, q.lastError().text()));
-            db.rollback();
             return false;
         }
-    }
-    if (!db.commit()) {
-        setForeignError(engine_error::kCannotOpen, db.lastError().text());
-        db.rollback();
-        return false;
     }
     return true;
 }

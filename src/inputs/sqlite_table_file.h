@@ -9,6 +9,9 @@
 
 namespace vesk {
 
+// Opened for writing, everything until close() is one transaction: close() keeps the tables and rows
+// made since open() only when none of the steps failed, so that rows that fail take the table
+// made for them away again and the file stays as it was.
 class SqliteTableDriver : public ForeignDriver {
 public:
     SqliteTableDriver();
@@ -31,8 +34,11 @@ private:
     };
     QString actualName(const QString& name);
     QList<Column> columns(const QString& table);
+    bool appendRowsInOpenTransaction(const QString& table, const CellArray& rows);
     QString connection_;
     bool open_ = false;
+    bool writing_ = false; // a transaction runs from open() to close()
+    bool failed_ = false;  // a step of that transaction failed: close() undoes it
 };
 
 // A double-quoted SQL identifier.

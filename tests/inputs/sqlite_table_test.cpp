@@ -71,3 +71,36 @@ TEST_F(SqliteTable, AFileThatIsNoDatabaseIsNotOpened) {
     EXPECT_TRUE(FnReadArrFile(path("x.vdb"), "T").isEmpty());
     EXPECT_EQ(lastForeignError().number, 3051);
 }
+
+// The table and its rows are one unit of work: rows that fail take the new table with them, so an
+// existing file is left as it was, not with an empty table that a second try would run into.
+TEST_F(SqliteTable, RowsThatFailTakeTheirNewTableWithThem) {
+    ASSERT_TRUE(FnWriteArrFile(table({{Cell(1.0)}}), path("s.vdb"), "Kept", {"k"}));
+    SqliteTableDriver driver;
+    ASSERT_TRUE(driver.open(path("s.vdb"), true));
+    TableDef def;
+    def.name = "Fresh";
+    def.fields << FieldDef{"a", "double", 0};
+    ASSERT_TRUE(driver.createTable(def));
+    EXPECT_FALSE(driver.appendRows("Fresh", table({{Cell(1.0), Cell(2.0)}}))); // wider than the table
+    EXPECT_FALSE(driver.close());
+    EXPECT_EQ(lastForeignError().number, 3265); // the rows' failure, not the undoing of the table
+    SqliteTableDriver again;
+    ASSERT_TRUE(again.open(path("s.vdb"), false));
+    EXPECT_FALSE(again.hasTable("Fresh"));
+    EXPECT_TRUE(again.hasTable("Kept"));
+    again.close();
+}
+
+// Rows that go in leave their table and rows behind once the file is closed.
+TEST_F(SqliteTable, ATableAndItsRowsStandOnceClosed) {
+    SqliteTableDriver driver;
+    ASSERT_TRUE(driver.open(path("s.vdb"), true));
+    TableDef def;
+    def.name = "Fresh";
+    def.fields << FieldDef{"a", "double", 0};
+    ASSERT_TRUE(driver.createTable(def));
+    ASSERT_TRUE(driver.appendRows("Fresh", table({{Cell(1.5)}, {Cell(-2.0)}})));
+    EXPECT_TRUE(driver.close());
+    EXPECT_EQ(dump(FnReadArrFile(path("s.vdb"), "Fresh")), dump(table({{Cell(1.5)}, {Cell(-2.0)}})));
+}

@@ -67,6 +67,8 @@ bool trapini();
 
 // Rewrites the whole file from the settings and the controls of the preferences form. The rewrite is
 // atomic: the new content goes to a temporary file that replaces the old one only when complete.
+// The numeric blocks are passed on from the file; one that its reader refuses (settingsBlockRefusal)
+// would be written back empty, so the rewrite is refused instead (Failed, the reason shown).
 WriteResult Write_To_Vesk_Stp(VeskSettings& s = settings(), PreferencesControls& p = preferences());
 
 // The readers of the numeric blocks. `file` defaults to the settings file of the current AppPath.

@@ -36,9 +36,13 @@ struct Reader {
     QString line; // the line of this pass, handed on from block to block
 };
 
-void endProgram(const char* text, Icon icon) {
-    prompts().ask(QString::fromUtf8(text), Buttons::Ok, icon, QString());
+[[noreturn]] void endProgram(const QString& text, Icon icon) {
+    prompts().ask(text, Buttons::Ok, icon, QString());
     throw EndTheProgram{};
+}
+
+[[noreturn]] void endProgram(const char* text, Icon icon) {
+    endProgram(QString::fromUtf8(text), icon);
 }
 
 // The line's start, as long as the key, upper-cased and trimmed, is the key.
@@ -248,8 +252,12 @@ SettingsResult openfile(VeskSettings& s, PreferencesControls& p) {
         stp::StpLines in = stp::StpLines::open(path);
         if (s.LTRadix == 0)
             s.LTRadix = settings_defaults::LTRadix;
-        if (!FnReadOAIGD(s.MtxOAIGD, path))
+        if (!FnReadOAIGD(s.MtxOAIGD, path)) {
+            // A block that is there but too large for its file is told as such, not as missing.
+            if (!settingsBlockRefusal().isEmpty())
+                endProgram(settingsBlockRefusal(), Icon::Critical);
             endProgram(t::kOaigdMissing, Icon::Warning);
+        }
         Reader r{s, p, in, result, path, QString()};
         readAll(r);
     } catch (const EndTheProgram&) {

@@ -164,19 +164,28 @@ void writeNumericBlocks(StpWriter& w, const VeskSettings& s, const PreferencesCo
 
 // The numeric blocks come from the file and are passed on. The panels are loaded for the rewrite
 // alone; a table that the reader has not loaded (it stopped early) is taken from the file as well,
-// so that a save never drops what the file holds.
-void loadBlocks(VeskSettings& s, const QString& path) {
-    FnReadPanel0(s.MtxPanel0, path);
-    FnReadPanel1(s.MtxPanel1, path);
-    FnReadPanel2(s.MtxPanel2, path);
-    FnReadPanel3(s.MtxPanel3, path);
-    FnReadPanel4(s.MtxPanel4, path);
+// so that a save never drops what the file holds. Returns the reason a block was refused (too large
+// for its file), which would be written back empty: empty when every block was read or is absent.
+QString loadBlocks(VeskSettings& s, const QString& path) {
+    QString refusal;
+    const auto noteRefusal = [&refusal] {
+        if (refusal.isEmpty())
+            refusal = settingsBlockRefusal();
+    };
+    CellArray* panels[] = {&s.MtxPanel0, &s.MtxPanel1, &s.MtxPanel2, &s.MtxPanel3, &s.MtxPanel4};
+    for (int i = 0; i < 5; ++i) {
+        FnReadPanel(i, *panels[i], path);
+        noteRefusal();
+    }
     if (s.MtxLTSKRO.isEmpty())
         FnReadLTS(QString::fromUtf8(stp::kLtsKro), s.MtxLTSKRO, path);
     if (s.MtxLTSWHO.isEmpty())
         FnReadLTS(QString::fromUtf8(stp::kLtsWho), s.MtxLTSWHO, path);
-    if (s.MtxOAIGD.isEmpty())
+    if (s.MtxOAIGD.isEmpty()) {
         FnReadOAIGD(s.MtxOAIGD, path);
+        noteRefusal();
+    }
+    return refusal;
 }
 
 void releasePanels(VeskSettings& s) {
@@ -211,7 +220,13 @@ bool pathsMissing(const PreferencesControls& p) {
 } // namespace
 
 WriteResult Write_To_Vesk_Stp(VeskSettings& s, PreferencesControls& p) {
-    loadBlocks(s, settingsFilePath(cutDriveRoot(s.AppPath)));
+    const QString refusal = loadBlocks(s, settingsFilePath(cutDriveRoot(s.AppPath)));
+    if (!refusal.isEmpty()) {
+        // Rewriting would drop the refused block: the file stays as it is, and the user hears why.
+        prompts().ask(refusal, Buttons::Ok, Icon::Critical, QString());
+        releasePanels(s);
+        return WriteResult::Failed;
+    }
     s.SampPct = p.txtSampPct.isEmpty() ? 100 : Val(p.txtSampPct);
     p.cmbVESKADW = QStringLiteral("DatADW");
     p.cmbVESKCSMP = QStringLiteral("DatCSM");

@@ -241,6 +241,20 @@ TEST_F(SettingsReader, MissingOaigdSectionEndsTheProgram) {
     EXPECT_EQ(prompts_.messages(), QStringList{t::kOaigdMissing});
 }
 
+// An [OAIGD] block that is there but refused (far wider than the file) ends the program with the
+// reader's reason, which names the file, not with the words for a missing block.
+TEST_F(SettingsReader, RefusedOaigdSectionEndsTheProgramSayingWhy) {
+    QByteArray file = completeFile();
+    const qsizetype rule = file.indexOf("----------------------------\r\n", file.indexOf("[OAIGD]"));
+    ASSERT_GE(rule, 0);
+    file.insert(file.indexOf('\n', rule) + 1,
+                QByteArray("1|").repeated(100000) + "1\r\n" + QByteArray("2\r\n").repeated(100000));
+    install(file);
+    EXPECT_EQ(openfile().outcome, SettingsOutcome::EndProgram);
+    ASSERT_EQ(prompts_.messages().size(), 1);
+    EXPECT_TRUE(prompts_.messages().at(0).contains(stpPath())) << prompts_.messages().at(0).toStdString();
+}
+
 TEST_F(SettingsReader, EmptyLineAfterOpenIntervalEndsTheProgram) {
     install(withLine(completeFile(), "[LIFE TABLE]", ""));
     const SettingsResult r = openfile();

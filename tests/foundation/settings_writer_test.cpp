@@ -27,6 +27,24 @@ TEST_F(SettingsWriter, GoldenRoundTripIsByteIdentical) {
     EXPECT_TRUE(settings().MtxPanel4.isEmpty());
 }
 
+// A panel that the reader refuses (one row far wider than the file could fill) cannot be passed on:
+// the rewrite is refused with the reader's reason, and the file keeps every byte.
+TEST_F(SettingsWriter, ARefusedBlockIsNotRewrittenEmpty) {
+    QByteArray file = completeFile();
+    ASSERT_EQ((install(file), openfile().outcome), SettingsOutcome::Ok);
+    const QByteArray rows = QByteArray("1|").repeated(100000) + "1\r\n" + QByteArray("2\r\n").repeated(100000);
+    const qsizetype at = file.indexOf("[PANEL 4]");
+    ASSERT_GE(at, 0);
+    file.insert(file.indexOf('\n', at) + 1, rows);
+    install(file);
+    prompts_.clear();
+    EXPECT_EQ(Write_To_Vesk_Stp(), WriteResult::Failed);
+    ASSERT_EQ(prompts_.messages().size(), 1);
+    EXPECT_TRUE(prompts_.messages().at(0).contains(stpPath())) << prompts_.messages().at(0).toStdString();
+    EXPECT_EQ(installed(), file);
+    EXPECT_TRUE(settings().MtxPanel4.isEmpty());
+}
+
 TEST_F(SettingsWriter, DeliveredFileRoundTripsByteIdentically) {
     const QString delivered = QStringLiteral(VESK_BIN_DIR "/../delivered/Vesk.stp");
     CellArray oaigd;

@@ -25,12 +25,24 @@ QByteArray textBytes(const Cell& v, CodePage page) {
     return encodeText(cutText(valueText(v), kDbfMaxText), page);
 }
 
-DbfField textField(const FieldDef& def, const QList<QList<Cell>>& rows, int col, CodePage page) {
+// Blanks at the end of a text are the field's padding and would not come back: a text that ends in
+// them is refused, unless it is longer than the field, whose cut the format allows.
+std::optional<DbfField> textField(const FieldDef& def, const QList<QList<Cell>>& rows, int col, CodePage page) {
     int bytes = def.length > 0 ? std::min(def.length, kDbfMaxText) : kDbfMaxText;
-    for (const auto& row : rows)
-        if (hasValue(row[col]))
-            bytes = std::max(bytes, static_cast<int>(textBytes(row[col], page).size()));
-    return {QByteArray(), 'C', std::max(bytes, 1), 0, 0};
+    for (const auto& row : rows) {
+        if (!hasValue(row[col]))
+            continue;
+        const QString text = valueText(row[col]);
+        if (text.endsWith(u' ') && text.size() <= kDbfMaxText) {
+            setForeignError(dbf_error::kFieldOverflow,
+                            QStringLiteral("The text '%1' of the field '%2' ends in blanks, which a dBase "
+                                           "text field does not keep apart from its padding.")
+                                .arg(text, def.name));
+            return std::nullopt;
+        }
+        bytes = std::max(bytes, static_cast<int>(textBytes(row[col], page).size()));
+    }
+    return DbfField{QByteArray(), 'C', std::max(bytes, 1), 0, 0};
 }
 
 std::optional<DbfField> numberField(const FieldDef& def, const QList<QList<Cell>>& rows, int col) {
@@ -59,6 +71,13 @@ std::optional<DbfField> numberField(const FieldDef& def, const QList<QList<Cell>
 std::optional<DbfField> dateField(const FieldDef& def, const QList<QList<Cell>>& rows, int col) {
     for (const auto& row : rows) {
         const double v = row[col].toDouble();
+        if (hasValue(row[col]) && holdsDate(v) && v != std::floor(v)) {
+            setForeignError(dbf_error::kFieldOverflow,
+                            QStringLiteral("The date %1 of the field '%2' has a time of day, which a dBase "
+                                           "date does not hold.")
+                                .arg(Cell::date(v).toString(), def.name));
+            return std::nullopt;
+        }
         if (!hasValue(row[col]) || holdsDate(v))
             continue;
         const QString named = std::fabs(v) < 1e8 ? Cell::date(v).toString() : shortestText(v);

@@ -42,8 +42,8 @@ class RoundTrip : public vesk::test::ScratchTest {
 protected:
     // relTol 0: equal to the last bit.
     void roundTrip(const QString& file, const QString& tableName, const CellArray& expected,
-                   const QStringList& expectedNames, double relTol = 0.0) {
-        ASSERT_TRUE(FnWriteArrFile(sample(), path(file), tableName, kNames))
+                   const QStringList& expectedNames, double relTol = 0.0, const CellArray& written = sample()) {
+        ASSERT_TRUE(FnWriteArrFile(written, path(file), tableName, kNames))
             << lastForeignError().words.toStdString();
         QStringList names;
         const CellArray back = FnReadArrFile(path(file), tableName, &names);
@@ -74,11 +74,19 @@ TEST_F(RoundTrip, LotusWorksheetKeepsAllButBooleans) {
     roundTrip("sheet.wk1", "SAMPLE", expected, kNames);
 }
 
-// dBase dates hold the day only; an empty text and an empty cell are the same blank field.
-TEST_F(RoundTrip, DbaseTableKeepsAllButTheTimeOfDay) {
+// A dBase date holds the day only: a date with a time of day is refused, naming it, and no file is
+// left; the same table with whole days comes back whole.
+TEST_F(RoundTrip, DbaseTableRefusesATimeOfDayAndKeepsTheDays) {
+    EXPECT_FALSE(FnWriteArrFile(sample(), path("sample.dbf"), "", kNames));
+    EXPECT_EQ(lastForeignError().number, 3349);
+    EXPECT_TRUE(lastForeignError().words.contains(Cell::date(kNoon).toString()))
+        << lastForeignError().words.toStdString();
+    EXPECT_FALSE(QFile::exists(path("sample.dbf")));
+    CellArray days = sample();
+    days(1, 4) = Cell::date(kDay2);
     CellArray expected = typedBack();
     expected(1, 4) = Cell::date(kDay2);
-    roundTrip("sample.dbf", "ignored", expected, kNames);
+    roundTrip("sample.dbf", "ignored", expected, kNames, 0.0, days);
     EXPECT_TRUE(QFile::exists(path("sample.cpg")))
         << "text beyond Windows-1252 is UTF-8, named in a .cpg file";
 }
@@ -86,7 +94,7 @@ TEST_F(RoundTrip, DbaseTableKeepsAllButTheTimeOfDay) {
 // Values of every kind and scale through a dBase table: texts of several scripts with line breaks,
 // ";" and quotes, codes with leading zeros, numbers from 1e-300 to 1e300, dates of the years 100 to
 // 9999. What the field cannot hold is said in `vesk-cli convert --help`: a text keeps 254
-// characters, blanks at its end are the field's padding, a date keeps its day.
+// characters.
 TEST_F(RoundTrip, DbaseTableKeepsValuesOfEveryKindAndScale) {
     const QStringList texts{QStringLiteral("中文 — 日本語 — 한국어"), QStringLiteral("Кириллица"),
                             QStringLiteral("العربية"), QStringLiteral("emoji 😀🎉"),
@@ -112,10 +120,21 @@ TEST_F(RoundTrip, DbaseTableKeepsValuesOfEveryKindAndScale) {
     EXPECT_EQ(back, expected) << dump(back);
 }
 
-// Blanks at the end of a text are the padding of a dBase field and do not come back.
-TEST_F(RoundTrip, DbaseTextLosesItsTrailingBlanksOnly) {
-    ASSERT_TRUE(FnWriteArrFile(table({{Cell("  both  ")}}), path("pad.dbf"), "", {"t"}));
-    EXPECT_EQ(FnReadArrFile(path("pad.dbf"), ""), table({{Cell("  both")}}));
+// Blanks at the end of a text cannot be told from the padding of a dBase field: such a text is
+// refused, naming it; blanks at its start come back.
+TEST_F(RoundTrip, DbaseTextRefusesTrailingBlanksAndKeepsLeadingOnes) {
+    EXPECT_FALSE(FnWriteArrFile(table({{Cell("  both  ")}}), path("pad.dbf"), "", {"t"}));
+    EXPECT_TRUE(lastForeignError().words.contains("'  both  '")) << lastForeignError().words.toStdString();
+    EXPECT_FALSE(QFile::exists(path("pad.dbf")));
+    ASSERT_TRUE(FnWriteArrFile(table({{Cell("  lead")}}), path("pad.dbf"), "", {"t"}));
+    EXPECT_EQ(FnReadArrFile(path("pad.dbf"), ""), table({{Cell("  lead")}}));
+}
+
+// A text longer than the field is cut to its 254 characters, as the format allows, blanks and all.
+TEST_F(RoundTrip, DbaseTextBeyondTheFieldIsCutWhateverItEndsIn) {
+    const QString longText = QString(253, u'x') + QStringLiteral("  tail ");
+    ASSERT_TRUE(FnWriteArrFile(table({{Cell(longText)}}), path("cut.dbf"), "", {"t"}));
+    EXPECT_EQ(FnReadArrFile(path("cut.dbf"), ""), table({{Cell(QString(253, u'x'))}}));
 }
 
 // A text file holds texts: every value comes back as its text, an empty cell as an empty text;

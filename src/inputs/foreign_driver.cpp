@@ -80,8 +80,9 @@ bool openForeignFile(const QString& path, bool forWriting, const std::function<b
 QStringList headingsOf(const QList<Cell>& firstRow) {
     QStringList out;
     for (int j = 0; j < firstRow.size(); ++j) {
-        const QString h = firstRow[j].toString().trimmed();
-        out << (h.isEmpty() ? QStringLiteral("F%1").arg(j + 1) : h);
+        // A name keeps its blanks, as it was written; only a blank heading takes the default.
+        const QString h = firstRow[j].toString();
+        out << (h.trimmed().isEmpty() ? QStringLiteral("F%1").arg(j + 1) : h);
     }
     return out;
 }

@@ -268,3 +268,20 @@ TEST_F(RoundTrip, ExcelWorkbookKeepsEveryUglyValueInAnAddedSheet) {
     EXPECT_EQ(names, kUglyNames);
     EXPECT_TRUE(vesk::test::sameTable(back, uglyInAWorksheet(), 0.0));
 }
+
+namespace {
+// Field names keep what they hold, blanks at either end and scripts other than Latin included.
+class FieldNames : public vesk::test::ScratchTest {};
+
+TEST_F(FieldNames, WorksheetsAndDatabaseFilesKeepTheirBlanksAndScripts) {
+    const QStringList names{" lead", "trail ", "名前", "a;b"};
+    const CellArray rows = table({{Cell(1.0), Cell(2.0), Cell(3.0), Cell(4.0)}});
+    for (const char* file : {"n.wk1", "n.xlsx", "n.vdb"}) {
+        ASSERT_TRUE(FnWriteArrFile(rows, path(QString::fromLatin1(file)), "T", names))
+            << file << lastForeignError().words.toStdString();
+        QStringList back;
+        FnReadArrFile(path(QString::fromLatin1(file)), "T", &back);
+        EXPECT_EQ(back, names) << file;
+    }
+}
+} // namespace

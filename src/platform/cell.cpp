@@ -3,12 +3,9 @@
 #include "platform/cell_array.h"
 #include "platform/runtime.h"
 
-#include <QHash>
 #include <atomic>
 #include <cmath>
-#include <mutex>
 #include <stdexcept>
-#include <unordered_set>
 
 namespace vesk {
 
@@ -19,18 +16,13 @@ struct Cell::ArrayBox {
     CellArray value;
 };
 
-const QString* internText(const QString& text) {
-    static std::mutex guard;
-    struct Hash {
-        std::size_t operator()(const QString& s) const noexcept { return qHash(s); }
-    };
-    // Node-based, so that the address of a text never moves; never freed.
-    static auto* pool = new std::unordered_set<QString, Hash>();
-    std::lock_guard lock(guard);
-    return &*pool->insert(text).first;
-}
+// A text, shared by the copies of a cell as its array is; texts never change, so no copy on write.
+struct Cell::TextBox {
+    std::atomic<int> refs{1};
+    QString value;
+};
 
-Cell::Cell(const QString& text) : kind_(Kind::Text), text_(internText(text)) {}
+Cell::Cell(const QString& text) : kind_(Kind::Text), text_(new TextBox{{1}, text}) {}
 
 Cell::Cell(const CellArray& array) : kind_(Kind::Array), arr_(new ArrayBox) {
     arr_->value = array;
@@ -82,11 +74,15 @@ Cell::~Cell() {
 void Cell::retain() const noexcept {
     if (kind_ == Kind::Array)
         arr_->refs.fetch_add(1, std::memory_order_relaxed);
+    else if (kind_ == Kind::Text)
+        text_->refs.fetch_add(1, std::memory_order_relaxed);
 }
 
 void Cell::release() noexcept {
     if (kind_ == Kind::Array && arr_->refs.fetch_sub(1, std::memory_order_acq_rel) == 1)
         delete arr_;
+    else if (kind_ == Kind::Text && text_->refs.fetch_sub(1, std::memory_order_acq_rel) == 1)
+        delete text_;
 }
 
 double Cell::toDouble() const {
@@ -94,7 +90,7 @@ double Cell::toDouble() const {
     case Kind::Number:
         return num_;
     case Kind::Text:
-        return Val(*text_);
+        return Val(text_->value);
     default:
         return 0.0;
     }
@@ -116,7 +112,7 @@ QString Cell::toString() const {
             return numberToText(static_cast<double>(QString::number(num_, 'g', 7).toDouble()));
         return numberToText(num_);
     case Kind::Text:
-        return *text_;
+        return text_->value;
     default:
         return QString();
     }
@@ -147,7 +143,7 @@ bool Cell::operator==(const Cell& other) const {
     case Kind::Number:
         return sub_ == other.sub_ && num_ == other.num_;
     case Kind::Text:
-        return text_ == other.text_; // interned: equal texts share one pointer
+        return text_ == other.text_ || text_->value == other.text_->value;
     case Kind::Array:
         return arr_ == other.arr_ || arr_->value == other.arr_->value;
     default:

@@ -1,8 +1,9 @@
 #pragma once
 // Cell: the dynamic value of every working array. It is Empty (never assigned), Null (no value),
 // a number, a text or a nested array, and the three of Empty, Null and 0 stay apart in results.
-// 16 bytes: a one-byte kind, a one-byte number subtype and a union of a double, an interned text
-// and a counted array pointer.
+// 16 bytes: a one-byte kind, a one-byte number subtype and a union of a double, a counted text
+// pointer and a counted array pointer. A text is shared by the copies of its cell and freed with the
+// last of them, so that reading many files of many texts gives the memory back.
 //
 // A number remembers what it stands for, as the variant subtypes of the old runtime did: a plain
 // double, a single, a Boolean (True is -1, False 0) or a date (days since 30 December 1899, the
@@ -74,6 +75,7 @@ public:
 
 private:
     struct ArrayBox;
+    struct TextBox;
     Cell(double v, Subtype sub) noexcept : kind_(Kind::Number), sub_(sub), num_(v) {}
     void release() noexcept;
     void retain() const noexcept;
@@ -82,15 +84,12 @@ private:
     Subtype sub_ = Subtype::Double;
     union {
         double num_;
-        const QString* text_; // interned: lives for the life of the process
+        TextBox* text_;
         ArrayBox* arr_;
     };
 };
 
 static_assert(sizeof(Cell) == 16, "a cell is 16 bytes");
-
-// The one copy of each distinct text, so that a cell holds only a pointer.
-const QString* internText(const QString& text);
 
 // Date serials: days since 30 December 1899 (day 0), the fraction being the time of day, to the
 // millisecond. Dates before day 0 count backwards with a positive fraction, as the runtime does.

@@ -22,11 +22,31 @@ TEST(Cell, EmptyNullAndZeroStayApart) {
     EXPECT_EQ(zero.toString(), "0");
 }
 
-TEST(Cell, TextIsInternedAndParsedLeniently) {
+TEST(Cell, TextIsComparedByItsCharactersAndParsedLeniently) {
     Cell a(QStringLiteral("12.5abc")), b(QStringLiteral("12.5abc"));
     EXPECT_EQ(a, b);
+    EXPECT_NE(a, Cell(QStringLiteral("12.5abd")));
+    EXPECT_NE(a, Cell(12.5));
     EXPECT_DOUBLE_EQ(a.toDouble(), 12.5);
     EXPECT_EQ(a.toString(), "12.5abc");
+}
+
+// A text lives as long as a cell holds it: the copies of a cell share it, and the last one gives it
+// back, so that the texts of every file read in a session do not stay in memory for good.
+TEST(Cell, TextIsGivenBackWithItsLastCell) {
+    const QString text = QStringLiteral("made at run time ") + QString::number(20261124);
+    ASSERT_TRUE(text.isDetached());
+    {
+        const Cell a(text);
+        Cell b = a;
+        Cell c;
+        c = b;
+        const Cell d(std::move(b));
+        EXPECT_FALSE(text.isDetached()); // the cells share its characters
+        EXPECT_EQ(c.toString(), text);
+        EXPECT_EQ(d, a);
+    }
+    EXPECT_TRUE(text.isDetached());
 }
 
 TEST(Cell, NestedArrayIsCopiedOnWrite) {

@@ -1,0 +1,73 @@
+// vesk-cli import STUDY.vdb --sheet SHEET --bpu ID [--year Y] FILE [--table NAME]: a sheet's import
+// and Confirm, as the Inputs window does them, for the current study of STUDY.vdb.
+
+#include "app/cli/cli.h"
+#include "database/study_context.h"
+#include "foundation/settings.h"
+#include "inputs/sheet_import.h"
+
+#include <QFileInfo>
+
+namespace vesk::cli {
+
+namespace {
+
+int importSheet(const QStringList& arguments) {
+    QStringList args = arguments;
+    const auto sheetName = takeOption(args, QStringLiteral("--sheet"));
+    const auto bpu = takeOption(args, QStringLiteral("--bpu"));
+    const auto year = takeOption(args, QStringLiteral("--year"));
+    const auto table = takeOption(args, QStringLiteral("--table"));
+    const auto sheet = sheetName ? inputSheetNamed(*sheetName) : std::nullopt;
+    bool yearOk = true;
+    const int yearValue = year ? year->toInt(&yearOk) : 0;
+    if (args.size() != 2 || !sheet || !bpu || !yearOk) {
+        err(QStringLiteral("vesk-cli import: give STUDY.vdb, --sheet, --bpu and FILE; "
+                           "`vesk-cli import --help` tells more"));
+        return 2;
+    }
+    const QFileInfo study(args[0]);
+    if (!study.isFile()) {
+        err(QStringLiteral("vesk-cli import: no study file at %1").arg(args[0]));
+        return 1;
+    }
+    preferences().txtwklocation = study.absolutePath();
+    preferences().txtVESKObj = study.fileName();
+    const SheetImportRequest request{*sheet, *bpu, year ? std::optional<int>(yearValue) : std::nullopt, args[1],
+                                     table.value_or(QString())};
+    const SheetImportResult result = importSheetFile(studyContext(), request);
+    // The connection goes before the program's statics do, as the frame's File -> Close lets it go.
+    studyContext() = StudyContext{};
+    switch (result) {
+    case SheetImportResult::Stored:
+        return 0;
+    case SheetImportResult::NotBuilt:
+        err(QStringLiteral("vesk-cli import: the import of the %1 sheet is not built yet").arg(*sheetName));
+        return 2;
+    case SheetImportResult::Ended:
+        break;
+    }
+    return 1;
+}
+
+const Registrar importCommand({
+    QStringLiteral("import"),
+    QStringLiteral("import an input sheet of a study from a file, and confirm it"),
+    QStringLiteral(
+        "Usage: vesk-cli import STUDY.vdb --sheet SHEET --bpu ID [--year Y] FILE [--table NAME]\n\n"
+        "Imports the rows of the unit ID and the year Y (the study's year by default) from FILE into\n"
+        "the sheet SHEET of the current study of STUDY.vdb and confirms it, as the Inputs window's\n"
+        "Import and Confirm buttons do: the same tests, the same messages (on standard error), the\n"
+        "same rows stored, in one transaction. Questions are answered with their first button (Yes).\n\n"
+        "SHEET   population, asdr (built); demography, csm, epi, sequela-epi, weights (not built yet)\n"
+        "FILE    .wk1, .xlsx, .xls (the range named ID), .dbf, .txt (fields split at ';'), or a\n"
+        "        database file (.vdb, .db, .sqlite, .mdb) whose table --table names\n"
+        "        Fields by position: unit, year, lower age (BAI), male, female, date.\n\n"
+        "Exit code 0 when the rows were stored, 1 when a test or the engine refused them, 2 for a\n"
+        "command that cannot be run."),
+    importSheet,
+});
+
+} // namespace
+
+} // namespace vesk::cli

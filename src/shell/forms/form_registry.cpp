@@ -2,6 +2,7 @@
 
 #include "burden/computation.h"
 #include "burden/forms/calculators_open.h"
+#include "inputs/forms/new_frm_inputs.h"
 #include "platform/forms/window_placement.h"
 #include "shell/forms/frm_main_menu.h"
 #include "shell/forms/frm_shw_cnt_mem.h"
@@ -38,6 +39,10 @@ void registerStudyDefinitionForms() {
     setupRequests().setHandler(applyFrameRequest);
     registerMenuCommand(QStringLiteral("mnu_BPUES"), [](FRMMAINMENU& frame) {
         showSingleInArea(frame.mdiArea(), defpopunits::open(), units);
+    });
+    static QPointer<QMdiSubWindow> inputs;
+    registerMenuCommand(QStringLiteral("mnu_studyInp"), [](FRMMAINMENU& frame) {
+        showSingleInArea(frame.mdiArea(), NewFrmInputs::open(), inputs);
     });
     registerMenuCommand(QStringLiteral("mnu_cgroups"), [](FRMMAINMENU& frame) {
         showSingleInArea(frame.mdiArea(), FRMBULDMAINCLDIC::open(), dictionary);

@@ -141,6 +141,17 @@ private slots:
         QCOMPARE(fx->value("SELECT count(*) FROM DatPOP"), QString("0"));
     }
 
+    void openingTheDemographicsOffersToDeleteRowsOfOldAges() {
+        defineStudy();
+        fx->exec("INSERT INTO DatPOP (BPUID, YEAR, Bai, M, F) VALUES ('B1', 2000, 3, 7, 8)");
+        auto form = openForm();
+        chooseUnit(*form, 0);
+        fx->prompts.answer(Answer::Yes);
+        child<QTabWidget>(form.get(), "SSTabInputs")->setCurrentIndex(1);
+        QCOMPARE(fx->prompts.messages().last(), text(t::kChangedPndAges));
+        QCOMPARE(fx->value("SELECT count(*) FROM DatPOP"), QString("0"));
+    }
+
     void theCauseSheetAddsItsTotalsAndConfirms() {
         defineStudy();
         auto form = openForm();

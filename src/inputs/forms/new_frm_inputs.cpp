@@ -1,6 +1,7 @@
 #include "inputs/forms/new_frm_inputs.h"
 
 #include "database/study_context.h"
+#include "inputs/changed_definitions.h"
 #include "inputs/sheet_texts.h"
 #include "platform/forms/flex_grid_view.h"
 #include "platform/prompts.h"
@@ -47,6 +48,7 @@ NewFrmInputs::NewFrmInputs(std::shared_ptr<DbConnection> db, InputsStudy study, 
     SSTabInputs->addTab(buildWeightsTab(), text(t::kTabWeights));
     for (int tab = TabDemographics; tab <= TabWeights; ++tab)
         SSTabInputs->setTabEnabled(tab, false); // until a unit is chosen
+    connect(SSTabInputs, &QTabWidget::currentChanged, this, [this](int tab) { tabOpened(tab); });
     lblStatus = new QLabel(this);
     lblStatus->setObjectName(QStringLiteral("lblStatus"));
     auto* layout = new QVBoxLayout(this);
@@ -105,6 +107,15 @@ void NewFrmInputs::chooseUnit(int row) {
         SSTabInputs->setTabEnabled(tab, !deselect);
     if (!deselect)
         procChckConfm();
+}
+
+void NewFrmInputs::tabOpened(int tab) {
+    if (unit_.bpuId.isEmpty())
+        return;
+    if (tab == TabDemographics && askAboutChangedPndAges(*db_, unit_, study_.pndAges) == ChangedRows::Deleted)
+        loadDemographics();
+    if (tab == TabCauses && askAboutChangedYllLabels(*db_, unit_, study_.yllLabels) == ChangedRows::Deleted)
+        loadCauses();
 }
 
 void NewFrmInputs::status(const QString& message) {

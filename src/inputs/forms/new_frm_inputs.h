@@ -49,6 +49,8 @@ private:
     QPushButton* goToSelect(QWidget* parent);
     void chooseUnit(int row);
     void procChckConfm();
+    // A tab opened: stored rows that no longer fit the age definitions are offered for deletion.
+    void tabOpened(int tab);
     void status(const QString& text);
     // Demographics (inputs_demography_tab.cpp).
     QWidget* buildDemographicsTab();

@@ -1,5 +1,6 @@
 #include "inputs/sheet_import.h"
 
+#include "inputs/cause_import.h"
 #include "inputs/demography_import.h"
 #include "inputs/inputs_study.h"
 #include "inputs/sheet_texts.h"
@@ -22,8 +23,23 @@ std::optional<InputSheet> inputSheetNamed(const QString& name) {
     return std::nullopt;
 }
 
+namespace {
+
+SheetImportResult importCauseSheet(StudyContext& context, const InputsStudy& study, const SheetUnit& unit,
+                                   const SheetImportRequest& r) {
+    GridModel grid;
+    layoutCauseGrid(grid, study.causes, study.yllLabels);
+    if (!importCauses(CauseImport{unit, r.file, r.table}, grid))
+        return SheetImportResult::Ended;
+    return confirmCauses(grid, unit, *context.StudyDB).outcome == ConfirmResult::Outcome::Stored
+               ? SheetImportResult::Stored
+               : SheetImportResult::Ended;
+}
+
+} // namespace
+
 SheetImportResult importSheetFile(StudyContext& context, const SheetImportRequest& r) {
-    if (r.sheet != InputSheet::Population && r.sheet != InputSheet::DeathRates)
+    if (r.sheet != InputSheet::Population && r.sheet != InputSheet::DeathRates && r.sheet != InputSheet::Causes)
         return SheetImportResult::NotBuilt;
     const auto study = openInputsStudy(context);
     if (!study)
@@ -35,6 +51,8 @@ SheetImportResult importSheetFile(StudyContext& context, const SheetImportReques
                       Buttons::Ok, Icon::Critical);
         return SheetImportResult::Ended;
     }
+    if (r.sheet == InputSheet::Causes)
+        return importCauseSheet(context, *study, SheetUnit{bpu, r.year.value_or(study->year), study->term}, r);
     const DemographyKind kind =
         r.sheet == InputSheet::Population ? DemographyKind::Population : DemographyKind::DeathRates;
     DemographyImport im;

@@ -6,6 +6,7 @@
 #include "inputs/sheet_texts.h"
 #include "study_db_gtest.h"
 
+#include <QFile>
 #include <QProcess>
 
 namespace vesk::test {
@@ -85,6 +86,17 @@ TEST_F(CliImport, AFileThatFailsTheTestsIsRefusedWithTheSheetsMessage) {
     const CliRun unit = run({"--sheet", "population", "--bpu", "B9", path("other.xlsx")});
     EXPECT_EQ(unit.code, 1);
     EXPECT_TRUE(unit.errors.contains("has no District B9")) << unit.errors.toStdString();
+}
+
+TEST_F(CliImport, CauseOfDeathProportionsFromATextFileAreStored) {
+    QFile f(path("csm.txt"));
+    ASSERT_TRUE(f.open(QIODevice::WriteOnly));
+    f.write("BPUID;Year;COBCd;F0-4;F5-w;M0-4;M5-w\r\nB1;2000;11011;1;1;1;1\r\n");
+    f.close();
+    const CliRun r = run({"--sheet", "csm", "--bpu", "B1", path("csm.txt")});
+    EXPECT_EQ(r.code, 0) << r.errors.toStdString();
+    EXPECT_EQ(rows("SELECT COBCd, ASG, CSMP FROM DatCSM ORDER BY ASG"),
+              (QStringList{"11011|F0-4|1", "11011|F5-w|1", "11011|M0-4|1", "11011|M5-w|1"}));
 }
 
 TEST_F(CliImport, ASheetNotBuiltYetIsSaidPlainly) {

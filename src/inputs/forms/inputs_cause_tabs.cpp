@@ -1,6 +1,8 @@
 // The tabs "&Cause of Death", " &Epidemiological" and "&Disability &Weights" of the Inputs window.
 
+#include "inputs/cause_import.h"
 #include "inputs/cause_sheet.h"
+#include "inputs/messages.h"
 #include "inputs/forms/new_frm_inputs.h"
 #include "inputs/sheet_texts.h"
 #include "platform/forms/flex_grid_view.h"
@@ -54,8 +56,11 @@ QWidget* NewFrmInputs::buildCauseTab() {
     auto* check = button(QStringLiteral("&Check Totals"), QStringLiteral("cmdChckTot"), tab);
     auto* confirm = button(QStringLiteral("&Confirm"), QStringLiteral("cmdConfmCOD"), tab);
     auto* import = button(QStringLiteral("&Import"), QStringLiteral("cmdCODImprt"), tab);
-    import->setEnabled(false);
-    import->setToolTip(text(t::kImportNotBuilt));
+    connect(import, &QPushButton::clicked, this, [this] {
+        const auto file = prompts().openFileName(text(t::kImportCausesTitle) + study_.term, text(texts::kForeignFileFilter));
+        if (file)
+            importCauses(CauseImport{unit_, *file, QString()}, *causeModel_);
+    });
     connect(add, &QPushButton::clicked, this, [this] { addTotals(*causeModel_); });
     connect(check, &QPushButton::clicked, this, [this] { checkTotals(*causeModel_); });
     connect(confirm, &QPushButton::clicked, this, [this] {

@@ -67,7 +67,10 @@ std::variant<QList<SheetRow>, ConfirmResult> checkedRows(const DemographyConfirm
             return refuse(badCell, r, col::kFemale);
         rows << SheetRow{cellFigure(grid.textMatrix(r, col::kAge)).value_or(0.0), *male, *female};
     }
-    if (rows.size() < std::floor(c.lastPndAge / 5.0))
+    // The count to reach is the last PND age divided by 5, as many rows as five-year groups up to it
+    // would make; a set of wider groups has fewer rows than that, and then every row is to be filled.
+    const int sheetRows = grid.rows() - grid.fixedRows();
+    if (rows.size() < std::min<double>(std::floor(c.lastPndAge / 5.0), sheetRows))
         return refuse(t::kRowsNotFilled, grid.fixedRows(), col::kMale);
     return rows;
 }

@@ -6,7 +6,8 @@
 // the sheet, no table touched) or writes them. The checks cannot be overridden:
 //   - a population row with any figure needs both, each a positive whole number once multiplied (a
 //     zero or a fraction is refused); a rate row needs both, each a number not below 0 (0 is a rate);
-//   - the rows filled on both sexes must be at least the last PND age divided by 5.
+//   - the rows filled on both sexes must be at least the last PND age divided by 5, or every row
+//     of the sheet where its groups are wider and it has fewer.
 // A refusal names the cell it stands on. Before writing, the rows of the unit and year already in
 // the table raise one question; No leaves the table as it was. The rows go in as one transaction
 // (edited where the unit, year and age are there, added where not): a failure midway leaves the

@@ -131,6 +131,19 @@ TEST_F(DemographySheet, TooFewFilledRowsAreRefused) {
     EXPECT_EQ(stored("DatPOP").size(), 2);
 }
 
+// A PND set of wide groups (0, 15, 45: nine five-year groups to 45, three rows) asks for every row.
+TEST_F(DemographySheet, WideGroupsAskForEveryRowFilled) {
+    layoutDemographyGrid(grid, {0, 15, 45});
+    type(1, "10", "10");
+    type(2, "20", "20");
+    DemographyConfirm c;
+    c.unit = unit;
+    c.lastPndAge = 45;
+    EXPECT_EQ(confirmDemography(c, grid, memory, *db).outcome, ConfirmResult::Outcome::Refused);
+    type(3, "30", "30");
+    EXPECT_EQ(confirmDemography(c, grid, memory, *db).outcome, ConfirmResult::Outcome::Stored);
+}
+
 TEST_F(DemographySheet, RatesOfZeroAreAcceptedAndDividedByTheDenominator) {
     typeAll({"0", "1.25", "0.5", "123.456"}, {"0", "1", "0.25", "100"});
     EXPECT_EQ(confirm(DemographyKind::DeathRates, 1000).outcome, ConfirmResult::Outcome::Stored);

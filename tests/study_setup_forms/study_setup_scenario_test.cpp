@@ -10,6 +10,8 @@
 #include "database/study_context.h"
 #include "form_support.h"
 #include "foundation/settings.h"
+#include "inputs/foreign_file.h"
+#include "inputs/forms/new_frm_inputs.h"
 #include "frame_fixture.h"
 #include "query_rows.h"
 #include "read_back.h"
@@ -23,6 +25,8 @@
 #include "study/forms/frm_cob_print.h"
 
 #include <QAction>
+#include <QComboBox>
+#include <QLabel>
 #include <QListWidget>
 #include <QPushButton>
 #include <QRadioButton>
@@ -141,6 +145,9 @@ private:
     void firstStudy(DEFINESTUDY1& f, ScriptedPrompts& prompts);
     void checkTables();
     void checkContext();
+    void enterInputs(FRMMAINMENU& frame, ScriptedPrompts& prompts);
+    void enterUnitInputs(NewFrmInputs& form, ScriptedPrompts& prompts, int unit);
+    void checkInputs();
     void deleteTheStudy(FRMMAINMENU& frame, ScriptedPrompts& prompts);
 
 private slots:
@@ -342,6 +349,205 @@ void StudySetupScenarioTest::checkContext() {
     QCOMPARE(cellTexts(causes(5, 1)), QStringList({"SQ2"})); // 12012
     QCOMPARE(cellTexts(causes(6, 1)), QStringList({"SQ4"})); // 21011
     QCOMPARE(cellTexts(causes(9, 1)), QStringList({"SQ5"})); // 31012
+}
+
+// The inputs of two districts through Study -> Inputs, as an analyst enters them: a population typed
+// in thousands, death rates imported per 1,000 from a workbook whose ranges are named after the
+// districts, the demographic parameters typed, cause-of-death proportions imported from a text
+// file, epidemiological estimates for a cause with sequelae (by cause and by sequela) and one
+// without, and the weights; then every stored row against what was typed or imported.
+namespace {
+
+const QStringList kInputUnits = {"BLR", "MYS"};
+const double kPndAges[] = {0, 1, 5, 10, 15, 30, 45, 60, 70, 80};
+
+// The population typed in thousands (the multiplier is 1000), and the rates per one in the workbook.
+double typedPopulation(int unit, int row, bool male) {
+    return 100 + 10 * unit + row + (male ? 0.5 : 0.25);
+}
+double fileRate(int unit, int row, bool male) {
+    return 0.000123456789 * (1 + unit) * (row + 1) * (male ? 1.25 : 1.0);
+}
+
+void writeRateWorkbook(const QString& file) {
+    for (int unit = 0; unit < 2; ++unit) {
+        CellArray a{10, 6};
+        for (int row = 0; row < 10; ++row) {
+            a(row, 0) = Cell(kInputUnits[unit]);
+            a(row, 1) = Cell(2001);
+            a(row, 2) = Cell(kPndAges[row]);
+            a(row, 3) = Cell(fileRate(unit, row, true));
+            a(row, 4) = Cell(fileRate(unit, row, false));
+            a(row, 5) = Cell::date(dateSerial(QDate(2001, 6, 30)));
+        }
+        QVERIFY2(FnWriteArrFile(a, file, kInputUnits[unit], {"BPUID", "Year", "BAI", "M", "F", "UpdDt"}),
+                 qPrintable(lastForeignError().words));
+    }
+}
+
+// The proportions of cause k (of ten) in every label: a tenth each, but the first cause takes 0.1
+// more and the last 0.1 less, so that each column adds to 1.
+QString proportion(int cause) {
+    return cause == 0 ? "0.2" : cause == 9 ? "0" : "0.1";
+}
+
+void writeCauseText(const QString& file, const QStringList& causes, const QStringList& labels) {
+    QFile f(file);
+    QVERIFY(f.open(QIODevice::WriteOnly));
+    f.write(("BPUID;Year;COBCd;" + labels.join(';') + "\r\n").toUtf8());
+    for (const QString& unit : kInputUnits)
+        for (int k = 0; k < causes.size(); ++k) {
+            QStringList values(labels.size(), proportion(k));
+            f.write((unit + ";2001;" + causes[k] + ";" + values.join(';') + "\r\n").toUtf8());
+        }
+}
+
+} // namespace
+
+void StudySetupScenarioTest::enterUnitInputs(NewFrmInputs& form, ScriptedPrompts& prompts, int unit) {
+    auto* chooser = form.findChild<FlexGridView*>("msflgBPU");
+    QCoreApplication::processEvents();
+    const QPoint at = chooser->visualRect(chooser->model()->index(unit, 0)).center();
+    QTest::mouseClick(chooser->viewport(), Qt::LeftButton, {}, at);
+    QTest::mouseDClick(chooser->viewport(), Qt::LeftButton, {}, at);
+    QCOMPARE(form.unitInForce(), kInputUnits[unit]);
+    auto* tabs = form.findChild<QTabWidget*>("SSTabInputs");
+    auto* demographics = form.findChild<QTabWidget*>("DemogphSubtab");
+
+    // The population, typed in thousands.
+    tabs->setCurrentIndex(1);
+    demographics->setCurrentIndex(0);
+    form.findChild<QLineEdit*>("txtMul")->setText("1000");
+    auto* pop = form.findChild<FlexGridView*>("msflgPop");
+    for (int row = 0; row < 10; ++row) {
+        typeCell(pop, row, 1, QString::number(typedPopulation(unit, row, true)));
+        typeCell(pop, row, 2, QString::number(typedPopulation(unit, row, false)));
+    }
+    form.findChild<QPushButton*>("cmdPopGo")->click();
+    QCOMPARE(prompts.messages().last().left(40), QString("The data in the grid is successfully sto"));
+
+    // The death rates, imported per 1,000 from the workbook's range named after the district.
+    demographics->setCurrentIndex(1);
+    form.findChild<QLineEdit*>("txtDmntr")->setText("1000");
+    prompts.fileAnswer(QDir(scratch_.path()).filePath("rates.xlsx"));
+    form.findChild<QPushButton*>("cmdASDRImprt")->click();
+    QVERIFY(form.findChild<FlexGridView*>("msflgASDR")->model()->index(0, 1).data().toString().startsWith(
+        QString::number(fileRate(unit, 0, true) * 1000, 'g', 17).left(6)));
+    form.findChild<QPushButton*>("cmdASDRGo")->click();
+    QVERIFY2(prompts.messages().last().contains("DatASDR"), qPrintable(prompts.messages().last()));
+
+    // The demographic parameters, typed.
+    demographics->setCurrentIndex(2);
+    auto* dp = form.findChild<FlexGridView*>("msflgDP");
+    typeCell(dp, 0, 0, unit == 0 ? "West" : "South");
+    typeCell(dp, 0, 1, "0.0175");
+    typeCell(dp, 0, 2, unit == 0 ? "32.5" : "41");
+    form.findChild<QPushButton*>("cmdConfDP")->click();
+    QVERIFY2(prompts.messages().last().contains("DatDmgphyPrmtrs"), qPrintable(prompts.messages().last()));
+
+    // The proportions, imported from the text file and confirmed.
+    tabs->setCurrentIndex(2);
+    prompts.fileAnswer(QDir(scratch_.path()).filePath("csm.txt"));
+    form.findChild<QPushButton*>("cmdCODImprt")->click();
+    QCOMPARE(prompts.messages().last(), QString("Import successfully completed."));
+    form.findChild<QPushButton*>("cmdConfmCOD")->click();
+    QVERIFY2(prompts.messages().last().contains("DatCSM"), qPrintable(prompts.messages().last()));
+
+    // The estimates of the first cause (which has sequelae), by cause and by sequela, and of the
+    // first cause without sequelae.
+    tabs->setCurrentIndex(3);
+    auto* epiTabs = form.findChild<QTabWidget*>("EpiTab");
+    form.findChild<QPushButton*>("cmdFirstEpi")->click();
+    QVERIFY(epiTabs->isTabEnabled(1));
+    auto* byCause = form.findChild<FlexGridView*>("flex1");
+    typeCell(byCause, 0, 0, "0.0042");
+    typeCell(byCause, 0, 3, "2.5");
+    form.findChild<QPushButton*>("cmdcommit")->click();
+    QVERIFY2(prompts.messages().last().startsWith("Records Added to database:"), qPrintable(prompts.messages().last()));
+    epiTabs->setCurrentIndex(1);
+    auto* bySequela = form.findChild<FlexGridView*>("grdSqle");
+    typeCell(bySequela, 1, 1, "0.015");
+    typeCell(bySequela, 1, 2, "12");
+    form.findChild<QPushButton*>("cmdSqCnfrm")->click();
+    QVERIFY2(prompts.messages().last().startsWith("Records Added To Database Successfully:"),
+             qPrintable(prompts.messages().last()));
+    epiTabs->setCurrentIndex(0);
+    for (int k = 0; k < 10 && epiTabs->isTabEnabled(1); ++k)
+        form.findChild<QPushButton*>("cmdNextEpi")->click();
+    QCOMPARE(form.findChild<QLabel*>("lblCauseCode")->text(), QString("21021"));
+    QVERIFY(!epiTabs->isTabEnabled(1));
+    typeCell(byCause, 19, 0, "0.0008");
+    form.findChild<QPushButton*>("cmdcommit")->click();
+    QVERIFY2(prompts.messages().last().startsWith("Records Added to database:"), qPrintable(prompts.messages().last()));
+
+    // The weights of the study, once.
+    if (unit == 0) {
+        tabs->setCurrentIndex(4);
+        auto* weights = form.findChild<FlexGridView*>("MSFlgDWT");
+        typeCell(weights, 0, 0, "0.105");
+        typeCell(weights, 0, 4, "0.2");
+        form.findChild<QPushButton*>("cmdConfirmDwt")->click();
+        QVERIFY2(prompts.messages().last().contains("datdwt"), qPrintable(prompts.messages().last()));
+    }
+}
+
+void StudySetupScenarioTest::enterInputs(FRMMAINMENU& frame, ScriptedPrompts& prompts) {
+    // Every cause of the sample has a sequela; ductal carcinoma loses its flag (as the dictionary's
+    // check box would take it), so that the study also has a cause without sequelae.
+    exec("UPDATE _DctBDM SET Sqla = 0 WHERE CobCd = '21021'");
+    writeRateWorkbook(QDir(scratch_.path()).filePath("rates.xlsx"));
+    writeCauseText(QDir(scratch_.path()).filePath("csm.txt"), studyCauses(), cellTexts(studyContext().VctrYLLAsg));
+    QVERIFY(frame.isMenuEnabled("mnu_studyInp"));
+    frame.item("mnu_studyInp")->trigger();
+    auto* form = waitForSubWindow<NewFrmInputs>(frame);
+    QVERIFY(form);
+    QCOMPARE(form->windowTitle(), QString("Inputs: India burden of disease (2001)"));
+    for (int unit = 0; unit < 2; ++unit) {
+        enterUnitInputs(*form, prompts, unit);
+        if (QTest::currentTestFailed())
+            return;
+    }
+    shootTabs(form, form->findChild<QTabWidget*>("SSTabInputs"), "inputs_scenario",
+              {"select", "demographics", "causes", "epidemiology", "weights"});
+    form->close();
+    checkInputs();
+    // The later steps count the rows of data of their own: the inputs' rows go again.
+    for (const char* table : {"DatPOP", "DatASDR", "DatDmgphyPrmtrs", "DatCSM", "DatADW", "DatADWSqla", "DatDwt"})
+        exec(QStringLiteral("DELETE FROM %1").arg(QLatin1String(table)));
+}
+
+void StudySetupScenarioTest::checkInputs() {
+    const auto rows = [](const QString& sql) { return queryRows(*studyContext().StudyDB, sql); };
+    for (int unit = 0; unit < 2; ++unit) {
+        const QVariantList key{kInputUnits[unit]};
+        const QStringList pop = queryRows(*studyContext().StudyDB,
+                                          "SELECT Bai, M, F FROM DatPOP WHERE BPUID = ? AND YEAR = 2001 ORDER BY Bai", key);
+        QCOMPARE(pop.size(), 10);
+        auto asdr = studyContext().StudyDB->query(
+            "SELECT Bai, M, F, P FROM DatASDR WHERE BPUID = ? AND YEAR = 2001 ORDER BY Bai", key);
+        QVERIFY(asdr);
+        for (int row = 0; row < 10; ++row) {
+            const double m = typedPopulation(unit, row, true) * 1000, f = typedPopulation(unit, row, false) * 1000;
+            QCOMPARE(pop[row], QString("%1|%2|%3").arg(kPndAges[row]).arg(m).arg(f));
+            QVERIFY(asdr->next());
+            QCOMPARE(asdr->value(1).toDouble(), fileRate(unit, row, true));
+            QCOMPARE(asdr->value(2).toDouble(), fileRate(unit, row, false));
+            QCOMPARE(asdr->value(3).toDouble(),
+                     (fileRate(unit, row, false) * f + fileRate(unit, row, true) * m) / (f + m));
+        }
+    }
+    QCOMPARE(rows("SELECT BPUID, YEAR, Cdmdl, PGR, IMR FROM DatDmgphyPrmtrs ORDER BY BPUID"),
+             QStringList({"BLR|2001|West|0.0175|32.5", "MYS|2001|South|0.0175|41"}));
+    const QStringList causes = studyCauses();
+    QCOMPARE(rows("SELECT count(*) FROM DatCSM").value(0).toInt(), 2 * (causes.size() - 1) * 12); // no 0 rows
+    QCOMPARE(rows("SELECT DISTINCT CSMP FROM DatCSM WHERE COBCd = '" + causes[0] + "'"), QStringList{"0.2"});
+    QCOMPARE(rows("SELECT BPUID, COBCd, ASG, i, DURN FROM DatADW WHERE i IS NOT NULL ORDER BY BPUID, COBCd"),
+             QStringList({"BLR|11011|F0|0.0042|2.5", "BLR|21021|M80-w|8e-04|<null>", "MYS|11011|F0|0.0042|2.5",
+                          "MYS|21021|M80-w|8e-04|<null>"}));
+    QCOMPARE(rows("SELECT BPUID, COBCd, SqlaCd, ASG, P, ago FROM DatADWSqla WHERE P IS NOT NULL ORDER BY BPUID"),
+             QStringList({"BLR|11011|SQ1|F01-4|0.015|12", "MYS|11011|SQ1|F01-4|0.015|12"}));
+    QCOMPARE(rows("SELECT BDSId, YEAR, COBCd, ASG, Dwt FROM DatDwt ORDER BY ASG"),
+             QStringList({"Ind|2001|SQ1|U0-4|0.105", "Ind|2001|SQ1|U60-w|0.2"}));
 }
 
 // An outline opened from the View menu: its nodes, a picture, and a print to PDF whose text holds
@@ -562,6 +768,10 @@ void StudySetupScenarioTest::fromFileNewToACompleteStudyAndItsDeletion() {
                   "      KA;(Karnataka)", "        BLR;(Bangalore)", "        MYS;(Mysore)",
                   "      TN;(Tamil Nadu)", "        MAA;(Chennai)", "        CBE;(Coimbatore)"},
                  "frm_cob_population");
+    if (QTest::currentTestFailed())
+        return;
+
+    enterInputs(program.frame(), program.prompts);
     if (QTest::currentTestFailed())
         return;
 

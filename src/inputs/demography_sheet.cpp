@@ -36,8 +36,12 @@ std::optional<int> decimalPower(double scale) {
     return p == scale ? std::optional<int>(k) : std::nullopt;
 }
 
+// How far the point of a number may move and the number still be written without an exponent.
+constexpr int kPlainShift = 20;
+
 // The number written in `number` (as shortestNumber or a user writes it: sign, digits, a point,
-// an exponent) times 10^k, written the same way: the point moved, or the exponent changed. Nothing
+// an exponent) times 10^k, written plainly (0.0001 per 1,000 is 0.1), or with an exponent where the
+// point would move more than 20 places (1e-300 stays 1e-297). Nothing
 // when the text is no plain number.
 std::optional<QString> shiftedDecimal(const QString& number, int k) {
     static const QRegularExpression plain(QStringLiteral("^([+-]?)(\\d*)(?:\\.(\\d*))?(?:[eE]([+-]?\\d{1,4}))?$"));
@@ -45,12 +49,13 @@ std::optional<QString> shiftedDecimal(const QString& number, int k) {
     if (!m.hasMatch() || (m.captured(2).isEmpty() && m.captured(3).isEmpty()))
         return std::nullopt;
     const QString sign = m.captured(1) == u"-" ? QStringLiteral("-") : QString();
-    if (!m.captured(4).isEmpty()) {
+    const int shift = k + m.captured(4).toInt(); // an exponent moves the point as the scale does
+    if (std::abs(shift) > kPlainShift) {
         const QString mantissa = m.captured(2) + (m.captured(3).isEmpty() ? QString() : u'.' + m.captured(3));
-        return sign + mantissa + u'e' + QString::number(m.captured(4).toInt() + k);
+        return sign + mantissa + u'e' + QString::number(shift);
     }
     QString digits = m.captured(2) + m.captured(3);
-    qsizetype point = m.captured(2).size() + k; // digits before the point once moved
+    qsizetype point = m.captured(2).size() + shift; // digits before the point once moved
     if (point < 0) {
         digits.prepend(QString(-point, u'0'));
         point = 0;

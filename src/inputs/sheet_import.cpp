@@ -2,6 +2,9 @@
 
 #include "inputs/cause_import.h"
 #include "inputs/demography_import.h"
+#include "inputs/epi_import.h"
+#include "inputs/foreign_file.h"
+#include "inputs/foreign_types.h"
 #include "inputs/inputs_study.h"
 #include "inputs/sheet_texts.h"
 #include "platform/prompts.h"
@@ -36,10 +39,65 @@ SheetImportResult importCauseSheet(StudyContext& context, const InputsStudy& stu
                : SheetImportResult::Ended;
 }
 
+// Whether `file` holds rows of the unit, year, cause (and sequela): the file's own test, without
+// its messages, so that a script imports each cause the file has and passes over the others.
+bool holdsRowsOf(const SheetImportRequest& r, const EpiKey& key) {
+    const ForeignKind kind = foreignKind(r.file);
+    const bool worksheet = kind == ForeignKind::Wk1 || kind == ForeignKind::Xlsx || kind == ForeignKind::Xls;
+    const CellArray rows = FnReadArrFile(r.file, worksheet ? key.unit.bpuId : r.table);
+    if (rows.rank() != 2 || rows.size(1) < 4)
+        return false;
+    for (int i = 0; i < rows.size(0); ++i)
+        if (rows(i, 0).toString().trimmed().compare(key.unit.bpuId, Qt::CaseInsensitive) == 0 &&
+            rows(i, 2).toString().trimmed().compare(key.cause, Qt::CaseInsensitive) == 0 &&
+            (key.sequela.isEmpty() || rows(i, 3).toString().trimmed().compare(key.sequela, Qt::CaseInsensitive) == 0))
+            return true;
+    return false;
+}
+
+// The epidemiological sheet of every cause (and sequela) the file holds rows of, each imported and
+// confirmed as the sheet's buttons do it.
+SheetImportResult importEpiSheets(StudyContext& context, const InputsStudy& study, const SheetUnit& unit,
+                                  const SheetImportRequest& r) {
+    QList<EpiKey> keys;
+    for (int i = 0; i < study.causes.size(); ++i) {
+        EpiKey key;
+        key.unit = unit;
+        key.cause = study.causes[i].code;
+        if (r.sheet == InputSheet::Epi) {
+            keys << key;
+            continue;
+        }
+        for (const QString& sequela : study.sequelae.value(i)) {
+            key.sequela = sequela;
+            keys << key;
+        }
+    }
+    int imported = 0;
+    for (const EpiKey& key : keys) {
+        if (!holdsRowsOf(r, key))
+            continue;
+        GridModel grid;
+        layoutEpiGrid(grid, study.yldLabels);
+        CellArray memory;
+        if (!importEpi(EpiImport{key, r.file, r.table}, grid) ||
+            Commitdata(grid, key, false, memory, *context.StudyDB).outcome != ConfirmResult::Outcome::Stored)
+            return SheetImportResult::Ended;
+        ++imported;
+    }
+    if (imported == 0) {
+        prompts().ask(text(t::kNotInSourcePart1) + unit.term + text(t::kNotInSourcePart2) + r.file +
+                          text(t::kNotInSourcePart3),
+                      Buttons::Ok, Icon::Critical);
+        return SheetImportResult::Ended;
+    }
+    return SheetImportResult::Stored;
+}
+
 } // namespace
 
 SheetImportResult importSheetFile(StudyContext& context, const SheetImportRequest& r) {
-    if (r.sheet != InputSheet::Population && r.sheet != InputSheet::DeathRates && r.sheet != InputSheet::Causes)
+    if (r.sheet == InputSheet::Demography || r.sheet == InputSheet::Weights)
         return SheetImportResult::NotBuilt;
     const auto study = openInputsStudy(context);
     if (!study)
@@ -51,8 +109,11 @@ SheetImportResult importSheetFile(StudyContext& context, const SheetImportReques
                       Buttons::Ok, Icon::Critical);
         return SheetImportResult::Ended;
     }
+    const SheetUnit unit{bpu, r.year.value_or(study->year), study->term};
     if (r.sheet == InputSheet::Causes)
-        return importCauseSheet(context, *study, SheetUnit{bpu, r.year.value_or(study->year), study->term}, r);
+        return importCauseSheet(context, *study, unit, r);
+    if (r.sheet == InputSheet::Epi || r.sheet == InputSheet::SequelaEpi)
+        return importEpiSheets(context, *study, unit, r);
     const DemographyKind kind =
         r.sheet == InputSheet::Population ? DemographyKind::Population : DemographyKind::DeathRates;
     DemographyImport im;

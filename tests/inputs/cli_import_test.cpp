@@ -99,6 +99,20 @@ TEST_F(CliImport, CauseOfDeathProportionsFromATextFileAreStored) {
               (QStringList{"11011|F0-4|1", "11011|F5-w|1", "11011|M0-4|1", "11011|M5-w|1"}));
 }
 
+TEST_F(CliImport, EpidemiologyOfEveryCauseInTheFileIsStored) {
+    QFile f(path("epi.txt"));
+    ASSERT_TRUE(f.open(QIODevice::WriteOnly));
+    f.write("B1;2000;11011;F15-w;0.0015;0.2;30;5.5;34\r\nB1;2000;11011;M0-14;0.001;;2;1;3\r\n");
+    f.close();
+    const CliRun r = run({"--sheet", "epi", "--bpu", "B1", path("epi.txt")});
+    EXPECT_EQ(r.code, 0) << r.errors.toStdString();
+    EXPECT_EQ(rows("SELECT COBCd, ASG, i, P, ago, DURN, agp FROM DatADW WHERE i IS NOT NULL ORDER BY ASG"),
+              (QStringList{"11011|F15-w|0.0015|0.2|30|5.5|34", "11011|M0-14|0.001|<null>|2|1|3"}));
+    EXPECT_EQ(value("SELECT count(*) FROM DatADW"), "4");
+    const CliRun none = run({"--sheet", "sequela-epi", "--bpu", "B1", path("epi.txt")});
+    EXPECT_EQ(none.code, 1);
+}
+
 TEST_F(CliImport, ASheetNotBuiltYetIsSaidPlainly) {
     const CliRun r = run({"--sheet", "weights", "--bpu", "B1", path("w.xlsx")});
     EXPECT_EQ(r.code, 2);

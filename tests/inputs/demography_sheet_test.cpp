@@ -251,6 +251,8 @@ TEST_F(DemographySheet, APowerOfTenMovesTheDecimalPointExactly) {
     EXPECT_EQ(shownFigure(0.00125, DemographyKind::DeathRates, 1000), "1.25");
     EXPECT_EQ(shownFigure(120000, DemographyKind::Population, 1000), "120");
     EXPECT_EQ(shownFigure(5, DemographyKind::Population, 100), "0.05");
+    EXPECT_EQ(shownFigure(1e-4, DemographyKind::DeathRates, 1000), "0.1"); // shortest text 1e-04, shown plainly
+    EXPECT_EQ(shownFigure(1e-300, DemographyKind::DeathRates, 1000), "1e-297");
     for (const double v : {0.1, 1e-300, 1e300, 12345.678901234567, 0.00123456789, 3.0 / 7.0})
         for (const double scale : {1.0, 10.0, 1000.0, 100000.0})
             for (const DemographyKind kind : {DemographyKind::Population, DemographyKind::DeathRates})

@@ -59,12 +59,15 @@ const Registrar importCommand({
         "the sheet SHEET of the current study of STUDY.vdb and confirms it, as the Inputs window's\n"
         "Import and Confirm buttons do: the same tests, the same messages (on standard error), the\n"
         "same rows stored, in one transaction. Questions are answered with their first button (Yes).\n\n"
-        "SHEET   population, asdr, csm (built); demography, epi, sequela-epi, weights (not built yet)\n"
+        "SHEET   population, asdr, csm, epi, sequela-epi (built); demography, weights (not built yet)\n"
         "FILE    .wk1, .xlsx, .xls (the range named ID), .dbf, .txt (fields split at ';'), or a\n"
         "        database file (.vdb, .db, .sqlite, .mdb) whose table --table names\n"
         "        population, asdr: fields by position: unit, year, lower age (BAI), male, female, date\n"
         "        csm: fields by name: BPUID, Year, COBCd and one per YLL label (a text file names them\n"
-        "        on its first line)\n\n"
+        "        on its first line)\n"
+        "        epi: fields by position: unit, year, cause, ASG, i, p, ago, durn, agp; every cause of\n"
+        "        the study that the file has rows of is imported and confirmed\n"
+        "        sequela-epi: the same with the sequela after the cause\n\n"
         "Exit code 0 when the rows were stored, 1 when a test or the engine refused them, 2 for a\n"
         "command that cannot be run."),
     importSheet,

@@ -2,6 +2,7 @@
 
 #include "inputs/cause_import.h"
 #include "inputs/cause_sheet.h"
+#include "inputs/epi_import.h"
 #include "inputs/messages.h"
 #include "inputs/forms/new_frm_inputs.h"
 #include "inputs/sheet_texts.h"
@@ -116,6 +117,8 @@ QWidget* NewFrmInputs::buildEpiTab() {
     txtPrvlRate = new QLineEdit(QStringLiteral("1"), byCause);
     txtPrvlRate->setObjectName(QStringLiteral("txtPrvlRate"));
     auto* commit = button(QStringLiteral("&Confirm"), QStringLiteral("cmdcommit"), byCause);
+    auto* importByCause = button(QStringLiteral("&Import"), QStringLiteral("cmdImport"), byCause);
+    connect(importByCause, &QPushButton::clicked, this, [this] { importEpiSheet(false); });
     connect(commit, &QPushButton::clicked, this, [this] { confirmEpi(false); });
     connect(flex1, &FlexGridView::cellEdited, this, [this] { epiDirty_[epiKey(false).cause] = true; });
     auto* bases = new QHBoxLayout;
@@ -126,6 +129,7 @@ QWidget* NewFrmInputs::buildEpiTab() {
     bases->addWidget(txtPrvlRate);
     bases->addWidget(new QLabel(text(t::kPrevalenceUnit), byCause));
     bases->addStretch(1);
+    bases->addWidget(importByCause);
     bases->addWidget(commit);
     auto* byCauseLayout = new QVBoxLayout(byCause);
     byCauseLayout->addWidget(flex1, 1);
@@ -141,12 +145,15 @@ QWidget* NewFrmInputs::buildEpiTab() {
     ChkSqleOvrd = new QCheckBox(text(t::kSequelaeOverride), sequelae);
     ChkSqleOvrd->setObjectName(QStringLiteral("ChkSqleOvrd"));
     auto* confirmSequela = button(QStringLiteral("&Confirm"), QStringLiteral("cmdSqCnfrm"), sequelae);
+    auto* importSequela = button(QStringLiteral("&Import"), QStringLiteral("cmdSqImport"), sequelae);
+    connect(importSequela, &QPushButton::clicked, this, [this] { importEpiSheet(true); });
     connect(confirmSequela, &QPushButton::clicked, this, [this] { confirmEpi(true); });
     connect(cmbSqla, &QComboBox::currentIndexChanged, this, [this] { showEpi(); });
     auto* sequelaRow = new QHBoxLayout;
     sequelaRow->addWidget(cmbSqla);
     sequelaRow->addWidget(ChkSqleOvrd);
     sequelaRow->addStretch(1);
+    sequelaRow->addWidget(importSequela);
     sequelaRow->addWidget(confirmSequela);
     auto* sequelaLayout = new QVBoxLayout(sequelae);
     sequelaLayout->addWidget(grdSqle, 1);
@@ -287,6 +294,13 @@ void NewFrmInputs::showEpi() {
     layoutEpiGrid(*sequelaModel_, study_.yldLabels);
     if (cmbSqla->count() > 0)
         GetData(*sequelaModel_, epiKey(true), *db_);
+}
+
+void NewFrmInputs::importEpiSheet(bool bySequela) {
+    const auto file = prompts().openFileName(text(t::kImportEpiTitle) + study_.term, text(texts::kForeignFileFilter));
+    if (file && importEpi(EpiImport{epiKey(bySequela), *file, QString()}, bySequela ? *sequelaModel_ : *epiModel_) &&
+        !bySequela)
+        epiDirty_[epiKey(false).cause] = true;
 }
 
 void NewFrmInputs::confirmEpi(bool bySequela) {

@@ -68,6 +68,7 @@ private:
     void moveTo(int cause);
     void showEpi();
     void confirmEpi(bool bySequela);
+    void importEpiSheet(bool bySequela);
     void loadWeights();
     EpiKey epiKey(bool bySequela) const;
     QList<WeightRow> weightRows() const;

@@ -5,6 +5,8 @@
 #include "inputs/epi_import.h"
 #include "inputs/foreign_file.h"
 #include "inputs/foreign_types.h"
+#include "inputs/parameters_sheet.h"
+#include "inputs/small_sheet_import.h"
 #include "inputs/inputs_study.h"
 #include "inputs/sheet_texts.h"
 #include "platform/prompts.h"
@@ -94,11 +96,36 @@ SheetImportResult importEpiSheets(StudyContext& context, const InputsStudy& stud
     return SheetImportResult::Stored;
 }
 
+// The parameters of the unit, or the weights of the study, imported and confirmed.
+SheetImportResult importSmallSheet(StudyContext& context, const InputsStudy& study, const SheetUnit& unit,
+                                   const SheetImportRequest& r) {
+    GridModel grid;
+    ConfirmResult confirmed;
+    if (r.sheet == InputSheet::Demography) {
+        layoutParametersGrid(grid);
+        if (!importParameters(unit, r.file, r.table, grid))
+            return SheetImportResult::Ended;
+        confirmed = confirmParameters(grid, unit, *context.StudyDB);
+    } else {
+        QList<WeightRow> rows;
+        for (int i = 0; i < study.causes.size(); ++i) {
+            if (study.sequelae.value(i).isEmpty())
+                rows << WeightRow{study.causes[i].code, study.causes[i].name, study.causes[i].code};
+            for (const QString& sequela : study.sequelae.value(i))
+                rows << WeightRow{sequela, study.causes[i].name, study.causes[i].code};
+        }
+        layoutWeightsGrid(grid, rows);
+        const WeightsKey key{study.studyId, unit.year};
+        if (!importWeights(key, study.term, r.file, r.table, grid))
+            return SheetImportResult::Ended;
+        confirmed = confirmWeights(grid, key, *context.StudyDB);
+    }
+    return confirmed.outcome == ConfirmResult::Outcome::Stored ? SheetImportResult::Stored : SheetImportResult::Ended;
+}
+
 } // namespace
 
 SheetImportResult importSheetFile(StudyContext& context, const SheetImportRequest& r) {
-    if (r.sheet == InputSheet::Demography || r.sheet == InputSheet::Weights)
-        return SheetImportResult::NotBuilt;
     const auto study = openInputsStudy(context);
     if (!study)
         return SheetImportResult::Ended;
@@ -114,6 +141,8 @@ SheetImportResult importSheetFile(StudyContext& context, const SheetImportReques
         return importCauseSheet(context, *study, unit, r);
     if (r.sheet == InputSheet::Epi || r.sheet == InputSheet::SequelaEpi)
         return importEpiSheets(context, *study, unit, r);
+    if (r.sheet == InputSheet::Demography || r.sheet == InputSheet::Weights)
+        return importSmallSheet(context, *study, unit, r);
     const DemographyKind kind =
         r.sheet == InputSheet::Population ? DemographyKind::Population : DemographyKind::DeathRates;
     DemographyImport im;

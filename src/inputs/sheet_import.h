@@ -27,8 +27,7 @@ struct SheetImportRequest {
 
 enum class SheetImportResult {
     Stored,  // the rows are in the study file
-    Ended,   // a check, a question or the engine ended it; its message was shown
-    NotBuilt // the import of this sheet is not built yet
+    Ended    // a check, a question or the engine ended it; its message was shown
 };
 
 SheetImportResult importSheetFile(StudyContext& context, const SheetImportRequest& request);

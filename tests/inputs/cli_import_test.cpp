@@ -113,11 +113,22 @@ TEST_F(CliImport, EpidemiologyOfEveryCauseInTheFileIsStored) {
     EXPECT_EQ(none.code, 1);
 }
 
-TEST_F(CliImport, ASheetNotBuiltYetIsSaidPlainly) {
-    const CliRun r = run({"--sheet", "weights", "--bpu", "B1", path("w.xlsx")});
-    EXPECT_EQ(r.code, 2);
-    EXPECT_TRUE(r.errors.contains("not built yet")) << r.errors.toStdString();
-    EXPECT_EQ(run({"--sheet", "nonsense", "--bpu", "B1", path("w.xlsx")}).code, 2);
+TEST_F(CliImport, ParametersAndWeightsAreStoredAndAnUnknownSheetIsRefused) {
+    QFile dp(path("dp.txt"));
+    ASSERT_TRUE(dp.open(QIODevice::WriteOnly));
+    dp.write("B2;2000;North;0.03;61.5\r\n");
+    dp.close();
+    const CliRun r = run({"--sheet", "demography", "--bpu", "B2", path("dp.txt")});
+    EXPECT_EQ(r.code, 0) << r.errors.toStdString();
+    EXPECT_EQ(rows("SELECT BPUID, Cdmdl, PGR, IMR FROM DatDmgphyPrmtrs"), QStringList{"B2|North|0.03|61.5"});
+    QFile dwt(path("dwt.txt"));
+    ASSERT_TRUE(dwt.open(QIODevice::WriteOnly));
+    dwt.write("S1;11011;Cholera;0.1;0.2;0.3;0.4;0.5\r\n");
+    dwt.close();
+    const CliRun w = run({"--sheet", "weights", "--bpu", "B1", path("dwt.txt")});
+    EXPECT_EQ(w.code, 0) << w.errors.toStdString();
+    EXPECT_EQ(value("SELECT group_concat(Dwt, ';') FROM (SELECT Dwt FROM DatDwt ORDER BY ASG)"), "0.1;0.2;0.3;0.4;0.5");
+    EXPECT_EQ(run({"--sheet", "nonsense", "--bpu", "B1", path("dwt.txt")}).code, 2);
 }
 
 } // namespace

@@ -41,9 +41,6 @@ int importSheet(const QStringList& arguments) {
     switch (result) {
     case SheetImportResult::Stored:
         return 0;
-    case SheetImportResult::NotBuilt:
-        err(QStringLiteral("vesk-cli import: the import of the %1 sheet is not built yet").arg(*sheetName));
-        return 2;
     case SheetImportResult::Ended:
         break;
     }
@@ -59,7 +56,7 @@ const Registrar importCommand({
         "the sheet SHEET of the current study of STUDY.vdb and confirms it, as the Inputs window's\n"
         "Import and Confirm buttons do: the same tests, the same messages (on standard error), the\n"
         "same rows stored, in one transaction. Questions are answered with their first button (Yes).\n\n"
-        "SHEET   population, asdr, csm, epi, sequela-epi (built); demography, weights (not built yet)\n"
+        "SHEET   population, asdr, demography, csm, epi, sequela-epi, weights\n"
         "FILE    .wk1, .xlsx, .xls (the range named ID), .dbf, .txt (fields split at ';'), or a\n"
         "        database file (.vdb, .db, .sqlite, .mdb) whose table --table names\n"
         "        population, asdr: fields by position: unit, year, lower age (BAI), male, female, date\n"
@@ -67,7 +64,10 @@ const Registrar importCommand({
         "        on its first line)\n"
         "        epi: fields by position: unit, year, cause, ASG, i, p, ago, durn, agp; every cause of\n"
         "        the study that the file has rows of is imported and confirmed\n"
-        "        sequela-epi: the same with the sequela after the cause\n\n"
+        "        sequela-epi: the same with the sequela after the cause\n"
+        "        demography: fields by position: unit, year, CDMdl, PGR, IMR\n"
+        "        weights: fields by position: study, code (cause or sequela), name, U0-4, U05-14,\n"
+        "        U15-44, U45-59, U60-w (a worksheet's range is named after the study)\n\n"
         "Exit code 0 when the rows were stored, 1 when a test or the engine refused them, 2 for a\n"
         "command that cannot be run."),
     importSheet,

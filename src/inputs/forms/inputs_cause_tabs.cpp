@@ -6,6 +6,7 @@
 #include "inputs/messages.h"
 #include "inputs/forms/new_frm_inputs.h"
 #include "inputs/sheet_texts.h"
+#include "inputs/small_sheet_import.h"
 #include "platform/forms/flex_grid_view.h"
 #include "platform/prompts.h"
 #include "platform/texts.h"
@@ -192,11 +193,15 @@ QWidget* NewFrmInputs::buildWeightsTab() {
     auto* update = button(QStringLiteral("Update"), QStringLiteral("CmdUpdateDwt"), tab);
     auto* import = button(QStringLiteral(" Import"), QStringLiteral("cmdImportDwt"), tab);
     auto* exportButton = button(QStringLiteral("Export"), QStringLiteral("cmdExportDwt"), tab);
-    for (QPushButton* b : {import, exportButton}) {
-        b->setEnabled(false);
-        b->setToolTip(text(t::kImportNotBuilt));
-    }
+    exportButton->setEnabled(false);
+    exportButton->setToolTip(text(t::kExportNotBuilt));
     const WeightsKey key{study_.studyId, study_.year};
+    connect(import, &QPushButton::clicked, this, [this, key] {
+        const auto file = prompts().openFileName(text(t::kImportWeightsTitle) + study_.term,
+                                                 text(texts::kForeignFileFilter));
+        if (file)
+            importWeights(key, study_.term, *file, QString(), *weightsModel_);
+    });
     connect(confirm, &QPushButton::clicked, this, [this, key] { confirmWeights(*weightsModel_, key, *db_); });
     connect(update, &QPushButton::clicked, this, [this, key] {
         if (cause_ < study_.causes.size())

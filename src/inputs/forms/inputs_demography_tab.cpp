@@ -5,6 +5,7 @@
 #include "inputs/messages.h"
 #include "inputs/parameters_sheet.h"
 #include "inputs/sheet_texts.h"
+#include "inputs/small_sheet_import.h"
 #include "platform/forms/flex_grid_view.h"
 #include "platform/prompts.h"
 #include "platform/texts.h"
@@ -62,8 +63,12 @@ QWidget* NewFrmInputs::buildDemographicsTab() {
     });
     auto* confirm = button(QStringLiteral("&Confirm"), "cmdConfDP", parameters);
     auto* import = button(QStringLiteral("&Import"), "cmdDPImp", parameters);
-    import->setEnabled(false);
-    import->setToolTip(text(t::kImportNotBuilt));
+    connect(import, &QPushButton::clicked, this, [this] {
+        const auto file = prompts().openFileName(text(t::kImportParametersTitle) + study_.term,
+                                                 text(texts::kForeignFileFilter));
+        if (file)
+            importParameters(unit_, *file, QString(), *parametersModel_);
+    });
     connect(confirm, &QPushButton::clicked, this, [this] {
         msflgDP->syncFromGrid();
         const ConfirmResult r = confirmParameters(*parametersModel_, unit_, *db_);

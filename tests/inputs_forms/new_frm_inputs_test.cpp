@@ -10,6 +10,7 @@
 #include "platform/texts.h"
 #include "screenshots.h"
 
+#include <QCheckBox>
 #include <QLabel>
 #include <QLineEdit>
 #include <QPushButton>
@@ -192,6 +193,30 @@ private slots:
         QCOMPARE(fx->prompts.messages().last(), text(t::kRecordsAdded) + "4");
         QCOMPARE(fx->rows("SELECT ASG, i, DURN FROM DatADW WHERE COBCd = '11011' AND i IS NOT NULL"),
                  QStringList{"F0-14|0.004|2.5"});
+    }
+
+    void addRecordsKeepsTheFiguresInMemoryAndTheOverrideNamesTheSequela() {
+        defineStudy();
+        fx->exec("INSERT INTO _DctBDMSqla (SqlaCd, Sequela) VALUES ('SQ1', 'Dehydration')");
+        fx->exec("INSERT INTO _MapBDMSqla (SqlaCd, cobcd) VALUES ('SQ1', '11011')");
+        fx->exec("UPDATE _DctBDM SET Sqla = -1 WHERE CobCd = '11011'");
+        auto form = openForm();
+        chooseUnit(*form, 0);
+        child<QTabWidget>(form.get(), "SSTabInputs")->setCurrentIndex(3);
+        typeCell(child<FlexGridView>(form.get(), "flex1"), 1, 0, "0.5");
+        QTest::mouseClick(child<QPushButton>(form.get(), "cmdAdd"), Qt::LeftButton);
+        QCOMPARE(fx->prompts.messages().last(), text(t::kStoredInMemory));
+        QCOMPARE(fx->value("SELECT count(*) FROM DatADW"), QString("0"));
+        QVERIFY(!form->HoldInMem());
+        auto* epiTabs = child<QTabWidget>(form.get(), "EpiTab");
+        QVERIFY(epiTabs->isTabEnabled(1));
+        // The sequela sheet looks at the shares of DatCSMSqla, which a new study file does not hold.
+        epiTabs->setCurrentIndex(1);
+        QVERIFY2(fx->prompts.messages().last().startsWith("3078 "), qPrintable(fx->prompts.messages().last()));
+        child<QCheckBox>(form.get(), "ChkSqleOvrd")->setChecked(true);
+        QCOMPARE(epiTabs->tabText(0), QString("By &Cause (11011 SQ1)"));
+        child<QCheckBox>(form.get(), "ChkSqleOvrd")->setChecked(false);
+        QCOMPARE(epiTabs->tabText(0), QString("By &Cause"));
     }
 
     void weightsAreConfirmedOnTheFiveGroups() {

@@ -119,6 +119,8 @@ QWidget* NewFrmInputs::buildEpiTab() {
     txtPrvlRate->setObjectName(QStringLiteral("txtPrvlRate"));
     auto* commit = button(QStringLiteral("&Confirm"), QStringLiteral("cmdcommit"), byCause);
     auto* importByCause = button(QStringLiteral("&Import"), QStringLiteral("cmdImport"), byCause);
+    auto* addByCause = button(QStringLiteral("Add Records"), QStringLiteral("cmdAdd"), byCause);
+    connect(addByCause, &QPushButton::clicked, this, [this] { procCmdAdd(false); });
     connect(importByCause, &QPushButton::clicked, this, [this] { importEpiSheet(false); });
     connect(commit, &QPushButton::clicked, this, [this] { confirmEpi(false); });
     connect(flex1, &FlexGridView::cellEdited, this, [this] { epiDirty_[epiKey(false).cause] = true; });
@@ -130,6 +132,7 @@ QWidget* NewFrmInputs::buildEpiTab() {
     bases->addWidget(txtPrvlRate);
     bases->addWidget(new QLabel(text(t::kPrevalenceUnit), byCause));
     bases->addStretch(1);
+    bases->addWidget(addByCause);
     bases->addWidget(importByCause);
     bases->addWidget(commit);
     auto* byCauseLayout = new QVBoxLayout(byCause);
@@ -147,13 +150,21 @@ QWidget* NewFrmInputs::buildEpiTab() {
     ChkSqleOvrd->setObjectName(QStringLiteral("ChkSqleOvrd"));
     auto* confirmSequela = button(QStringLiteral("&Confirm"), QStringLiteral("cmdSqCnfrm"), sequelae);
     auto* importSequela = button(QStringLiteral("&Import"), QStringLiteral("cmdSqImport"), sequelae);
+    auto* addSequela = button(QStringLiteral("Add Records"), QStringLiteral("cmdSqAdd"), sequelae);
+    connect(addSequela, &QPushButton::clicked, this, [this] { procCmdAdd(true); });
     connect(importSequela, &QPushButton::clicked, this, [this] { importEpiSheet(true); });
     connect(confirmSequela, &QPushButton::clicked, this, [this] { confirmEpi(true); });
     connect(cmbSqla, &QComboBox::currentIndexChanged, this, [this] { showEpi(); });
+    connect(ChkSqleOvrd, &QCheckBox::toggled, this, [this] { captionByCause(); });
+    connect(EpiTab, &QTabWidget::currentChanged, this, [this](int tab) {
+        if (tab == 1)
+            lookAtSequelaShares();
+    });
     auto* sequelaRow = new QHBoxLayout;
     sequelaRow->addWidget(cmbSqla);
     sequelaRow->addWidget(ChkSqleOvrd);
     sequelaRow->addStretch(1);
+    sequelaRow->addWidget(addSequela);
     sequelaRow->addWidget(importSequela);
     sequelaRow->addWidget(confirmSequela);
     auto* sequelaLayout = new QVBoxLayout(sequelae);
@@ -299,6 +310,32 @@ void NewFrmInputs::showEpi() {
     layoutEpiGrid(*sequelaModel_, study_.yldLabels);
     if (cmbSqla->count() > 0)
         GetData(*sequelaModel_, epiKey(true), *db_);
+}
+
+void NewFrmInputs::procCmdAdd(bool bySequela) {
+    // The grid's figures go into the form's memory with the bases in force; no table changes.
+    HoldsInMem(true);
+    Commitdata(bySequela ? *sequelaModel_ : *epiModel_, epiKey(bySequela), HoldInMem(), memory_, *db_);
+    HoldsInMem(false);
+}
+
+void NewFrmInputs::captionByCause() {
+    QString caption = text(t::kSubTabByCause);
+    if (ChkSqleOvrd->isChecked() && cause_ < study_.causes.size())
+        caption += QStringLiteral(" (") + study_.causes[cause_].code + u' ' + cmbSqla->currentText() + u')';
+    EpiTab->setTabText(0, caption);
+}
+
+void NewFrmInputs::lookAtSequelaShares() {
+    // The shares of the sequelae stand in DatCSMSqla, which a study file made by File -> New does not
+    // hold: the engine's refusal is shown as it comes, and nothing is written.
+    QSqlError error;
+    auto q = db_->query(QStringLiteral("SELECT * FROM DatCSMSqla WHERE upper(trim(BPUID)) = ? AND "
+                                       "upper(trim(SqlaCd)) = ?"),
+                        {unit_.bpuId.toUpper(), cmbSqla->currentText().toUpper()}, &error);
+    if (!q)
+        prompts().ask(QString::number(engineErrorNumber(error)) + u' ' + engineDescription(error), Buttons::Ok,
+                      Icon::Critical);
 }
 
 void NewFrmInputs::importEpiSheet(bool bySequela) {

@@ -69,6 +69,9 @@ private:
     void showEpi();
     void confirmEpi(bool bySequela);
     void importEpiSheet(bool bySequela);
+    void procCmdAdd(bool bySequela);
+    void captionByCause();
+    void lookAtSequelaShares();
     void loadWeights();
     EpiKey epiKey(bool bySequela) const;
     QList<WeightRow> weightRows() const;

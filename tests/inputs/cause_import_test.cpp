@@ -80,6 +80,18 @@ TEST_F(CauseImportTest, OtherLabelsAskAndYesTakesTheSheetsOwn) {
     EXPECT_EQ(row(1), (QStringList{"0.1", "0.2", "0.3", "0.4"}));
 }
 
+// A proportion above 1 cannot be typed, yet an import is not tested cell by cell: it stands in the
+// grid, and Confirm refuses it there.
+TEST_F(CauseImportTest, AnImportedProportionAboveOneReachesTheGridAndConfirmRefusesIt) {
+    writeText("csm.txt", "BPUID;Year;COBCd;F0-4;F5-w;M0-4;M5-w\r\nB1;2000;A01;1.5;1;1;1\r\n");
+    EXPECT_TRUE(import("csm.txt"));
+    EXPECT_EQ(row(1).value(0), "1.5");
+    const ConfirmResult r = confirmCauses(grid, unit, *db);
+    EXPECT_EQ(r.outcome, ConfirmResult::Outcome::Refused);
+    EXPECT_EQ(prompts.messages().last(), text(t::kProportionOutOfRange));
+    EXPECT_EQ(value("SELECT count(*) FROM DatCSM"), "0");
+}
+
 TEST_F(CauseImportTest, AMissingFileRangeOrLayoutIsSaid) {
     EXPECT_FALSE(import("nowhere.txt"));
     EXPECT_EQ(prompts.messages().last(), text(t::kImportFileMissing));

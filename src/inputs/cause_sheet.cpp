@@ -2,6 +2,7 @@
 
 #include "inputs/demography_sheet.h"
 #include "inputs/sheet_texts.h"
+#include "inputs/sheet_writes.h"
 #include "platform/csv.h"
 #include "platform/prompts.h"
 #include "platform/texts.h"
@@ -115,43 +116,36 @@ struct CauseCell {
     std::optional<double> value;
 };
 
+// Edits the row of each cell, or adds it where there is none and the value is not 0 or blank.
 bool writeCauses(DbConnection& db, const SheetUnit& unit, const QList<CauseCell>& cells, const GridModel& grid,
                  QSqlError* error) {
-    QSqlDatabase base = db.database();
-    if (!base.transaction()) {
-        *error = base.lastError();
-        return false;
-    }
     const QString today = QDate::currentDate().toString(Qt::ISODate);
-    QSqlQuery update(base), insert(base);
-    bool ok = update.prepare(QStringLiteral("UPDATE DatCSM SET CSMP = ?, UpdDt = ? "
-                                            "WHERE BPUID = ? AND YEAR = ? AND COBCd = ? AND ASG = ?")) &&
-              insert.prepare(QStringLiteral("INSERT INTO DatCSM (CSMP, UpdDt, BPUID, YEAR, COBCd, ASG) "
-                                            "VALUES (?, ?, ?, ?, ?, ?)"));
-    QSqlQuery* failed = &update;
-    for (int i = 0; ok && i < cells.size(); ++i) {
-        const CauseCell& cell = cells[i];
-        const QVariantList values{cell.value.value_or(0.0), today, unit.bpuId, unit.year,
-                                  causeOf(grid, cell.row), labelOf(grid, cell.column)};
-        for (int k = 0; k < values.size(); ++k)
-            update.bindValue(k, values[k]);
-        ok = update.exec();
-        if (ok && update.numRowsAffected() == 0 && cell.value.value_or(0.0) != 0.0) {
-            for (int k = 0; k < values.size(); ++k)
-                insert.bindValue(k, values[k]);
-            ok = insert.exec();
-            failed = &insert;
+    return inOneTransaction(db, [&](QSqlError* e) {
+        QSqlQuery update(db.database()), insert(db.database());
+        if (!update.prepare(QStringLiteral("UPDATE DatCSM SET CSMP = ?, UpdDt = ? "
+                                           "WHERE BPUID = ? AND YEAR = ? AND COBCd = ? AND ASG = ?")) ||
+            !insert.prepare(QStringLiteral("INSERT INTO DatCSM (CSMP, UpdDt, BPUID, YEAR, COBCd, ASG) "
+                                           "VALUES (?, ?, ?, ?, ?, ?)"))) {
+            *e = update.lastError().isValid() ? update.lastError() : insert.lastError();
+            return false;
         }
-    }
-    if (!ok)
-        *error = failed->lastError().isValid() ? failed->lastError() : update.lastError();
-    if (ok && !base.commit()) {
-        *error = base.lastError();
-        ok = false;
-    }
-    if (!ok)
-        base.rollback();
-    return ok;
+        for (const CauseCell& cell : cells) {
+            const double value = cell.value.value_or(0.0);
+            const QVariantList values{value, today, unit.bpuId, unit.year, causeOf(grid, cell.row),
+                                      labelOf(grid, cell.column)};
+            if (value == 0.0) { // a cell of 0 or blank edits what is there and adds nothing
+                for (int k = 0; k < values.size(); ++k)
+                    update.bindValue(k, values[k]);
+                if (!update.exec()) {
+                    *e = update.lastError();
+                    return false;
+                }
+            } else if (!editOrAdd(update, insert, values, e)) {
+                return false;
+            }
+        }
+        return true;
+    }, error);
 }
 
 // Whether the table holds a row of the unit and year for a cause and label of the sheet.
@@ -189,9 +183,7 @@ ConfirmResult confirmCauses(GridModel& grid, const SheetUnit& unit, DbConnection
         return {ConfirmResult::Outcome::Declined};
     QSqlError error;
     if (!writeCauses(db, unit, cells, grid, &error)) {
-        prompts().ask(QString::number(engineErrorNumber(error)) + u' ' + engineDescription(error) + u'\n' +
-                          text(t::kNothingStored),
-                      Buttons::Ok, Icon::Critical);
+        showSheetWriteFailure(error);
         return {ConfirmResult::Outcome::Failed};
     }
     prompts().ask(text(t::kStoredCauses) + db.path(), Buttons::Ok, Icon::Information);

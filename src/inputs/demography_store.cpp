@@ -1,6 +1,7 @@
 #include "inputs/demography_store.h"
 
 #include "inputs/sheet_texts.h"
+#include "inputs/sheet_writes.h"
 #include "platform/csv.h"
 #include "platform/prompts.h"
 #include "platform/texts.h"
@@ -121,25 +122,6 @@ RowStatements statementsFor(DemographyKind kind) {
             QStringLiteral("INSERT INTO DatASDR (M, F, P, UpdDt, BPUID, YEAR, Bai) VALUES (?, ?, ?, ?, ?, ?, ?)")};
 }
 
-// Edits the row of `values`' key, or adds it when there is none; false, with the engine's error.
-bool editOrAdd(QSqlQuery& update, QSqlQuery& insert, const QVariantList& values, QSqlError* error) {
-    for (int k = 0; k < values.size(); ++k)
-        update.bindValue(k, values[k]);
-    if (!update.exec()) {
-        *error = update.lastError();
-        return false;
-    }
-    if (update.numRowsAffected() > 0)
-        return true;
-    for (int k = 0; k < values.size(); ++k)
-        insert.bindValue(k, values[k]);
-    if (!insert.exec()) {
-        *error = insert.lastError();
-        return false;
-    }
-    return true;
-}
-
 // Edits or adds every row in one transaction; false, with the engine's error, when one fails, and
 // then none of them stays.
 bool writeRows(DbConnection& db, const DemographyConfirm& c, const QList<SheetRow>& rows, QSqlError* error) {
@@ -147,29 +129,22 @@ bool writeRows(DbConnection& db, const DemographyConfirm& c, const QList<SheetRo
     const QList<AgePopulation> population = rates ? storedPopulation(db, c.unit) : QList<AgePopulation>{};
     const QString today = QDate::currentDate().toString(Qt::ISODate);
     const RowStatements sql = statementsFor(c.kind);
-    QSqlDatabase base = db.database();
-    if (!base.transaction()) {
-        *error = base.lastError();
-        return false;
-    }
-    QSqlQuery update(base), insert(base);
-    bool ok = update.prepare(sql.update) && insert.prepare(sql.insert);
-    if (!ok)
-        *error = update.lastError().isValid() ? update.lastError() : insert.lastError();
-    for (int i = 0; ok && i < rows.size(); ++i) {
-        QVariantList values{rows[i].male, rows[i].female};
-        if (rates)
-            values << storedPersonsRate(rows[i], population);
-        values << today << c.unit.bpuId << c.unit.year << rows[i].bai;
-        ok = editOrAdd(update, insert, values, error);
-    }
-    if (ok && !base.commit()) {
-        *error = base.lastError();
-        ok = false;
-    }
-    if (!ok)
-        base.rollback();
-    return ok;
+    return inOneTransaction(db, [&](QSqlError* e) {
+        QSqlQuery update(db.database()), insert(db.database());
+        if (!update.prepare(sql.update) || !insert.prepare(sql.insert)) {
+            *e = update.lastError().isValid() ? update.lastError() : insert.lastError();
+            return false;
+        }
+        for (const SheetRow& row : rows) {
+            QVariantList values{row.male, row.female};
+            if (rates)
+                values << storedPersonsRate(row, population);
+            values << today << c.unit.bpuId << c.unit.year << row.bai;
+            if (!editOrAdd(update, insert, values, e))
+                return false;
+        }
+        return true;
+    }, error);
 }
 
 } // namespace
@@ -194,9 +169,7 @@ ConfirmResult confirmDemography(const DemographyConfirm& c, const GridModel& gri
         return {ConfirmResult::Outcome::Declined};
     QSqlError error;
     if (!writeRows(db, c, rows, &error)) {
-        prompts().ask(QString::number(engineErrorNumber(error)) + u' ' + engineDescription(error) + u'\n' +
-                          text(t::kNothingStored),
-                      Buttons::Ok, Icon::Critical);
+        showSheetWriteFailure(error);
         return {ConfirmResult::Outcome::Failed};
     }
     const char* stored = c.kind == DemographyKind::Population ? t::kStoredPopulation : t::kStoredDeathRates;

@@ -2,6 +2,7 @@
 
 #include "inputs/demography_sheet.h"
 #include "inputs/sheet_texts.h"
+#include "inputs/sheet_writes.h"
 #include "platform/csv.h"
 #include "platform/prompts.h"
 #include "platform/texts.h"
@@ -126,49 +127,33 @@ struct EpiRow {
 
 bool writeEpiRows(DbConnection& db, const EpiKey& key, const QList<EpiRow>& rows, int* updated,
                   QSqlError* error) {
-    QSqlDatabase base = db.database();
-    if (!base.transaction()) {
-        *error = base.lastError();
-        return false;
-    }
     const QString today = QDate::currentDate().toString(Qt::ISODate);
     const QString keyFields = bySequela(key) ? QStringLiteral("BPUID, YEAR, COBCd, SqlaCd, ASG")
                                              : QStringLiteral("BPUID, YEAR, COBCd, ASG");
-    QSqlQuery update(base), insert(base);
-    bool ok = update.prepare(QStringLiteral("UPDATE %1 SET i = ?, P = ?, ago = ?, DURN = ?, agp = ?, UpdDt = ? "
-                                            "WHERE %2 AND ASG = ?")
-                                 .arg(tableOf(key), keyCondition(key))) &&
-              insert.prepare(QStringLiteral("INSERT INTO %1 (i, P, ago, DURN, agp, UpdDt, %2) VALUES "
-                                            "(?, ?, ?, ?, ?, ?, ?, ?, ?, ?%3)")
-                                 .arg(tableOf(key), keyFields, bySequela(key) ? QStringLiteral(", ?") : QString()));
-    QSqlQuery* last = &update;
-    for (int i = 0; ok && i < rows.size(); ++i) {
-        QVariantList values;
-        for (const auto& m : rows[i].measures)
-            values << (m ? QVariant(*m) : QVariant());
-        values << today << keyValues(key) << rows[i].asg;
-        for (int k = 0; k < values.size(); ++k)
-            update.bindValue(k, values[k]);
-        last = &update;
-        ok = update.exec();
-        if (ok && update.numRowsAffected() > 0) {
-            ++*updated;
-            continue;
+    return inOneTransaction(db, [&](QSqlError* e) {
+        QSqlQuery update(db.database()), insert(db.database());
+        if (!update.prepare(QStringLiteral("UPDATE %1 SET i = ?, P = ?, ago = ?, DURN = ?, agp = ?, UpdDt = ? "
+                                           "WHERE %2 AND ASG = ?")
+                                .arg(tableOf(key), keyCondition(key))) ||
+            !insert.prepare(QStringLiteral("INSERT INTO %1 (i, P, ago, DURN, agp, UpdDt, %2) VALUES "
+                                           "(?, ?, ?, ?, ?, ?, ?, ?, ?, ?%3)")
+                                .arg(tableOf(key), keyFields, bySequela(key) ? QStringLiteral(", ?") : QString()))) {
+            *e = update.lastError().isValid() ? update.lastError() : insert.lastError();
+            return false;
         }
-        for (int k = 0; ok && k < values.size(); ++k)
-            insert.bindValue(k, values[k]);
-        last = &insert;
-        ok = ok && insert.exec();
-    }
-    if (!ok)
-        *error = last->lastError();
-    if (ok && !base.commit()) {
-        *error = base.lastError();
-        ok = false;
-    }
-    if (!ok)
-        base.rollback();
-    return ok;
+        for (const EpiRow& row : rows) {
+            QVariantList values;
+            for (const auto& m : row.measures)
+                values << (m ? QVariant(*m) : QVariant());
+            values << today << keyValues(key) << row.asg;
+            bool added = false;
+            if (!editOrAdd(update, insert, values, e, &added))
+                return false;
+            if (!added)
+                ++*updated;
+        }
+        return true;
+    }, error);
 }
 
 } // namespace
@@ -206,9 +191,7 @@ ConfirmResult Commitdata(const GridModel& grid, const EpiKey& key, bool holdInMe
     int updated = 0;
     QSqlError error;
     if (!writeEpiRows(db, key, rows, &updated, &error)) {
-        prompts().ask(QString::number(engineErrorNumber(error)) + u' ' + engineDescription(error) + u'\n' +
-                          text(t::kNothingStored),
-                      Buttons::Ok, Icon::Critical);
+        showSheetWriteFailure(error);
         return {ConfirmResult::Outcome::Failed};
     }
     const bool sequela = bySequela(key);

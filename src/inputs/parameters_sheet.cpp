@@ -2,6 +2,7 @@
 
 #include "inputs/demography_sheet.h"
 #include "inputs/sheet_texts.h"
+#include "inputs/sheet_writes.h"
 #include "platform/csv.h"
 #include "platform/prompts.h"
 #include "platform/texts.h"
@@ -77,9 +78,7 @@ ConfirmResult confirmParameters(const GridModel& grid, const SheetUnit& unit, Db
                                         "VALUES (?, ?, ?, ?, ?)"),
                          {family, *growth, *infants, unit.bpuId, unit.year}, &error);
     if (!ok) {
-        prompts().ask(QString::number(engineErrorNumber(error)) + u' ' + engineDescription(error) + u'\n' +
-                          text(t::kNothingStored),
-                      Buttons::Ok, Icon::Critical);
+        showSheetWriteFailure(error);
         return {ConfirmResult::Outcome::Failed};
     }
     prompts().ask(exists ? text(t::kParametersUpdated) : text(t::kStoredParameters) + db.path(), Buttons::Ok,

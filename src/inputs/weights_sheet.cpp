@@ -2,6 +2,7 @@
 
 #include "inputs/demography_sheet.h"
 #include "inputs/sheet_texts.h"
+#include "inputs/sheet_writes.h"
 #include "platform/csv.h"
 #include "platform/prompts.h"
 #include "platform/texts.h"
@@ -82,46 +83,25 @@ std::variant<QList<WeightCell>, ConfirmResult> weightCells(const GridModel& grid
 }
 
 bool writeWeights(DbConnection& db, const WeightsKey& key, const QList<WeightCell>& cells, QSqlError* error) {
-    QSqlDatabase base = db.database();
-    if (!base.transaction()) {
-        *error = base.lastError();
-        return false;
-    }
-    QSqlQuery update(base), insert(base);
-    bool ok = update.prepare(QStringLiteral("UPDATE DatDwt SET Dwt = ? WHERE BDSId = ? AND YEAR = ? AND COBCd = ? "
-                                            "AND ASG = ?")) &&
-              insert.prepare(QStringLiteral("INSERT INTO DatDwt (Dwt, BDSId, YEAR, COBCd, ASG) VALUES (?, ?, ?, ?, ?)"));
-    QSqlQuery* last = &update;
-    for (int i = 0; ok && i < cells.size(); ++i) {
-        const QVariantList values{cells[i].weight, key.study, key.year, cells[i].code, cells[i].label};
-        for (int k = 0; k < values.size(); ++k)
-            update.bindValue(k, values[k]);
-        last = &update;
-        ok = update.exec();
-        if (ok && update.numRowsAffected() == 0) {
-            for (int k = 0; k < values.size(); ++k)
-                insert.bindValue(k, values[k]);
-            last = &insert;
-            ok = insert.exec();
+    return inOneTransaction(db, [&](QSqlError* e) {
+        QSqlQuery update(db.database()), insert(db.database());
+        if (!update.prepare(QStringLiteral("UPDATE DatDwt SET Dwt = ? WHERE BDSId = ? AND YEAR = ? AND COBCd = ? "
+                                           "AND ASG = ?")) ||
+            !insert.prepare(QStringLiteral("INSERT INTO DatDwt (Dwt, BDSId, YEAR, COBCd, ASG) VALUES (?, ?, ?, ?, ?)"))) {
+            *e = update.lastError().isValid() ? update.lastError() : insert.lastError();
+            return false;
         }
-    }
-    if (!ok)
-        *error = last->lastError();
-    if (ok && !base.commit()) {
-        *error = base.lastError();
-        ok = false;
-    }
-    if (!ok)
-        base.rollback();
-    return ok;
+        for (const WeightCell& cell : cells)
+            if (!editOrAdd(update, insert, {cell.weight, key.study, key.year, cell.code, cell.label}, e))
+                return false;
+        return true;
+    }, error);
 }
 
 ConfirmResult stored(DbConnection& db, const WeightsKey& key, const QList<WeightCell>& cells, const char* done) {
     QSqlError error;
     if (!writeWeights(db, key, cells, &error)) {
-        prompts().ask(QString::number(engineErrorNumber(error)) + u' ' + engineDescription(error) + u'\n' +
-                          text(t::kNothingStored),
-                      Buttons::Ok, Icon::Critical);
+        showSheetWriteFailure(error);
         return {ConfirmResult::Outcome::Failed};
     }
     prompts().ask(text(done) + db.path(), Buttons::Ok, Icon::Information);

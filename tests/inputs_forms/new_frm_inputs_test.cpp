@@ -115,6 +115,16 @@ private slots:
                  (QStringList{"B2|0|120000|118000", "B2|1|480000|470000", "B2|5|610000|600000",
                               "B2|10|2500000|2900000"}));
         QCOMPARE(fx->prompts.messages().last(), text(t::kStoredPopulation) + fx->db->path());
+        // The death rates show the persons rate weighted by the population just confirmed.
+        child<QTabWidget>(form.get(), "DemogphSubtab")->setCurrentIndex(1);
+        auto* rates = child<FlexGridView>(form.get(), "msflgASDR");
+        typeCell(rates, 0, 1, "0.02");
+        typeCell(rates, 0, 2, "0.01");
+        QCOMPARE(gridTexts(rates).value(0), QString("1|0.02|0.01|%1").arg(
+                                                 QString::number((0.01 * 118000 + 0.02 * 120000) / 238000.0, 'g', 17)));
+        picture(*form, "inputs_death_rates.png");
+        child<QTabWidget>(form.get(), "DemogphSubtab")->setCurrentIndex(2);
+        picture(*form, "inputs_parameters.png");
     }
 
     void closingWithoutConfirmWritesNothing() {
@@ -215,6 +225,7 @@ private slots:
         QVERIFY2(fx->prompts.messages().last().startsWith("3078 "), qPrintable(fx->prompts.messages().last()));
         child<QCheckBox>(form.get(), "ChkSqleOvrd")->setChecked(true);
         QCOMPARE(epiTabs->tabText(0), QString("By &Cause (11011 SQ1)"));
+        picture(*form, "inputs_sequelae.png");
         child<QCheckBox>(form.get(), "ChkSqleOvrd")->setChecked(false);
         QCOMPARE(epiTabs->tabText(0), QString("By &Cause"));
     }

@@ -7,6 +7,7 @@
 #include "platform/prompts.h"
 #include "platform/texts.h"
 
+#include <QHash>
 #include <QSqlQuery>
 #include <variant>
 
@@ -122,6 +123,29 @@ ConfirmResult confirmWeights(const GridModel& grid, const WeightsKey& key, DbCon
         prompts().ask(text(t::kWeightsExist), Buttons::YesNo, Icon::Question) != Answer::Yes)
         return {ConfirmResult::Outcome::Declined};
     return stored(db, key, std::get<QList<WeightCell>>(checked), t::kStoredWeights);
+}
+
+ConfirmResult exportWeights(const GridModel& grid, const WeightsKey& key, DbConnection& db) {
+    QList<int> all;
+    for (int r = 1; r < grid.rows(); ++r)
+        all << r;
+    auto checked = weightCells(grid, all);
+    if (auto* refused = std::get_if<ConfirmResult>(&checked))
+        return *refused;
+    QList<WeightCell> kept;
+    QHash<QString, bool> overwrite; // by code: asked once for each row that has weights
+    for (const WeightCell& cell : std::get<QList<WeightCell>>(checked)) {
+        if (!overwrite.contains(cell.code)) {
+            auto q = db.query(QStringLiteral("SELECT count(*) FROM DatDwt WHERE BDSId = ? AND YEAR = ? AND COBCd = ?"),
+                              {key.study, key.year, cell.code});
+            const bool there = q && q->next() && q->value(0).toInt() > 0;
+            overwrite.insert(cell.code, !there || prompts().ask(text(t::kWeightsRowExists), Buttons::YesNo,
+                                                                Icon::Question) == Answer::Yes);
+        }
+        if (overwrite.value(cell.code))
+            kept << cell;
+    }
+    return stored(db, key, kept, t::kStoredWeights);
 }
 
 ConfirmResult updateWeights(const GridModel& grid, const WeightsKey& key, const QString& cause,

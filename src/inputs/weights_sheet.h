@@ -41,4 +41,8 @@ ConfirmResult confirmWeights(const GridModel& grid, const WeightsKey& key, DbCon
 ConfirmResult updateWeights(const GridModel& grid, const WeightsKey& key, const QString& cause,
                             const QList<WeightRow>& rows, DbConnection& db);
 
+// Export: the sheet written out row by row, a row whose code has weights already asking first
+// (Yes overwrites that row's weights, No passes it over); the rows written go in one transaction.
+ConfirmResult exportWeights(const GridModel& grid, const WeightsKey& key, DbConnection& db);
+
 } // namespace vesk

@@ -71,6 +71,21 @@ TEST_F(WeightsSheet, WeightsThereAskBeforeAnOverwrite) {
     EXPECT_EQ(prompts.messages().first(), text(t::kWeightsExist));
 }
 
+// Export asks for each row whose code has weights already; No passes that row over.
+TEST_F(WeightsSheet, ExportAsksRowByRowAndNoPassesTheRowOver) {
+    exec("INSERT INTO DatDwt (BDSId, YEAR, COBCd, ASG, Dwt) VALUES ('S1', 2000, 'A01', 'U0-4', 0.9), "
+         "('S1', 2000, 'B02S1', 'U0-4', 0.8)");
+    typeRow(1, {"0.2", "", "", "", ""});
+    typeRow(2, {"0.3", "", "", "", ""});
+    typeRow(3, {"0.4", "", "", "", ""});
+    prompts.answer(Answer::No);  // A01 keeps 0.9
+    prompts.answer(Answer::Yes); // B02S1 takes 0.3
+    EXPECT_EQ(exportWeights(grid, key, *db).outcome, ConfirmResult::Outcome::Stored);
+    EXPECT_EQ(stored(), (QStringList{"A01|U0-4|0.9", "B02S1|U0-4|0.3", "B02S2|U0-4|0.4"}));
+    EXPECT_EQ(prompts.messages(), (QStringList{text(t::kWeightsRowExists), text(t::kWeightsRowExists),
+                                               text(t::kStoredWeights) + db->path()}));
+}
+
 TEST_F(WeightsSheet, UpdateWritesTheRowsOfTheCauseInForceOnly) {
     typeRow(1, {"0.2", "", "", "", ""});
     typeRow(2, {"0.3", "", "", "", ""});

@@ -204,9 +204,8 @@ QWidget* NewFrmInputs::buildWeightsTab() {
     auto* update = button(QStringLiteral("Update"), QStringLiteral("CmdUpdateDwt"), tab);
     auto* import = button(QStringLiteral(" Import"), QStringLiteral("cmdImportDwt"), tab);
     auto* exportButton = button(QStringLiteral("Export"), QStringLiteral("cmdExportDwt"), tab);
-    exportButton->setEnabled(false);
-    exportButton->setToolTip(text(t::kExportNotBuilt));
     const WeightsKey key{study_.studyId, study_.year};
+    connect(exportButton, &QPushButton::clicked, this, [this, key] { exportWeights(*weightsModel_, key, *db_); });
     connect(import, &QPushButton::clicked, this, [this, key] {
         const auto file = prompts().openFileName(text(t::kImportWeightsTitle) + study_.term,
                                                  text(texts::kForeignFileFilter));

@@ -113,6 +113,20 @@ TEST_F(CliImport, EpidemiologyOfEveryCauseInTheFileIsStored) {
     EXPECT_EQ(none.code, 1);
 }
 
+TEST_F(CliImport, SequelaEstimatesAreStoredUnderTheirSequela) {
+    exec("INSERT INTO _DctBDMSqla (SqlaCd, Sequela) VALUES ('SQ1', 'Dehydration')");
+    exec("INSERT INTO _MapBDMSqla (SqlaCd, cobcd) VALUES ('SQ1', '11011')");
+    exec("UPDATE _DctBDM SET Sqla = -1 WHERE CobCd = '11011'");
+    QFile f(path("sq.txt"));
+    ASSERT_TRUE(f.open(QIODevice::WriteOnly));
+    f.write("B1;2000;11011;SQ1;M15-w;0.004;0.05;20;2;25\r\n");
+    f.close();
+    const CliRun r = run({"--sheet", "sequela-epi", "--bpu", "B1", path("sq.txt")});
+    EXPECT_EQ(r.code, 0) << r.errors.toStdString();
+    EXPECT_EQ(rows("SELECT COBCd, SqlaCd, ASG, i, P, ago, DURN, agp FROM DatADWSqla WHERE i IS NOT NULL"),
+              QStringList{"11011|SQ1|M15-w|0.004|0.05|20|2|25"});
+}
+
 TEST_F(CliImport, ParametersAndWeightsAreStoredAndAnUnknownSheetIsRefused) {
     QFile dp(path("dp.txt"));
     ASSERT_TRUE(dp.open(QIODevice::WriteOnly));

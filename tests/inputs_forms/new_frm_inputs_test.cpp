@@ -174,6 +174,11 @@ private slots:
             typeCell(grid, 0, c, first[c]);
             typeCell(grid, 1, c, second[c]);
         }
+        // A proportion above 1 cannot be typed: the cell is refused as it is left.
+        typeCell(grid, 1, 3, "1.5");
+        QCOMPARE(fx->prompts.messages().last(), text(t::kProportionOutOfRange));
+        QCOMPARE(gridTexts(grid).value(1), QString("0.5|0.75|0.25|"));
+        typeCell(grid, 1, 3, "0");
         QTest::mouseClick(child<QPushButton>(form.get(), "cmdChckTot"), Qt::LeftButton);
         QCOMPARE(fx->prompts.messages().last(), text(t::kSubtotalsAllOne));
         picture(*form, "inputs_causes.png");
@@ -238,6 +243,8 @@ private slots:
         auto* grid = child<FlexGridView>(form.get(), "MSFlgDWT");
         QCOMPARE(grid->model()->headerData(4, Qt::Horizontal).toString(), QString("U60-w"));
         typeCell(grid, 0, 0, "0.2");
+        typeCell(grid, 1, 4, "1.35"); // refused as typed: a weight lies from 0 to 1
+        QCOMPARE(fx->prompts.messages().last(), text(t::kWeightOutOfRange));
         typeCell(grid, 1, 4, "0.35");
         picture(*form, "inputs_weights.png");
         QTest::mouseClick(child<QPushButton>(form.get(), "cmdConfirmDwt"), Qt::LeftButton);

@@ -235,6 +235,23 @@ private slots:
         QCOMPARE(epiTabs->tabText(0), QString("By &Cause"));
     }
 
+    void figuresKeptInMemoryGoWithTheUnitLeft() {
+        defineStudy();
+        auto form = openForm();
+        chooseUnit(*form, 0);
+        child<QTabWidget>(form.get(), "SSTabInputs")->setCurrentIndex(3);
+        auto* grid = child<FlexGridView>(form.get(), "flex1");
+        typeCell(grid, 0, 0, "0.004");
+        QTest::mouseClick(child<QPushButton>(form.get(), "cmdNextEpi"), Qt::LeftButton);
+        child<QTabWidget>(form.get(), "SSTabInputs")->setCurrentIndex(0);
+        chooseUnit(*form, 1);
+        QCOMPARE(form->unitInForce(), QString("B2"));
+        child<QTabWidget>(form.get(), "SSTabInputs")->setCurrentIndex(3);
+        QTest::mouseClick(child<QPushButton>(form.get(), "cmdFirstEpi"), Qt::LeftButton);
+        QVERIFY(gridTexts(grid).isEmpty());
+        QCOMPARE(fx->value("SELECT count(*) FROM DatADW"), QString("0"));
+    }
+
     void weightsAreConfirmedOnTheFiveGroups() {
         defineStudy();
         auto form = openForm();

@@ -126,6 +126,7 @@ void NewFrmInputs::status(const QString& message) {
 void NewFrmInputs::procChckConfm() {
     status(text(t::kLoadingPart1) + study_.term + text(t::kLoadingPart2) + u' ' + text(t::kLoadingNote));
     epiDirty_.clear();
+    epiPending_.clear(); // what was not confirmed for the unit left goes with it
     loadDemographics();
     loadCauses();
     cause_ = 0;

@@ -15,6 +15,9 @@
 #include <QLineEdit>
 #include <QPushButton>
 #include <QTabWidget>
+#include <QApplication>
+#include <QMenu>
+#include <QTimer>
 #include <QtTest>
 
 using namespace vesk;
@@ -161,6 +164,28 @@ private slots:
         child<QTabWidget>(form.get(), "SSTabInputs")->setCurrentIndex(1);
         QCOMPARE(fx->prompts.messages().last(), text(t::kChangedPndAges));
         QCOMPARE(fx->value("SELECT count(*) FROM DatPOP"), QString("0"));
+    }
+
+    void theFamilyIsChosenFromThePopUpOfTheCell() {
+        defineStudy();
+        auto form = openForm();
+        chooseUnit(*form, 0);
+        child<QTabWidget>(form.get(), "SSTabInputs")->setCurrentIndex(1);
+        child<QTabWidget>(form.get(), "DemogphSubtab")->setCurrentIndex(2);
+        auto* grid = child<FlexGridView>(form.get(), "msflgDP");
+        QStringList offered;
+        QTimer::singleShot(0, [&offered] {
+            auto* menu = qobject_cast<QMenu*>(QApplication::activePopupWidget());
+            if (!menu)
+                return;
+            for (QAction* a : menu->actions())
+                offered << a->text();
+            menu->actions().value(1)->trigger(); // "South"
+            menu->close();
+        });
+        emit grid->customContextMenuRequested(grid->visualRect(grid->model()->index(0, 0)).center());
+        QCOMPARE(offered, QStringList({"West", "South", "North", "East"}));
+        QCOMPARE(gridTexts(grid).value(0), QString("South||"));
     }
 
     void theCauseSheetAddsItsTotalsAndConfirms() {

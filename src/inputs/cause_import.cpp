@@ -3,6 +3,7 @@
 #include "inputs/cause_sheet.h"
 #include "inputs/foreign_file.h"
 #include "inputs/foreign_types.h"
+#include "inputs/import_common.h"
 #include "inputs/sheet_texts.h"
 #include "platform/csv.h"
 #include "platform/prompts.h"
@@ -17,19 +18,6 @@ namespace t = sheet_texts;
 
 namespace {
 
-void tell(const QString& message) {
-    prompts().ask(message, Buttons::Ok, Icon::Critical);
-}
-
-QString askedHead(ForeignKind kind) {
-    switch (kind) {
-    case ForeignKind::Dbf: return text(t::kAskDbf);
-    case ForeignKind::Text: return text(t::kAskText);
-    case ForeignKind::Database: return text(t::kAskDatabase);
-    default: return text(t::kAskWorksheet);
-    }
-}
-
 // The source as a table with its field names, or nothing when the import ended.
 struct Source {
     CellArray rows;
@@ -38,21 +26,16 @@ struct Source {
 
 std::optional<Source> readSource(const CauseImport& im, ForeignKind kind) {
     if (!QFileInfo::exists(im.path)) {
-        tell(text(t::kImportFileMissing));
+        tellImportRefusal(text(t::kImportFileMissing));
         return std::nullopt;
     }
-    QString table = im.table;
-    if (kind == ForeignKind::Database && table.isEmpty()) {
-        const auto asked = prompts().inputBox(text(t::kAskTableName), text(t::kImportCausesTitle) + im.unit.term);
-        if (!asked || asked->trimmed().isEmpty())
-            return std::nullopt;
-        table = asked->trimmed();
-    }
-    const bool worksheet = kind == ForeignKind::Wk1 || kind == ForeignKind::Xlsx || kind == ForeignKind::Xls;
+    const auto table = sourceTableName(kind, im.table, im.unit.bpuId, text(t::kImportCausesTitle) + im.unit.term);
+    if (!table)
+        return std::nullopt;
     Source s;
-    s.rows = FnReadArrFile(im.path, worksheet ? im.unit.bpuId : table, &s.names);
+    s.rows = FnReadArrFile(im.path, *table, &s.names);
     if (lastForeignError().number == engine_error::kNoSuchTable) {
-        tell(text(t::kNoTableOrRange) + u'\n' + text(t::kNoTableOrRangeHint));
+        tellImportRefusal(text(t::kNoTableOrRange) + u'\n' + text(t::kNoTableOrRangeHint));
         return std::nullopt;
     }
     if (kind == ForeignKind::Text && s.rows.rank() == 2 && s.rows.size(0) > 0) {
@@ -76,17 +59,11 @@ int fieldOf(const QStringList& names, const QString& name) {
     return -1;
 }
 
-std::optional<double> numberOf(const Cell& v) {
-    if (v.isNumber())
-        return v.toDouble();
-    return v.isText() ? std::optional<double>(Val(v.toString().trimmed())) : std::nullopt;
-}
-
 } // namespace
 
 bool importCauses(const CauseImport& im, GridModel& grid) {
     const ForeignKind kind = foreignKind(im.path);
-    if (prompts().ask(askedHead(kind) + im.unit.term + text(t::kAskCausesFields), Buttons::YesNo, Icon::Question) !=
+    if (prompts().ask(layoutQuestionHead(kind) + im.unit.term + text(t::kAskCausesFields), Buttons::YesNo, Icon::Question) !=
         Answer::Yes)
         return false;
     const auto source = readSource(im, kind);
@@ -96,7 +73,7 @@ bool importCauses(const CauseImport& im, GridModel& grid) {
     const int yearField = fieldOf(source->names, QStringLiteral("Year"));
     const int causeField = fieldOf(source->names, QStringLiteral("COBCd"));
     if (unitField < 0 || yearField < 0 || causeField < 0 || source->rows.rank() != 2) {
-        tell(text(t::kImportNotExpectedFormat));
+        tellImportRefusal(text(t::kImportNotExpectedFormat));
         return false;
     }
     QStringList fileLabels;
@@ -118,12 +95,12 @@ bool importCauses(const CauseImport& im, GridModel& grid) {
         for (int i = 0; i < source->rows.size(0); ++i) {
             const CellArray& rows = source->rows;
             if (rows(i, unitField).toString().trimmed().toUpper() != id ||
-                numberOf(rows(i, yearField)).value_or(-1) != im.unit.year ||
+                sourceNumber(rows(i, yearField)).value_or(-1) != im.unit.year ||
                 rows(i, causeField).toString().trimmed().toUpper() != cause)
                 continue;
             for (int c = kCauseFixedCols; c < grid.cols(); ++c) {
                 const int field = fieldOf(source->names, grid.textMatrix(0, c));
-                const auto v = field >= 0 ? numberOf(rows(i, field)) : std::nullopt;
+                const auto v = field >= 0 ? sourceNumber(rows(i, field)) : std::nullopt;
                 grid.setTextMatrix(r, c, v ? shortestNumber(*v) : QString());
             }
         }

@@ -133,16 +133,9 @@ bool writeCauses(DbConnection& db, const SheetUnit& unit, const QList<CauseCell>
             const double value = cell.value.value_or(0.0);
             const QVariantList values{value, today, unit.bpuId, unit.year, causeOf(grid, cell.row),
                                       labelOf(grid, cell.column)};
-            if (value == 0.0) { // a cell of 0 or blank edits what is there and adds nothing
-                for (int k = 0; k < values.size(); ++k)
-                    update.bindValue(k, values[k]);
-                if (!update.exec()) {
-                    *e = update.lastError();
-                    return false;
-                }
-            } else if (!editOrAdd(update, insert, values, e)) {
+            // A cell of 0 or blank edits what is there and adds nothing.
+            if (!(value == 0.0 ? editRows(update, values, e) : editOrAdd(update, insert, values, e)))
                 return false;
-            }
         }
         return true;
     }, error);

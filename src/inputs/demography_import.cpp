@@ -2,6 +2,7 @@
 
 #include "inputs/foreign_file.h"
 #include "inputs/foreign_types.h"
+#include "inputs/import_common.h"
 #include "inputs/sheet_texts.h"
 #include "platform/prompts.h"
 #include "platform/texts.h"
@@ -16,31 +17,16 @@ namespace {
 enum Field { kUnit = 0, kYear = 1, kBai = 2, kMale = 3, kFemale = 4 };
 constexpr int kFieldsNeeded = 5;
 
-bool isWorksheet(ForeignKind kind) {
-    return kind == ForeignKind::Wk1 || kind == ForeignKind::Xlsx || kind == ForeignKind::Xls;
-}
-
 // The question of the kind of file: whether it is laid out as the sheet's table.
 QString layoutQuestion(ForeignKind kind, DemographyKind sheet, const QString& term) {
     const bool people = sheet == DemographyKind::Population;
-    switch (kind) {
-    case ForeignKind::Dbf:
-        return text(t::kAskDbf) + term + text(people ? t::kAskPopulationFields : t::kAskDeathRateFields) +
-               text(t::kAskDbfTail);
-    case ForeignKind::Text:
-        return text(t::kAskText) + term + text(people ? t::kAskPopulationTextFields : t::kAskDeathRateTextFields) +
-               text(t::kAskTail);
-    case ForeignKind::Database:
-        return text(t::kAskDatabase) + term + text(people ? t::kAskPopulationFields : t::kAskDeathRateFields) +
-               text(t::kAskDatabaseTail);
-    default:
-        return text(t::kAskWorksheet) + term + text(people ? t::kAskPopulationFields : t::kAskDeathRateFields) +
-               text(t::kAskTail);
-    }
-}
-
-void tell(const QString& message) {
-    prompts().ask(message, Buttons::Ok, Icon::Critical);
+    const QString fields = kind == ForeignKind::Text
+                               ? text(people ? t::kAskPopulationTextFields : t::kAskDeathRateTextFields)
+                               : text(people ? t::kAskPopulationFields : t::kAskDeathRateFields);
+    const char* tail = kind == ForeignKind::Dbf        ? t::kAskDbfTail
+                       : kind == ForeignKind::Database ? t::kAskDatabaseTail
+                                                       : t::kAskTail;
+    return layoutQuestionHead(kind) + term + fields + text(tail);
 }
 
 QString unitOf(const CellArray& rows, int i) {
@@ -48,42 +34,27 @@ QString unitOf(const CellArray& rows, int i) {
 }
 
 bool yearMatches(const CellArray& rows, int i, int year) {
-    const Cell& v = rows(i, kYear);
-    return (v.isNumber() ? v.toDouble() : cellFigure(v.toString()).value_or(-1.0)) == year;
-}
-
-std::optional<double> numberOf(const Cell& v) {
-    return v.isNumber() ? std::optional<double>(v.toDouble()) : cellFigure(v.toString());
+    return sourceNumber(rows(i, kYear)).value_or(-1.0) == year;
 }
 
 // The rows of the file that the tests look at, or nothing when the import ended.
 std::optional<CellArray> sourceRows(const DemographyImport& im, ForeignKind kind) {
-    QString table = im.table;
-    if (kind == ForeignKind::Database && table.isEmpty()) {
-        const auto asked = prompts().inputBox(text(t::kAskTableName),
-                                              text(im.kind == DemographyKind::Population ? t::kAskTablePopulationTitle
-                                                                                         : t::kAskTableDeathRatesTitle));
-        if (!asked || asked->trimmed().isEmpty())
-            return std::nullopt;
-        table = asked->trimmed();
-    }
-    const CellArray rows = FnReadArrFile(im.path, isWorksheet(kind) ? im.unit.bpuId : table);
-    if (rows.rank() != 2 || rows.size(0) == 0) {
-        if (isWorksheet(kind) && lastForeignError().number == engine_error::kNoSuchTable)
-            tell(text(t::kNoRange));
-        else if (lastForeignError().number != 0 && lastForeignError().number != engine_error::kNoSuchTable)
-            tell(QString::number(lastForeignError().number) + u' ' + lastForeignError().words);
-        else
-            tell(text(t::kNotInSourcePart1) + im.unit.term + text(t::kNotInSourcePart2) + im.path +
-                 text(t::kNotInSourcePart3));
+    const auto table = sourceTableName(
+        kind, im.table, im.unit.bpuId,
+        text(im.kind == DemographyKind::Population ? t::kAskTablePopulationTitle : t::kAskTableDeathRatesTitle));
+    if (!table)
         return std::nullopt;
-    }
-    if (rows.size(1) < kFieldsNeeded) {
-        tell(text(t::kNotInSourcePart1) + im.unit.term + text(t::kNotInSourcePart2) + im.path +
-             text(t::kNotInSourcePart3));
-        return std::nullopt;
-    }
-    return rows;
+    const CellArray rows = FnReadArrFile(im.path, *table);
+    const int failure = lastForeignError().number;
+    if (rows.rank() == 2 && rows.size(0) > 0 && rows.size(1) >= kFieldsNeeded)
+        return rows;
+    if (isWorksheetKind(kind) && failure == engine_error::kNoSuchTable)
+        tellImportRefusal(text(t::kNoRange));
+    else if (failure != 0 && failure != engine_error::kNoSuchTable)
+        tellImportRefusal(QString::number(failure) + u' ' + lastForeignError().words);
+    else
+        tellImportRefusal(notInSourceMessage(im.unit.term, im.path));
+    return std::nullopt;
 }
 
 // The rows of the unit and year, after the tests of the whole source; nothing when one failed.
@@ -97,24 +68,23 @@ std::optional<QList<int>> unitRows(const DemographyImport& im, ForeignKind kind,
                 others << rows(i, kUnit).toString();
             continue;
         }
-        if (!yearMatches(rows, i, im.unit.year) && (isWorksheet(kind) || kind == ForeignKind::Text)) {
-            tell(text(t::kOtherYear));
+        if (!yearMatches(rows, i, im.unit.year) && (isWorksheetKind(kind) || kind == ForeignKind::Text)) {
+            tellImportRefusal(text(t::kOtherYear));
             return std::nullopt;
         }
         if (yearMatches(rows, i, im.unit.year))
             kept << i;
     }
     if (kind == ForeignKind::Text && !others.isEmpty()) {
-        tell(text(t::kTextOtherUnitPart1) + im.unit.term + text(t::kTextOtherUnitPart2));
+        tellImportRefusal(text(t::kTextOtherUnitPart1) + im.unit.term + text(t::kTextOtherUnitPart2));
         return std::nullopt;
     }
-    if (isWorksheet(kind) && !others.isEmpty()) {
-        tell(text(t::kOtherUnits) + u'\n' + text(t::kOtherUnitsListed) + u'\n' + others.join(u'\n'));
+    if (isWorksheetKind(kind) && !others.isEmpty()) {
+        tellImportRefusal(text(t::kOtherUnits) + u'\n' + text(t::kOtherUnitsListed) + u'\n' + others.join(u'\n'));
         return std::nullopt;
     }
     if (kept.isEmpty()) {
-        tell(text(t::kNotInSourcePart1) + im.unit.term + text(t::kNotInSourcePart2) + im.path +
-             text(t::kNotInSourcePart3));
+        tellImportRefusal(notInSourceMessage(im.unit.term, im.path));
         return std::nullopt;
     }
     return kept;
@@ -123,7 +93,7 @@ std::optional<QList<int>> unitRows(const DemographyImport& im, ForeignKind kind,
 QString shownCell(const Cell& v, const DemographyImport& im) {
     if (v.isNull() || v.isEmpty())
         return QString();
-    const auto x = numberOf(v);
+    const auto x = sourceNumber(v);
     return x ? shownFigure(*x, im.kind, im.scale) : v.toString();
 }
 
@@ -145,13 +115,13 @@ bool importDemography(const DemographyImport& im, GridModel& grid) {
         return false;
     const QList<double> ages = demographyAges(grid);
     if (kept->size() > ages.size()) {
-        tell(text(t::kTooManyAges) + u'\n' + text(t::kTooManyAgesTail));
+        tellImportRefusal(text(t::kTooManyAges) + u'\n' + text(t::kTooManyAgesTail));
         return false;
     }
     for (const int i : *kept) {
-        const auto bai = numberOf((*rows)(i, kBai));
+        const auto bai = sourceNumber((*rows)(i, kBai));
         if (!bai || !ages.contains(*bai)) {
-            tell(text(im.kind == DemographyKind::Population ? t::kOtherAges : t::kOtherDeathAges));
+            tellImportRefusal(text(im.kind == DemographyKind::Population ? t::kOtherAges : t::kOtherDeathAges));
             return false;
         }
     }
@@ -160,7 +130,7 @@ bool importDemography(const DemographyImport& im, GridModel& grid) {
         grid.setTextMatrix(r, col::kFemale, QString());
     }
     for (const int i : *kept) {
-        const int r = grid.fixedRows() + static_cast<int>(ages.indexOf(*numberOf((*rows)(i, kBai))));
+        const int r = grid.fixedRows() + static_cast<int>(ages.indexOf(*sourceNumber((*rows)(i, kBai))));
         grid.setTextMatrix(r, col::kMale, shownCell((*rows)(i, kMale), im));
         grid.setTextMatrix(r, col::kFemale, shownCell((*rows)(i, kFemale), im));
     }

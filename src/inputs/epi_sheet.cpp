@@ -52,13 +52,6 @@ std::optional<double> storedMeasure(const EpiKey& key, int column, const QString
     return cellFigure(typed);
 }
 
-QString shownMeasure(const EpiKey& key, int column, double stored) {
-    if (column == col::kIncidence)
-        return shownFigure(stored, DemographyKind::DeathRates, key.incidenceBase);
-    if (column == col::kPrevalence)
-        return shownFigure(stored, DemographyKind::DeathRates, key.prevalenceBase);
-    return shortestNumber(stored);
-}
 
 QStringList labelsOf(const GridModel& grid) {
     QStringList labels;
@@ -68,6 +61,14 @@ QStringList labelsOf(const GridModel& grid) {
 }
 
 } // namespace
+
+QString shownMeasure(const EpiKey& key, int column, double stored) {
+    if (column == col::kIncidence)
+        return shownFigure(stored, DemographyKind::DeathRates, key.incidenceBase);
+    if (column == col::kPrevalence)
+        return shownFigure(stored, DemographyKind::DeathRates, key.prevalenceBase);
+    return shortestNumber(stored);
+}
 
 void layoutEpiGrid(GridModel& grid, const QStringList& yldLabels) {
     grid.setRedraw(false);

@@ -40,6 +40,9 @@ struct EpiKey {
     double prevalenceBase = 1;
 };
 
+// A stored measure as the sheet shows it: the rates under their bases, the others as they stand.
+QString shownMeasure(const EpiKey& key, int column, double stored);
+
 // The heading row and a row per label.
 void layoutEpiGrid(GridModel& grid, const QStringList& yldLabels);
 

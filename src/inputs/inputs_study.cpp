@@ -106,6 +106,18 @@ std::optional<InputsStudy> openInputsStudy(StudyContext& c) {
     return s;
 }
 
+QList<WeightRow> weightRowsOf(const InputsStudy& study) {
+    QList<WeightRow> rows;
+    for (int i = 0; i < study.causes.size(); ++i) {
+        const StudyCause& c = study.causes[i];
+        if (study.sequelae.value(i).isEmpty())
+            rows << WeightRow{c.code, c.name, c.code};
+        for (const QString& sequela : study.sequelae.value(i))
+            rows << WeightRow{sequela, c.name, c.code};
+    }
+    return rows;
+}
+
 QString inputsCaption(const InputsStudy& study) {
     return text(t::kInputsCaption) + study.title + QStringLiteral(" (") + QString::number(study.year) + u')';
 }

@@ -6,6 +6,7 @@
 
 #include "database/study_context.h"
 #include "inputs/cause_sheet.h"
+#include "inputs/weights_sheet.h"
 
 #include <QList>
 #include <QStringList>
@@ -28,6 +29,10 @@ struct InputsStudy {
 
 // The checks in order; nothing when one failed, its message shown. Loads the context on the way.
 std::optional<InputsStudy> openInputsStudy(StudyContext& context);
+
+// The rows of the weights sheet: a cause without sequelae under its own code, a cause with them
+// once for each sequela, under the sequela's code.
+QList<WeightRow> weightRowsOf(const InputsStudy& study);
 
 // "Inputs: " + study + " (" + year + ")".
 QString inputsCaption(const InputsStudy& study);

@@ -5,6 +5,7 @@
 #include "inputs/epi_import.h"
 #include "inputs/foreign_file.h"
 #include "inputs/foreign_types.h"
+#include "inputs/import_common.h"
 #include "inputs/parameters_sheet.h"
 #include "inputs/small_sheet_import.h"
 #include "inputs/inputs_study.h"
@@ -44,9 +45,7 @@ SheetImportResult importCauseSheet(StudyContext& context, const InputsStudy& stu
 // Whether `file` holds rows of the unit, year, cause (and sequela): the file's own test, without
 // its messages, so that a script imports each cause the file has and passes over the others.
 bool holdsRowsOf(const SheetImportRequest& r, const EpiKey& key) {
-    const ForeignKind kind = foreignKind(r.file);
-    const bool worksheet = kind == ForeignKind::Wk1 || kind == ForeignKind::Xlsx || kind == ForeignKind::Xls;
-    const CellArray rows = FnReadArrFile(r.file, worksheet ? key.unit.bpuId : r.table);
+    const CellArray rows = FnReadArrFile(r.file, isWorksheetKind(foreignKind(r.file)) ? key.unit.bpuId : r.table);
     if (rows.rank() != 2 || rows.size(1) < 4)
         return false;
     for (int i = 0; i < rows.size(0); ++i)
@@ -107,14 +106,7 @@ SheetImportResult importSmallSheet(StudyContext& context, const InputsStudy& stu
             return SheetImportResult::Ended;
         confirmed = confirmParameters(grid, unit, *context.StudyDB);
     } else {
-        QList<WeightRow> rows;
-        for (int i = 0; i < study.causes.size(); ++i) {
-            if (study.sequelae.value(i).isEmpty())
-                rows << WeightRow{study.causes[i].code, study.causes[i].name, study.causes[i].code};
-            for (const QString& sequela : study.sequelae.value(i))
-                rows << WeightRow{sequela, study.causes[i].name, study.causes[i].code};
-        }
-        layoutWeightsGrid(grid, rows);
+        layoutWeightsGrid(grid, weightRowsOf(study));
         const WeightsKey key{study.studyId, unit.year};
         if (!importWeights(key, study.term, r.file, r.table, grid))
             return SheetImportResult::Ended;

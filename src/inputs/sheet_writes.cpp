@@ -22,15 +22,20 @@ bool inOneTransaction(DbConnection& db, const std::function<bool(QSqlError*)>& w
     return ok;
 }
 
+bool editRows(QSqlQuery& update, const QVariantList& values, QSqlError* error) {
+    for (int k = 0; k < values.size(); ++k)
+        update.bindValue(k, values[k]);
+    if (update.exec())
+        return true;
+    *error = update.lastError();
+    return false;
+}
+
 bool editOrAdd(QSqlQuery& update, QSqlQuery& insert, const QVariantList& values, QSqlError* error, bool* added) {
     if (added)
         *added = false;
-    for (int k = 0; k < values.size(); ++k)
-        update.bindValue(k, values[k]);
-    if (!update.exec()) {
-        *error = update.lastError();
+    if (!editRows(update, values, error))
         return false;
-    }
     if (update.numRowsAffected() > 0)
         return true;
     for (int k = 0; k < values.size(); ++k)

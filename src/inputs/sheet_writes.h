@@ -14,6 +14,9 @@ namespace vesk {
 // returns false or the commit fails. False with the engine's error in `error`.
 bool inOneTransaction(DbConnection& db, const std::function<bool(QSqlError*)>& work, QSqlError* error);
 
+// Binds `values` to `update` and runs it; false with the engine's error.
+bool editRows(QSqlQuery& update, const QVariantList& values, QSqlError* error);
+
 // Binds `values` to `update` and runs it; where it touched no row, binds them to `insert` and runs
 // that. The two statements take the same values in the same order. False with the engine's error;
 // `added`, when given, tells which of the two it was.

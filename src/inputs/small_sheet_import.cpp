@@ -2,6 +2,7 @@
 
 #include "inputs/foreign_file.h"
 #include "inputs/foreign_types.h"
+#include "inputs/import_common.h"
 #include "inputs/parameters_sheet.h"
 #include "inputs/sheet_texts.h"
 #include "platform/csv.h"
@@ -15,53 +16,26 @@ namespace t = sheet_texts;
 
 namespace {
 
-void tell(const QString& message) {
-    prompts().ask(message, Buttons::Ok, Icon::Critical);
-}
-
-bool isWorksheet(ForeignKind kind) {
-    return kind == ForeignKind::Wk1 || kind == ForeignKind::Xlsx || kind == ForeignKind::Xls;
-}
-
-QString head(ForeignKind kind) {
-    switch (kind) {
-    case ForeignKind::Dbf: return text(t::kAskDbf);
-    case ForeignKind::Text: return text(t::kAskText);
-    case ForeignKind::Database: return text(t::kAskDatabase);
-    default: return text(t::kAskWorksheet);
-    }
-}
-
 // The rows of the source, or nothing when the import ended (the table asked for and not given, or
 // no rows at all).
 std::optional<CellArray> sourceRows(const QString& path, const QString& table, const QString& range,
                                     const QString& title, const QString& notThere) {
     const ForeignKind kind = foreignKind(path);
-    QString name = table;
-    if (kind == ForeignKind::Database && name.isEmpty()) {
-        const auto asked = prompts().inputBox(text(t::kAskTableName), title);
-        if (!asked || asked->trimmed().isEmpty())
-            return std::nullopt;
-        name = asked->trimmed();
-    }
-    const CellArray rows = FnReadArrFile(path, isWorksheet(kind) ? range : name);
+    const auto name = sourceTableName(kind, table, range, title);
+    if (!name)
+        return std::nullopt;
+    const CellArray rows = FnReadArrFile(path, *name);
     if (rows.rank() != 2 || rows.size(0) == 0) {
-        tell(isWorksheet(kind) && lastForeignError().number == engine_error::kNoSuchTable ? text(t::kNoRange)
-                                                                                          : notThere);
+        tellImportRefusal(isWorksheetKind(kind) && lastForeignError().number == engine_error::kNoSuchTable
+                              ? text(t::kNoRange)
+                              : notThere);
         return std::nullopt;
     }
     return rows;
 }
 
-std::optional<double> numberOf(const Cell& v) {
-    if (v.isNumber())
-        return v.toDouble();
-    const QString s = v.toString().trimmed();
-    return s.isEmpty() ? std::nullopt : std::optional<double>(Val(s));
-}
-
 QString shownNumber(const Cell& v) {
-    const auto x = numberOf(v);
+    const auto x = sourceNumber(v);
     return x ? shortestNumber(*x) : QString();
 }
 
@@ -69,28 +43,27 @@ QString shownNumber(const Cell& v) {
 
 bool importParameters(const SheetUnit& unit, const QString& path, const QString& table, GridModel& grid) {
     const ForeignKind kind = foreignKind(path);
-    if (prompts().ask(head(kind) + unit.term + text(t::kAskParametersFields), Buttons::YesNo, Icon::Question) !=
+    if (prompts().ask(layoutQuestionHead(kind) + unit.term + text(t::kAskParametersFields), Buttons::YesNo, Icon::Question) !=
         Answer::Yes)
         return false;
-    const QString notThere =
-        text(t::kNotInSourcePart1) + unit.term + text(t::kNotInSourcePart2) + path + text(t::kNotInSourcePart3);
+    const QString notThere = notInSourceMessage(unit.term, path);
     const auto rows = sourceRows(path, table, unit.bpuId, text(t::kImportParametersTitle) + unit.term, notThere);
     if (!rows)
         return false;
     if (rows->size(1) < 5) {
-        tell(text(t::kImportNotExpectedFormat));
+        tellImportRefusal(text(t::kImportNotExpectedFormat));
         return false;
     }
     for (int i = 0; i < rows->size(0); ++i) {
         if ((*rows)(i, 0).toString().trimmed().compare(unit.bpuId, Qt::CaseInsensitive) != 0 ||
-            numberOf((*rows)(i, 1)).value_or(-1) != unit.year)
+            sourceNumber((*rows)(i, 1)).value_or(-1) != unit.year)
             continue;
         grid.setTextMatrix(1, parameters_col::kFamily, (*rows)(i, 2).toString().trimmed());
         grid.setTextMatrix(1, parameters_col::kGrowth, shownNumber((*rows)(i, 3)));
         grid.setTextMatrix(1, parameters_col::kInfantMortality, shownNumber((*rows)(i, 4)));
         return true;
     }
-    tell(notThere);
+    tellImportRefusal(notThere);
     return false;
 }
 
@@ -99,18 +72,17 @@ bool importWeights(const WeightsKey& key, const QString& term, const QString& pa
     const ForeignKind kind = foreignKind(path);
     const QString asked = kind == ForeignKind::Text  ? text(t::kAskWeightsText)
                           : kind == ForeignKind::Wk1 ? text(t::kAskWeightsLotus)
-                          : isWorksheet(kind)        ? text(t::kAskWeightsExcel)
+                          : isWorksheetKind(kind)    ? text(t::kAskWeightsExcel)
                                                      : text(t::kAskWeightsText);
     if (prompts().ask(asked, Buttons::YesNo, Icon::Question) != Answer::Yes)
         return false;
-    const QString notThere =
-        text(t::kNotInSourcePart1) + term + text(t::kNotInSourcePart2) + path + text(t::kNotInSourcePart3);
+    const QString notThere = notInSourceMessage(term, path);
     const auto rows = sourceRows(path, table, key.study, text(t::kImportWeightsTitle) + term, notThere);
     if (!rows)
         return false;
     const int groups = static_cast<int>(weightLabels().size());
     if (rows->size(1) < 3 + groups) {
-        tell(text(t::kImportNotExpectedFormat));
+        tellImportRefusal(text(t::kImportNotExpectedFormat));
         return false;
     }
     int filled = 0;
@@ -126,7 +98,7 @@ bool importWeights(const WeightsKey& key, const QString& term, const QString& pa
         }
     }
     if (filled == 0) {
-        tell(notThere);
+        tellImportRefusal(notThere);
         return false;
     }
     return true;

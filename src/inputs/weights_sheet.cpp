@@ -66,6 +66,13 @@ struct WeightCell {
     double weight;
 };
 
+QList<int> everyRow(const GridModel& grid) {
+    QList<int> rows;
+    for (int r = 1; r < grid.rows(); ++r)
+        rows << r;
+    return rows;
+}
+
 // The filled cells of the rows in `rowNumbers`, or the refusal of the first weight outside 0 to 1.
 std::variant<QList<WeightCell>, ConfirmResult> weightCells(const GridModel& grid, const QList<int>& rowNumbers) {
     QList<WeightCell> cells;
@@ -112,10 +119,7 @@ ConfirmResult stored(DbConnection& db, const WeightsKey& key, const QList<Weight
 } // namespace
 
 ConfirmResult confirmWeights(const GridModel& grid, const WeightsKey& key, DbConnection& db) {
-    QList<int> all;
-    for (int r = 1; r < grid.rows(); ++r)
-        all << r;
-    auto checked = weightCells(grid, all);
+    auto checked = weightCells(grid, everyRow(grid));
     if (auto* refused = std::get_if<ConfirmResult>(&checked))
         return *refused;
     auto there = db.query(QStringLiteral("SELECT count(*) FROM DatDwt WHERE BDSId = ?"), {key.study});
@@ -126,10 +130,7 @@ ConfirmResult confirmWeights(const GridModel& grid, const WeightsKey& key, DbCon
 }
 
 ConfirmResult exportWeights(const GridModel& grid, const WeightsKey& key, DbConnection& db) {
-    QList<int> all;
-    for (int r = 1; r < grid.rows(); ++r)
-        all << r;
-    auto checked = weightCells(grid, all);
+    auto checked = weightCells(grid, everyRow(grid));
     if (auto* refused = std::get_if<ConfirmResult>(&checked))
         return *refused;
     QList<WeightCell> kept;

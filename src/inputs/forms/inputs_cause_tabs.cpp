@@ -191,7 +191,7 @@ QWidget* NewFrmInputs::buildEpiTab() {
 QWidget* NewFrmInputs::buildWeightsTab() {
     auto* tab = new QWidget(this);
     weightsModel_ = new GridModel(this);
-    layoutWeightsGrid(*weightsModel_, weightRows());
+    layoutWeightsGrid(*weightsModel_, weightRowsOf(study_));
     MSFlgDWT = sheetView(weightsModel_, "MSFlgDWT", tab);
     connect(MSFlgDWT, &FlexGridView::cellEdited, this, [this](int row, int col) {
         const auto w = cellFigure(weightsModel_->textMatrix(row, col));
@@ -215,7 +215,7 @@ QWidget* NewFrmInputs::buildWeightsTab() {
     connect(confirm, &QPushButton::clicked, this, [this, key] { confirmWeights(*weightsModel_, key, *db_); });
     connect(update, &QPushButton::clicked, this, [this, key] {
         if (cause_ < study_.causes.size())
-            updateWeights(*weightsModel_, key, study_.causes[cause_].code, weightRows(), *db_);
+            updateWeights(*weightsModel_, key, study_.causes[cause_].code, weightRowsOf(study_), *db_);
     });
     auto* row = new QHBoxLayout;
     row->addWidget(navigation(tab, QStringLiteral("Dwt")));
@@ -228,27 +228,13 @@ QWidget* NewFrmInputs::buildWeightsTab() {
     return tab;
 }
 
-QList<WeightRow> NewFrmInputs::weightRows() const {
-    QList<WeightRow> rows;
-    for (int i = 0; i < study_.causes.size(); ++i) {
-        const StudyCause& c = study_.causes[i];
-        if (study_.sequelae.value(i).isEmpty()) {
-            rows << WeightRow{c.code, c.name, c.code};
-            continue;
-        }
-        for (const QString& sequela : study_.sequelae[i])
-            rows << WeightRow{sequela, c.name, c.code};
-    }
-    return rows;
-}
-
 void NewFrmInputs::loadCauses() {
     layoutCauseGrid(*causeModel_, study_.causes, study_.yllLabels);
     vesk::loadCauses(*causeModel_, unit_, *db_);
 }
 
 void NewFrmInputs::loadWeights() {
-    layoutWeightsGrid(*weightsModel_, weightRows());
+    layoutWeightsGrid(*weightsModel_, weightRowsOf(study_));
     fillWithTabData(*weightsModel_, WeightsKey{study_.studyId, study_.year}, *db_);
 }
 

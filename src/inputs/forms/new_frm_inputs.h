@@ -74,7 +74,6 @@ private:
     void lookAtSequelaShares();
     void loadWeights();
     EpiKey epiKey(bool bySequela) const;
-    QList<WeightRow> weightRows() const;
 
     std::shared_ptr<DbConnection> db_;
     InputsStudy study_;

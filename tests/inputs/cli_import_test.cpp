@@ -33,6 +33,11 @@ protected:
         exec("INSERT INTO _DctBDMClstr (ClstrCd, Cluster, SGrpCd) VALUES ('1101', 'Diarrhoea', '11')");
         exec("INSERT INTO _DctBDM (CobCd, Disease, ClstrCd, Sqla, S1) VALUES ('11011', 'Cholera', '1101', 0, -1)");
     }
+    void writeFile(const QString& name, const QByteArray& bytes) {
+        QFile f(path(name));
+        ASSERT_TRUE(f.open(QIODevice::WriteOnly));
+        f.write(bytes);
+    }
     CliRun run(const QStringList& args) {
         QProcess p;
         p.start(QStringLiteral(VESK_BIN_DIR "/vesk-cli"), QStringList{"import", file} + args);
@@ -89,10 +94,7 @@ TEST_F(CliImport, AFileThatFailsTheTestsIsRefusedWithTheSheetsMessage) {
 }
 
 TEST_F(CliImport, CauseOfDeathProportionsFromATextFileAreStored) {
-    QFile f(path("csm.txt"));
-    ASSERT_TRUE(f.open(QIODevice::WriteOnly));
-    f.write("BPUID;Year;COBCd;F0-4;F5-w;M0-4;M5-w\r\nB1;2000;11011;1;1;1;1\r\n");
-    f.close();
+    writeFile("csm.txt", "BPUID;Year;COBCd;F0-4;F5-w;M0-4;M5-w\r\nB1;2000;11011;1;1;1;1\r\n");
     const CliRun r = run({"--sheet", "csm", "--bpu", "B1", path("csm.txt")});
     EXPECT_EQ(r.code, 0) << r.errors.toStdString();
     EXPECT_EQ(rows("SELECT COBCd, ASG, CSMP FROM DatCSM ORDER BY ASG"),
@@ -100,10 +102,7 @@ TEST_F(CliImport, CauseOfDeathProportionsFromATextFileAreStored) {
 }
 
 TEST_F(CliImport, EpidemiologyOfEveryCauseInTheFileIsStored) {
-    QFile f(path("epi.txt"));
-    ASSERT_TRUE(f.open(QIODevice::WriteOnly));
-    f.write("B1;2000;11011;F15-w;0.0015;0.2;30;5.5;34\r\nB1;2000;11011;M0-14;0.001;;2;1;3\r\n");
-    f.close();
+    writeFile("epi.txt", "B1;2000;11011;F15-w;0.0015;0.2;30;5.5;34\r\nB1;2000;11011;M0-14;0.001;;2;1;3\r\n");
     const CliRun r = run({"--sheet", "epi", "--bpu", "B1", path("epi.txt")});
     EXPECT_EQ(r.code, 0) << r.errors.toStdString();
     EXPECT_EQ(rows("SELECT COBCd, ASG, i, P, ago, DURN, agp FROM DatADW WHERE i IS NOT NULL ORDER BY ASG"),
@@ -117,10 +116,7 @@ TEST_F(CliImport, SequelaEstimatesAreStoredUnderTheirSequela) {
     exec("INSERT INTO _DctBDMSqla (SqlaCd, Sequela) VALUES ('SQ1', 'Dehydration')");
     exec("INSERT INTO _MapBDMSqla (SqlaCd, cobcd) VALUES ('SQ1', '11011')");
     exec("UPDATE _DctBDM SET Sqla = -1 WHERE CobCd = '11011'");
-    QFile f(path("sq.txt"));
-    ASSERT_TRUE(f.open(QIODevice::WriteOnly));
-    f.write("B1;2000;11011;SQ1;M15-w;0.004;0.05;20;2;25\r\n");
-    f.close();
+    writeFile("sq.txt", "B1;2000;11011;SQ1;M15-w;0.004;0.05;20;2;25\r\n");
     const CliRun r = run({"--sheet", "sequela-epi", "--bpu", "B1", path("sq.txt")});
     EXPECT_EQ(r.code, 0) << r.errors.toStdString();
     EXPECT_EQ(rows("SELECT COBCd, SqlaCd, ASG, i, P, ago, DURN, agp FROM DatADWSqla WHERE i IS NOT NULL"),
@@ -128,17 +124,11 @@ TEST_F(CliImport, SequelaEstimatesAreStoredUnderTheirSequela) {
 }
 
 TEST_F(CliImport, ParametersAndWeightsAreStoredAndAnUnknownSheetIsRefused) {
-    QFile dp(path("dp.txt"));
-    ASSERT_TRUE(dp.open(QIODevice::WriteOnly));
-    dp.write("B2;2000;North;0.03;61.5\r\n");
-    dp.close();
+    writeFile("dp.txt", "B2;2000;North;0.03;61.5\r\n");
     const CliRun r = run({"--sheet", "demography", "--bpu", "B2", path("dp.txt")});
     EXPECT_EQ(r.code, 0) << r.errors.toStdString();
     EXPECT_EQ(rows("SELECT BPUID, Cdmdl, PGR, IMR FROM DatDmgphyPrmtrs"), QStringList{"B2|North|0.03|61.5"});
-    QFile dwt(path("dwt.txt"));
-    ASSERT_TRUE(dwt.open(QIODevice::WriteOnly));
-    dwt.write("S1;11011;Cholera;0.1;0.2;0.3;0.4;0.5\r\n");
-    dwt.close();
+    writeFile("dwt.txt", "S1;11011;Cholera;0.1;0.2;0.3;0.4;0.5\r\n");
     const CliRun w = run({"--sheet", "weights", "--bpu", "B1", path("dwt.txt")});
     EXPECT_EQ(w.code, 0) << w.errors.toStdString();
     EXPECT_EQ(value("SELECT group_concat(Dwt, ';') FROM (SELECT Dwt FROM DatDwt ORDER BY ASG)"), "0.1;0.2;0.3;0.4;0.5");

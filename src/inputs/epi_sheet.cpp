@@ -70,6 +70,14 @@ QString shownMeasure(const EpiKey& key, int column, double stored) {
     return shortestNumber(stored);
 }
 
+std::optional<QString> lookAtSequelaShares(const EpiKey& key, DbConnection& db) {
+    QSqlError error;
+    if (db.query(QStringLiteral("SELECT * FROM DatCSMSqla WHERE upper(trim(BPUID)) = ? AND upper(trim(SqlaCd)) = ?"),
+                 {key.unit.bpuId.toUpper(), key.sequela.toUpper()}, &error))
+        return std::nullopt;
+    return QString::number(engineErrorNumber(error)) + u' ' + engineDescription(error);
+}
+
 void layoutEpiGrid(GridModel& grid, const QStringList& yldLabels) {
     grid.setRedraw(false);
     grid.setFixedRows(1);

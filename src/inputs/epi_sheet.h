@@ -51,6 +51,11 @@ void layoutEpiGrid(GridModel& grid, const QStringList& yldLabels);
 // of the key, Cancel leaves them; either way the grid stays blank). True when the grid shows rows.
 bool GetData(GridModel& grid, const EpiKey& key, DbConnection& db);
 
+// The sequela sheet's look at the shares of its sequela in DatCSMSqla, a table that stands in no
+// definition of the study file: the engine's refusal ("3078 ...", its number and words) when the
+// file does not hold it, else nothing.
+std::optional<QString> lookAtSequelaShares(const EpiKey& key, DbConnection& db);
+
 // Commitdata. With HoldInMem the grid goes into `memory` (a row per label: ASG, i, p, ago, durn, AGP,
 // BPU id, year, cause, date) and no table changes; otherwise the rows of the key are added (none
 // there) or edited in step (all there), in one transaction, a blank measure stored as Null, and the

@@ -95,8 +95,12 @@ std::optional<InputsStudy> openInputsStudy(StudyContext& c) {
     s.term = c.LblBPU;
     if (!loadAges(c, s))
         return std::nullopt;
-    s.units = column(*c.StudyDB, QStringLiteral("SELECT BPUID FROM _DctBPU WHERE BDSId = ? ORDER BY Prty, BPUID"),
-                     {s.studyId});
+    auto units = c.StudyDB->query(
+        QStringLiteral("SELECT BPUID, BPUName FROM _DctBPU WHERE BDSId = ? ORDER BY Prty, BPUID"), {s.studyId});
+    while (units && units->next()) {
+        s.units << units->value(0).toString();
+        s.unitNames << units->value(1).toString();
+    }
     if (s.units.isEmpty()) {
         tell(text(t::kNoUnitsPart1) + s.term + text(t::kNoUnitsPart2));
         return std::nullopt;

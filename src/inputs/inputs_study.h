@@ -23,6 +23,7 @@ struct InputsStudy {
     QStringList yllLabels;   // female labels, then male ones
     QStringList yldLabels;
     QStringList units;       // BPU ids, in their order of priority
+    QStringList unitNames;   // their names, in the same order
     QList<StudyCause> causes; // in code order
     QList<QStringList> sequelae; // per cause, the codes of its sequelae (empty without)
 };

@@ -312,15 +312,8 @@ void NewFrmInputs::captionByCause() {
 }
 
 void NewFrmInputs::lookAtSequelaShares() {
-    // The shares of the sequelae stand in DatCSMSqla, which a study file made by File -> New does not
-    // hold: the engine's refusal is shown as it comes, and nothing is written.
-    QSqlError error;
-    auto q = db_->query(QStringLiteral("SELECT * FROM DatCSMSqla WHERE upper(trim(BPUID)) = ? AND "
-                                       "upper(trim(SqlaCd)) = ?"),
-                        {unit_.bpuId.toUpper(), cmbSqla->currentText().toUpper()}, &error);
-    if (!q)
-        prompts().ask(QString::number(engineErrorNumber(error)) + u' ' + engineDescription(error), Buttons::Ok,
-                      Icon::Critical);
+    if (const auto refusal = vesk::lookAtSequelaShares(epiKey(true), *db_))
+        prompts().ask(*refusal, Buttons::Ok, Icon::Critical);
 }
 
 void NewFrmInputs::importEpiSheet(bool bySequela) {

@@ -69,10 +69,7 @@ QWidget* NewFrmInputs::buildSelectTab() {
     bpuModel_->setTextMatrix(0, 2, text(t::kHeadSelect));
     for (int i = 0; i < study_.units.size(); ++i) {
         bpuModel_->setTextMatrix(i + 1, 0, study_.units[i]);
-        auto q = db_->query(QStringLiteral("SELECT BPUName FROM _DctBPU WHERE BDSId = ? AND BPUID = ?"),
-                            {study_.studyId, study_.units[i]});
-        if (q && q->next())
-            bpuModel_->setTextMatrix(i + 1, 1, q->value(0).toString());
+        bpuModel_->setTextMatrix(i + 1, 1, study_.unitNames.value(i));
     }
     msflgBPU = new FlexGridView(tab);
     msflgBPU->setObjectName(QStringLiteral("msflgBPU"));

@@ -2,6 +2,7 @@
 
 #include "burden/kernel_texts.h"
 #include "foundation/error_store.h"
+#include "foundation/runtime_arithmetic.h"
 #include "foundation/runtime_error.h"
 #include "platform/runtime.h"
 
@@ -11,6 +12,7 @@
 namespace vesk {
 
 using namespace kernel_texts;
+using namespace runtime_arithmetic;
 
 namespace {
 
@@ -28,14 +30,6 @@ enum KernelCheck : int {
     kErrYLLBeta = -13, // FnYLLF: Beta < 0 or Beta >= 1, words kBetaRange
     kErrYLLc = -14,    // FnYLLF: C <= 0, words kCRangeYLL
 };
-
-// A run-time failure inside a statement, with the runtime's number and its words from the one table.
-[[noreturn]] void fail(int number) {
-    throw RuntimeError(number);
-}
-[[noreturn]] void overflow() {
-    fail(runtime_error::kOverflow);
-}
 
 // The error handler of a kernel function: every failure goes to the error store under the
 // function's name, and the run resumes with the next statement.
@@ -70,42 +64,6 @@ private:
     QString source_;
 };
 
-// A text as the runtime converts it for arithmetic: blanks around a plain decimal number, nothing
-// else. "" and "abc" are no number.
-std::optional<double> textNumber(const QString& text) {
-    bool ok = false;
-    const double v = text.trimmed().toDouble(&ok);
-    if (!ok || !std::isfinite(v))
-        return std::nullopt;
-    return v;
-}
-
-// A cell as an operand of arithmetic: Empty is 0; Null and non-numeric texts fail.
-double operand(const Cell& c) {
-    switch (c.kind()) {
-    case Cell::Kind::Empty:
-        return 0.0;
-    case Cell::Kind::Number:
-        return c.toDouble();
-    case Cell::Kind::Null:
-        fail(runtime_error::kInvalidUseOfNull);
-    case Cell::Kind::Text:
-        if (const auto v = textNumber(c.toString()))
-            return *v;
-        break;
-    case Cell::Kind::Array:
-        break;
-    }
-    fail(runtime_error::kTypeMismatch);
-}
-
-// A cell as one side of a numeric comparison: Null gives no value, and the comparison is not true.
-std::optional<double> comparand(const Cell& c) {
-    if (c.isNull())
-        return std::nullopt;
-    return operand(c);
-}
-
 // Beta = "": Empty equals the empty string; a number is compared as its text, which is never empty;
 // Null is not the empty string. An array cannot be compared.
 bool equalsEmptyText(const Cell& c) {
@@ -123,12 +81,6 @@ bool equalsEmptyText(const Cell& c) {
     fail(runtime_error::kTypeMismatch);
 }
 
-double finite(double v) {
-    if (!std::isfinite(v))
-        overflow();
-    return v;
-}
-
 // A single-float result: out of the single range is an overflow.
 float fl(float v) {
     if (!std::isfinite(v))
@@ -142,22 +94,6 @@ float single(double v) {
     if (std::isinf(f))
         overflow();
     return f;
-}
-
-double ex(double x) {
-    return finite(std::exp(x));
-}
-double sq(double x) {
-    return finite(x * x);
-}
-
-double quot(double numerator, double denominator) {
-    if (denominator == 0.0) {
-        if (numerator == 0.0)
-            overflow(); // 0/0
-        fail(runtime_error::kDivisionByZero);
-    }
-    return finite(numerator / denominator);
 }
 
 struct Check {

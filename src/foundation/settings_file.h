@@ -60,6 +60,8 @@ SettingsResult InitVESKFilePath(const QString& programFolder = QString(), VeskSe
 
 // Reads AppPath's Vesk.stp into the settings and into the controls of the preferences form.
 SettingsResult openfile(VeskSettings& s = settings(), PreferencesControls& p = preferences());
+// The same from the settings file at `path` (vesk-cli's --settings).
+SettingsResult readSettingsFile(const QString& path, VeskSettings& s, PreferencesControls& p);
 
 // The dialogue for a settings file that is missing or unusable. Returns true when the user answered
 // Yes (the frame then leaves only File -> New and File -> Open), false for No (end the program).

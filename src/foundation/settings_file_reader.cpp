@@ -246,8 +246,11 @@ void showReaderError(const RuntimeError& e) {
 } // namespace
 
 SettingsResult openfile(VeskSettings& s, PreferencesControls& p) {
+    return readSettingsFile(settingsFilePath(s.AppPath), s, p);
+}
+
+SettingsResult readSettingsFile(const QString& path, VeskSettings& s, PreferencesControls& p) {
     SettingsResult result;
-    const QString path = settingsFilePath(s.AppPath);
     try {
         stp::StpLines in = stp::StpLines::open(path);
         if (s.LTRadix == 0)

@@ -203,10 +203,12 @@ QString formatFixed(double value, int decimals) {
 
 QString formatNumber(double value, const QString& picture) {
     const int point = picture.indexOf(u'.');
-    int decimals = 0;
+    int decimals = 0, optional = 0; // optional: the trailing "#" places, shown only when not 0
     if (point >= 0)
-        for (int i = point + 1; i < picture.size() && (picture[i] == u'0' || picture[i] == u'#'); ++i)
+        for (int i = point + 1; i < picture.size() && (picture[i] == u'0' || picture[i] == u'#'); ++i) {
             ++decimals;
+            optional = picture[i] == u'#' ? optional + 1 : 0;
+        }
     const QString integerPicture = picture.left(point < 0 ? picture.size() : point);
     const bool thousands = integerPicture.contains(u',');
     QString s = formatFixed(value, decimals);
@@ -217,6 +219,8 @@ QString formatNumber(double value, const QString& picture) {
         else if (s.startsWith(QLatin1String("-0.")))
             s.remove(1, 1);
     }
+    for (int k = 0; k < optional && s.endsWith(u'0'); ++k)
+        s.chop(1);
     if (!thousands)
         return s;
     const bool negative = s.startsWith(u'-');

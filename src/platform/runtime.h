@@ -26,7 +26,8 @@ QString formatFixed(double value, int decimals);
 
 // A numeric format picture such as "0", "0.00", "#,##0.000": the decimals are the zeros after the
 // point, and a "," in the integer part asks for thousands separators. An integer part of "#" only
-// makes its digits optional, so that 0.5 in "##.00" is ".50".
+// makes its digits optional, so that 0.5 in "##.00" is ".50"; a "#" after the point is an optional
+// place, so that "#.##" gives "12.5" for 12.5, "12." for 12 and "." for 0, the point always shown.
 QString formatNumber(double value, const QString& picture);
 
 // Rounding to single precision, where a computation stores an intermediate in a single float.

@@ -52,6 +52,13 @@ TEST(Format, FixedDecimalsTiesAwayFromZero) {
     EXPECT_EQ(formatNumber(-1234.5, "#,##0"), "-1,235");
     // Optional integer digits: no leading zero before the point.
     EXPECT_EQ(formatNumber(0.5, "##.00"), ".50");
+    EXPECT_EQ(formatNumber(12.5, "#.##"), "12.5");
+    EXPECT_EQ(formatNumber(12, "#.##"), "12.");
+    EXPECT_EQ(formatNumber(0, "#.##"), ".");
+    EXPECT_EQ(formatNumber(-0.125, "#.##"), "-.13");
+    EXPECT_EQ(formatNumber(3.14159, "#.0#"), "3.14");
+    EXPECT_EQ(formatNumber(3.1, "#.0#"), "3.1");
+    EXPECT_EQ(formatNumber(3, "#.0#"), "3.0");
     EXPECT_EQ(formatNumber(-0.25, "##.0"), "-.3");
     EXPECT_EQ(formatNumber(12.345, "##.00"), "12.35");
     EXPECT_EQ(formatNumber(123.4, "##.0"), "123.4");

@@ -4,6 +4,7 @@
 #include "demography/life_table_texts.h"
 #include "foundation/runtime_arithmetic.h"
 #include "foundation/runtime_error.h"
+#include "platform/csv.h"
 #include "platform/prompts.h"
 #include "platform/runtime.h"
 #include "platform/texts.h"
@@ -202,6 +203,28 @@ QString lifeTableShown(const Cell& c, int decimals) {
     if (!c.isNumber())
         return c.toString();
     return formatNumber(c.toDouble(), QStringLiteral("#.") + QString(qMax(decimals, 0), u'#'));
+}
+
+LifeTableToolResult modelLifeTableView(const CdLifeTable& t) {
+    LifeTableToolResult r;
+    r.heads = QStringList{"age", "n", "nqx", "lx", "ndx", "nLx", "nmx", "nax", "Tx", "ex"};
+    r.fieldNames = r.heads;
+    r.table = CellArray({kCdAgeGroups, int(r.heads.size())});
+    for (int i = 0; i < kCdAgeGroups; ++i) {
+        const double v[] = {t.age[i], t.n[i], t.nqx[i], t.lx[i], t.ndx[i], t.nLx[i], t.nmx[i], t.nax[i], t.Tx[i], t.ex[i]};
+        for (int c = 0; c < int(r.heads.size()); ++c)
+            r.table(i, c) = std::isnan(v[c]) ? Cell(QString::fromLatin1(lt::kOpenInterval)) : Cell(v[c]);
+    }
+    return r;
+}
+
+CellArray modelRatesGrid(const CdLifeTable& t) {
+    CellArray g({kCdAgeGroups, 2});
+    for (int i = 0; i < kCdAgeGroups; ++i) {
+        g(i, 0) = Cell(shortestNumber(t.age[i]));
+        g(i, 1) = Cell(shortestNumber(i + 1 < kCdAgeGroups ? t.nmx[i] : t.lx[i] / t.Tx[i]));
+    }
+    return g;
 }
 
 } // namespace vesk

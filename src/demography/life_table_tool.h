@@ -3,6 +3,7 @@
 // FnLifeTable and the table as the tool shows and saves it. Messages go through the prompt service
 // where they arise, as the window showed them; the window and `vesk-cli lifetable` both call here.
 
+#include "demography/coale_demeny.h"
 #include "foundation/settings.h"
 #include "platform/cell_array.h"
 
@@ -49,5 +50,12 @@ QStringList lifeTableFieldNames(qint16 method);
 // A numeric cell as the result grid shows it: rounded to `decimals` by the picture "#." and one "#"
 // for each place; other cells as they are.
 QString lifeTableShown(const Cell& c, int decimals);
+
+// A Coale-Demeny model table as the result window shows it (heads age, n, nqx, lx, ndx, nLx, nmx,
+// nax, Tx, ex; the open row's n "W"), so that a computed table can be set beside a model one.
+LifeTableToolResult modelLifeTableView(const CdLifeTable& t);
+// The model's ages and rates as the tool's grid takes them (texts, the shortest that read back to
+// the same double): nmx of the closed groups and l95 / T95 for the open one.
+CellArray modelRatesGrid(const CdLifeTable& t);
 
 } // namespace vesk

@@ -1,5 +1,5 @@
-// Tools -> YLL, IYLD, PYLD and DALY Calculator in the running frame: enabled in every state that
-// keeps the Tools menu, and each opens its window once inside the frame.
+// Tools -> YLL, IYLD, PYLD and DALY Calculator and Life Table in the running frame: enabled in every
+// state that keeps the Tools menu, and each opens its window once inside the frame.
 
 #include "burden/forms/calculators_open.h"
 #include "frame_fixture.h"
@@ -33,7 +33,9 @@ private slots:
         const QList<std::pair<QString, QString>> items{{"mnu_yllcal", "YLL Calculator"},
                                                        {"mnu_yldcal", "IYLD Calculator"},
                                                        {"mnu_pyldcal", "PYLD Calculator"},
-                                                       {"mnu_dcal", ""}};
+                                                       {"mnu_dcal", ""},
+                                                       {"mnu_lt", "LifeTable: Input Data And Choice Of "
+                                                                  "Computational Method"}};
         QMdiArea* area = program.frame().mdiArea();
         for (const auto& [name, title] : items) {
             QVERIFY2(program.enabled(name), qPrintable(name));

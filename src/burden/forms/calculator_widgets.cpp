@@ -3,6 +3,7 @@
 #include "burden/calculator_models.h"
 #include "burden/calculator_texts.h"
 #include "foundation/settings.h"
+#include "platform/forms/print_html.h"
 #include "platform/prompts.h"
 #include "study/age_quick_fill.h"
 #include "study/asg_texts.h"
@@ -17,11 +18,8 @@
 #include <QMainWindow>
 #include <QMenu>
 #include <QMenuBar>
-#include <QPrintDialog>
 #include <QPrinter>
-#include <QPrinterInfo>
 #include <QTableView>
-#include <QTextDocument>
 #include <algorithm>
 
 namespace vesk {
@@ -148,30 +146,11 @@ QFormLayout* makeCalculatorHead(QWidget* parent, QObject* receiver, std::functio
 }
 
 void printSheetTo(QPrinter& printer, const CalculatorSheet& sheet) {
-    QTextDocument doc;
-    QFont font = doc.defaultFont();
-    font.setStyleStrategy(QFont::PreferNoShaping); // no ligatures: the printed words copy as typed
-    doc.setDefaultFont(font);
-    doc.setHtml(calculatorPrintHtml(sheet));
-    doc.print(&printer);
+    printHtmlTo(printer, calculatorPrintHtml(sheet));
 }
 
 void printCalculatorSheet(QWidget* parent, const CalculatorSheet& sheet) {
-    if (QPrinterInfo::availablePrinters().isEmpty()) {
-        const auto path =
-            prompts().saveFileName(QStringLiteral("Print to PDF"), QStringLiteral("PDF (*.pdf)"));
-        if (!path)
-            return;
-        QPrinter printer(QPrinter::HighResolution);
-        printer.setOutputFormat(QPrinter::PdfFormat);
-        printer.setOutputFileName(*path);
-        printSheetTo(printer, sheet);
-        return;
-    }
-    QPrinter printer(QPrinter::HighResolution);
-    QPrintDialog dialog(&printer, parent);
-    if (dialog.exec() == QDialog::Accepted)
-        printSheetTo(printer, sheet);
+    printHtml(parent, calculatorPrintHtml(sheet));
 }
 
 void saveCalculatorSheet(const CalculatorSheet& sheet) {

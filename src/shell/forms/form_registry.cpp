@@ -2,6 +2,7 @@
 
 #include "burden/computation.h"
 #include "burden/forms/calculators_open.h"
+#include "demography/forms/frm_life_table_entry.h"
 #include "inputs/forms/new_frm_inputs.h"
 #include "platform/forms/window_placement.h"
 #include "shell/forms/frm_main_menu.h"
@@ -26,6 +27,7 @@ void registerCalculators() {
     registerMenuCommand(QStringLiteral("mnu_pyldcal"),
                         [](FRMMAINMENU& f) { openPyldCalculator(f.mdiArea()); });
     registerMenuCommand(QStringLiteral("mnu_dcal"), [](FRMMAINMENU& f) { openDalyCalculator(f.mdiArea()); });
+    registerMenuCommand(QStringLiteral("mnu_lt"), [](FRMMAINMENU& f) { FrmLifeTableEntry::open(f.mdiArea()); });
 }
 
 void registerStudySetup() {

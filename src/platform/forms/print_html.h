@@ -1,0 +1,18 @@
+#pragma once
+// Printing a page of HTML: to the printer the user chooses in the print dialog, or, where no
+// printer is attached, to a PDF file the user names (the prompt service's save dialog titled
+// "Print to PDF"). Text is laid out without ligatures, so that the printed words copy as typed.
+
+#include <QString>
+
+class QPrinter;
+class QWidget;
+
+namespace vesk {
+
+// False when the user cancelled or nothing was printed.
+bool printHtml(QWidget* parent, const QString& html);
+// The same onto a printer already set up (a PDF printer in tests).
+void printHtmlTo(QPrinter& printer, const QString& html);
+
+} // namespace vesk

@@ -69,9 +69,11 @@ bool saveResultsTo(const QString& path, const CellArray& rows, const QStringList
         } else if (prompts().ask(text(texts::kOverwriteFile), Buttons::YesNo, Icon::Warning,
                                  text(texts::kOverwriteFileTitle)) != Answer::Yes) {
             return false;
+        } else {
+            replace = true; // the file anew, not a table added to the old workbook
         }
     }
-    // A database replaced is written anew beside the old one, which stays until the new one is whole.
+    // A file replaced is written anew beside the old one, which stays until the new one is whole.
     const QFileInfo info(path);
     const QString target = replace ? info.dir().filePath(QStringLiteral(".~new-") + info.fileName()) : path;
     if (replace)

@@ -1,6 +1,7 @@
 // The desktop program: the splash, then the main frame, whose timer runs the loading chain.
 
 #include "platform/forms/qt_services.h"
+#include "platform/program_end.h"
 #include "shell/forms/form_registry.h"
 #include "shell/forms/frm_main_menu.h"
 #include "shell/forms/frm_splash.h"
@@ -24,9 +25,17 @@ int main(int argc, char** argv) {
     vesk::registerForms();
 
     vesk::FRMMAINMENU frame;
+    // A routine below the frame whose rules end the program ends it through the frame.
+    struct FrameEnd : vesk::ProgramEnd {
+        vesk::FRMMAINMENU& frame;
+        explicit FrameEnd(vesk::FRMMAINMENU& f) : frame(f) {}
+        void end() override { frame.endProgram(); }
+    } frameEnd(frame);
+    vesk::setProgramEnd(&frameEnd);
     vesk::frmSplash splash([&frame] { frame.showFrame(); });
     splash.show();
     const int code = app.exec();
+    vesk::setProgramEnd(nullptr);
     vesk::setPromptService(nullptr);
     vesk::setSoundService(nullptr);
     vesk::setStudyBackend(nullptr);

@@ -3,6 +3,7 @@
 #include "burden/computation.h"
 #include "burden/forms/calculators_open.h"
 #include "demography/forms/frm_life_table_entry.h"
+#include "demography/forms/frmoiagd.h"
 #include "inputs/forms/new_frm_inputs.h"
 #include "platform/forms/window_placement.h"
 #include "shell/forms/frm_main_menu.h"
@@ -28,6 +29,7 @@ void registerCalculators() {
                         [](FRMMAINMENU& f) { openPyldCalculator(f.mdiArea()); });
     registerMenuCommand(QStringLiteral("mnu_dcal"), [](FRMMAINMENU& f) { openDalyCalculator(f.mdiArea()); });
     registerMenuCommand(QStringLiteral("mnu_lt"), [](FRMMAINMENU& f) { FrmLifeTableEntry::open(f.mdiArea()); });
+    registerMenuCommand(QStringLiteral("mnu_FiAGAtDthinOpInt"), [](FRMMAINMENU& f) { frmoiagd::open(f.mdiArea()); });
 }
 
 void registerStudySetup() {

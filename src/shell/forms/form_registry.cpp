@@ -2,6 +2,7 @@
 
 #include "burden/computation.h"
 #include "burden/forms/calculators_open.h"
+#include "demography/forms/standard_table_commands.h"
 #include "inputs/forms/new_frm_inputs.h"
 #include "platform/forms/window_placement.h"
 #include "shell/forms/frm_main_menu.h"
@@ -60,6 +61,8 @@ void registerForms() {
     registerCalculators();
     registerStudySetup();
     registerStudyDefinitionForms();
+    for (const StandardTableCommand& c : standardTableCommands())
+        registerMenuCommand(QString::fromLatin1(c.item), [run = c.run](FRMMAINMENU&) { run(); });
 }
 
 } // namespace vesk

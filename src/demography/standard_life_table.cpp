@@ -40,9 +40,12 @@ Cell GetUsrLifeTable(const PreferencesControls& p) {
 QString standardLifeTableNote(int lifeTblType) {
     namespace t = standard_table_texts;
     switch (lifeTblType) {
-    case 2: return text(t::kNoteUser);
-    case 3: return text(t::kNoteWho);
-    default: return text(t::kNoteKro);
+    case 2:
+        return text(t::kNoteUser);
+    case 3:
+        return text(t::kNoteWho);
+    default:
+        return text(t::kNoteKro);
     }
 }
 
@@ -60,7 +63,8 @@ bool readStandardLifeTables(const QString& settingsFile, VeskSettings& s, Prefer
     for (const QString& line : lines) {
         if (line.startsWith(typeKey)) {
             const QString type = stp::Trim(Mid(line, stp::valueColumn(stp::kLifeTableTypeKey)));
-            const bool known = type == QLatin1String("1") || type == QLatin1String("2") || type == QLatin1String("3");
+            const bool known =
+                type == QLatin1String("1") || type == QLatin1String("2") || type == QLatin1String("3");
             s.LifeTblType = known ? type.toInt() : 0;
         } else if (line.startsWith(nameKey) && !stp::Trim(line.mid(nameKey.size())).isEmpty()) {
             s.UsrLTSTblNm = stp::Trim(line.mid(nameKey.size()));

@@ -60,7 +60,8 @@ QStringList fieldNames() {
 bool replaceDbf(const CellArray& rows, const QString& path, const QString& tableName) {
     const QFileInfo target(path);
     const QString unique = QUuid::createUuid().toString(QUuid::Id128);
-    const QString aside = target.dir().filePath(QStringLiteral(".%1.%2.aside").arg(target.fileName(), unique));
+    const QString aside =
+        target.dir().filePath(QStringLiteral(".%1.%2.aside").arg(target.fileName(), unique));
     if (!QFile::rename(path, aside)) {
         setForeignError(engine_error::kNotWritable, QStringLiteral("'%1' cannot be replaced.").arg(path));
         return false;
@@ -97,7 +98,8 @@ CellArray standardTableRows(const CellArray& table) {
     return rows;
 }
 
-StandardTableExport exportStandardTable(FixedStandardTable which, const QString& path, const VeskSettings& s) {
+StandardTableExport exportStandardTable(FixedStandardTable which, const QString& path,
+                                        const VeskSettings& s) {
     const FixedTable fixed = fixedTable(which, s);
     if (fixed.table.rank() != 2 || fixed.table.size(0) == 0) {
         tellFailure(fixed, text(t::kNoFixedTable).arg(text(fixed.block)));

@@ -62,9 +62,12 @@ std::optional<CellArray> namedTableRows(const QString& path, const QString& tabl
 std::optional<CellArray> sourceRows(const QString& path, ForeignKind kind, const QString& tableName,
                                     QString* reason) {
     switch (kind) {
-    case ForeignKind::Text: return textRows(path, reason);
-    case ForeignKind::Dbf: return readTable(dbfSource(path, tableName), QString(), reason);
-    default: return namedTableRows(path, tableName, reason);
+    case ForeignKind::Text:
+        return textRows(path, reason);
+    case ForeignKind::Dbf:
+        return readTable(dbfSource(path, tableName), QString(), reason);
+    default:
+        return namedTableRows(path, tableName, reason);
     }
 }
 
@@ -97,7 +100,8 @@ std::optional<CellArray> lifeTableOf(const CellArray& rows, const QString& path,
             const Cell& v = rows(r0 + i, c0 + c);
             const auto x = finiteNumber(v);
             if (!x) {
-                *reason = text(t::kNoNumber).arg(text(t::kFieldNames[c]), QString::number(i + 1), v.toString());
+                *reason =
+                    text(t::kNoNumber).arg(text(t::kFieldNames[c]), QString::number(i + 1), v.toString());
                 return std::nullopt;
             }
             table(i, c) = Cell(*x);

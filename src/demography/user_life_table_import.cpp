@@ -28,9 +28,12 @@ QString userTableQuestion(ForeignKind kind) {
             layout << text(line);
         return linesOf(t::kAskText, layout);
     }
-    case ForeignKind::Dbf: return linesOf(t::kAskDbf, {text(t::kTableLayout)});
-    case ForeignKind::Database: return linesOf(t::kAskDatabase, {text(t::kTableLayout)});
-    default: return linesOf(t::kAskWorksheet, {text(t::kWorksheetLayout)});
+    case ForeignKind::Dbf:
+        return linesOf(t::kAskDbf, {text(t::kTableLayout)});
+    case ForeignKind::Database:
+        return linesOf(t::kAskDatabase, {text(t::kTableLayout)});
+    default:
+        return linesOf(t::kAskWorksheet, {text(t::kWorksheetLayout)});
     }
 }
 

@@ -127,9 +127,10 @@ TEST_F(StandardLifeTableChoice, TheNoteOfEachChoice) {
     EXPECT_TRUE(standardLifeTableNote(1).contains("piece-wise exponential"));
     EXPECT_TRUE(standardLifeTableNote(3).startsWith("Interpolated values are taken from WHO."));
     EXPECT_TRUE(standardLifeTableNote(3).contains("National Burden of Disease Studies: A Practical Guide"));
-    EXPECT_EQ(standardLifeTableNote(2),
-              "Defined by you. Either by Entering/Editing data into the spreadsheet shown or by using the menu "
-              "option File->Import->User Defined Standard Life Table");
+    EXPECT_EQ(
+        standardLifeTableNote(2),
+        "Defined by you. Either by Entering/Editing data into the spreadsheet shown or by using the menu "
+        "option File->Import->User Defined Standard Life Table");
 }
 
 TEST(StandardLifeTableFile, TheTablesOfASettingsFileAndItsChoices) {

@@ -54,11 +54,12 @@ protected:
             for (int c = 0; c < 3; ++c) {
                 const Cell& v = got(i, c);
                 if (foreignKind(file) != ForeignKind::Text && !v.isNumber())
-                    return ::testing::AssertionFailure() << file.toStdString() << ": a text where a number was";
+                    return ::testing::AssertionFailure()
+                           << file.toStdString() << ": a text where a number was";
                 const double x = v.isNumber() ? v.toDouble() : v.toString().toDouble();
                 if (x != want(i, c).toDouble())
-                    return ::testing::AssertionFailure() << file.toStdString() << " row " << i << " column " << c
-                                                         << ": " << v.toString().toStdString();
+                    return ::testing::AssertionFailure() << file.toStdString() << " row " << i << " column "
+                                                         << c << ": " << v.toString().toStdString();
             }
         return ::testing::AssertionSuccess();
     }
@@ -88,18 +89,22 @@ TEST_F(StandardTableExportTest, BothTablesInEachKindReadBackToTheSameNumbers) {
     for (const char* stem : {"lts.txt", "lts.WK1", "lts.xlsx", "lts.vdb"}) {
         for (const auto& [which, name] : tables) {
             // A text file is the table, so each table has a file of its own; the others gain both.
-            const QString file =
-                QString::fromLatin1(stem).endsWith(".txt") ? path(QString::fromLatin1(name) + ".txt") : path(stem);
+            const QString file = QString::fromLatin1(stem).endsWith(".txt")
+                                     ? path(QString::fromLatin1(name) + ".txt")
+                                     : path(stem);
             prompts.clear();
             EXPECT_EQ(exportStandardTable(which, file, s), StandardTableExport::Exported) << stem;
-            EXPECT_EQ(prompts.messages(), QStringList{text(which == FixedStandardTable::Kro ? t::kKroExported
-                                                                                             : t::kWhoExported)});
+            EXPECT_EQ(
+                prompts.messages(),
+                QStringList{text(which == FixedStandardTable::Kro ? t::kKroExported : t::kWhoExported)});
             EXPECT_TRUE(readsBack(file, name, which == FixedStandardTable::Kro ? kro : who));
         }
     }
     // A dBase table is its file: LTSKRO.dbf and LTSWHO.dbf.
-    EXPECT_EQ(exportStandardTable(FixedStandardTable::Kro, path("LTSKRO.dbf"), s), StandardTableExport::Exported);
-    EXPECT_EQ(exportStandardTable(FixedStandardTable::Who, path("LTSWHO.dbf"), s), StandardTableExport::Exported);
+    EXPECT_EQ(exportStandardTable(FixedStandardTable::Kro, path("LTSKRO.dbf"), s),
+              StandardTableExport::Exported);
+    EXPECT_EQ(exportStandardTable(FixedStandardTable::Who, path("LTSWHO.dbf"), s),
+              StandardTableExport::Exported);
     EXPECT_TRUE(readsBack(path("LTSKRO.dbf"), "", kro));
     EXPECT_TRUE(readsBack(path("LTSWHO.dbf"), "", who));
 }
@@ -114,13 +119,16 @@ TEST_F(StandardTableExportTest, AFileThatIsTheTableIsReplacedOnlyOnYes) {
         s.MtxLTSKRO = asSettingsTexts(kro);
         prompts.clear();
         prompts.answer(Answer::No);
-        EXPECT_EQ(exportStandardTable(FixedStandardTable::Kro, file, s), StandardTableExport::Declined) << name;
+        EXPECT_EQ(exportStandardTable(FixedStandardTable::Kro, file, s), StandardTableExport::Declined)
+            << name;
         EXPECT_EQ(prompts.messages(), QStringList{text(texts::kReplaceExistingFile)});
         EXPECT_TRUE(readsBack(file, "", who)) << name;
         prompts.clear();
         prompts.answer(Answer::Yes);
-        EXPECT_EQ(exportStandardTable(FixedStandardTable::Kro, file, s), StandardTableExport::Exported) << name;
-        EXPECT_EQ(prompts.messages(), (QStringList{text(texts::kReplaceExistingFile), text(t::kKroExported)}));
+        EXPECT_EQ(exportStandardTable(FixedStandardTable::Kro, file, s), StandardTableExport::Exported)
+            << name;
+        EXPECT_EQ(prompts.messages(),
+                  (QStringList{text(texts::kReplaceExistingFile), text(t::kKroExported)}));
         EXPECT_TRUE(readsBack(file, "", kro)) << name;
         EXPECT_EQ(QDir(dir.path()).entryList(QDir::Files | QDir::Hidden, QDir::Name), made)
             << "nothing left beside " << name;
@@ -128,12 +136,14 @@ TEST_F(StandardTableExportTest, AFileThatIsTheTableIsReplacedOnlyOnYes) {
 }
 
 TEST_F(StandardTableExportTest, AFailedReplacementKeepsTheOldDbfTable) {
-    ASSERT_EQ(exportStandardTable(FixedStandardTable::Who, path("LTSWHO.dbf"), s), StandardTableExport::Exported);
+    ASSERT_EQ(exportStandardTable(FixedStandardTable::Who, path("LTSWHO.dbf"), s),
+              StandardTableExport::Exported);
     // A value that a dBase table cannot hold makes the new table fail.
     s.MtxLTSWHO(5, 1) = Cell(std::numeric_limits<double>::infinity());
     prompts.clear();
     prompts.answer(Answer::Yes);
-    EXPECT_EQ(exportStandardTable(FixedStandardTable::Who, path("LTSWHO.dbf"), s), StandardTableExport::Failed);
+    EXPECT_EQ(exportStandardTable(FixedStandardTable::Who, path("LTSWHO.dbf"), s),
+              StandardTableExport::Failed);
     ASSERT_EQ(prompts.messages().size(), 2);
     EXPECT_TRUE(prompts.messages().at(1).startsWith(text(t::kWhoNotExported) + u'\n'))
         << prompts.messages().at(1).toStdString();
@@ -142,7 +152,8 @@ TEST_F(StandardTableExportTest, AFailedReplacementKeepsTheOldDbfTable) {
 }
 
 TEST_F(StandardTableExportTest, ATableTheFileHoldsAlreadyIsAFailureWithItsReason) {
-    ASSERT_EQ(exportStandardTable(FixedStandardTable::Kro, path("lts.xlsx"), s), StandardTableExport::Exported);
+    ASSERT_EQ(exportStandardTable(FixedStandardTable::Kro, path("lts.xlsx"), s),
+              StandardTableExport::Exported);
     prompts.clear();
     EXPECT_EQ(exportStandardTable(FixedStandardTable::Kro, path("lts.xlsx"), s), StandardTableExport::Failed);
     ASSERT_EQ(prompts.messages().size(), 1);
@@ -154,8 +165,8 @@ TEST_F(StandardTableExportTest, ATableTheFileHoldsAlreadyIsAFailureWithItsReason
 TEST_F(StandardTableExportTest, NoTableInTheSettingsIsAFailure) {
     s.MtxLTSWHO = CellArray();
     EXPECT_EQ(exportStandardTable(FixedStandardTable::Who, path("who.WK1"), s), StandardTableExport::Failed);
-    EXPECT_EQ(prompts.messages(),
-              QStringList{text(t::kWhoNotExported) + "\nThe settings hold no table [Standard Life Table-WHO]."});
+    EXPECT_EQ(prompts.messages(), QStringList{text(t::kWhoNotExported) +
+                                              "\nThe settings hold no table [Standard Life Table-WHO]."});
     EXPECT_FALSE(QFile::exists(path("who.WK1")));
 }
 

@@ -71,8 +71,9 @@ TEST_F(UserTableImport, TheQuestionOfEachKind) {
     EXPECT_EQ(userTableQuestion(ForeignKind::Text),
               "Are you sure the Data in the Text File is in the Format: \n [User Defined Tables]\n"
               "[BAI] delimited by | \n[EXM] delimited by | \n[EXF]  delimited by | ");
-    const QString worksheet = QStringLiteral("Are you sure the Data in the WK1 File is in the Format: \n"
-                                             "[Age] [Life Expectancy for Females] [Life Expectancy for Males] ");
+    const QString worksheet =
+        QStringLiteral("Are you sure the Data in the WK1 File is in the Format: \n"
+                       "[Age] [Life Expectancy for Females] [Life Expectancy for Males] ");
     EXPECT_EQ(userTableQuestion(ForeignKind::Wk1), worksheet);
     EXPECT_EQ(userTableQuestion(ForeignKind::Xlsx), worksheet);
     EXPECT_EQ(userTableQuestion(ForeignKind::Xls), worksheet);
@@ -90,8 +91,7 @@ TEST_F(UserTableImport, EachKindImportsItsTableExactly) {
         prompts.clear();
         EXPECT_EQ(importYes(path(name)), vesk::UserTableImport::Imported) << name.toStdString();
         EXPECT_TRUE(holds(table)) << name.toStdString();
-        EXPECT_EQ(prompts.messages(),
-                  (QStringList{userTableQuestion(foreignKind(name)), text(t::kImported)}))
+        EXPECT_EQ(prompts.messages(), (QStringList{userTableQuestion(foreignKind(name)), text(t::kImported)}))
             << name.toStdString();
         EXPECT_EQ(prompts.shown().at(0).buttons, Buttons::YesNo);
         EXPECT_EQ(prompts.unanswered(), 0);
@@ -194,7 +194,8 @@ TEST_F(UserTableImport, TheShippedTablesImportAndPass) {
 
 TEST_F(UserTableImport, ADatabaseFileOrWorksheetWithoutTheConfiguredTableIsReadFromLts) {
     const CellArray table = exactUserTable();
-    for (const QString& name : {QStringLiteral("lts.vdb"), QStringLiteral("lts.WK1"), QStringLiteral("lts.xlsx")}) {
+    for (const QString& name :
+         {QStringLiteral("lts.vdb"), QStringLiteral("lts.WK1"), QStringLiteral("lts.xlsx")}) {
         ASSERT_TRUE(writeUserTable(path(name), table, "LTS")) << name.toStdString();
         p.userLifeTable = old;
         EXPECT_EQ(importYes(path(name)), vesk::UserTableImport::Imported) << name.toStdString();
@@ -252,7 +253,8 @@ TEST_F(UserTableImport, AFileThatCannotBeReadIsRefusedWithItsReason) {
     EXPECT_EQ(refusal(path("short.txt")), because + "the value of EXM in row 101 is no finite number: ''.");
 
     ASSERT_TRUE(writeUserTable(path("other.vdb"), exactUserTable(), "ELSEWHERE"));
-    EXPECT_EQ(refusal(path("other.vdb")), because + "the file " + path("other.vdb") + " holds no table USRLTS nor LTS.");
+    EXPECT_EQ(refusal(path("other.vdb")),
+              because + "the file " + path("other.vdb") + " holds no table USRLTS nor LTS.");
 
     CellArray two({2, 2});
     two(0, 0) = Cell(0.0);
@@ -260,18 +262,19 @@ TEST_F(UserTableImport, AFileThatCannotBeReadIsRefusedWithItsReason) {
     two(1, 0) = Cell(1.0);
     two(1, 1) = Cell(0.5);
     ASSERT_TRUE(FnWriteArrFile(two, path("two.WK1"), "USRLTS", {"Age", "EXF"}));
-    EXPECT_EQ(refusal(path("two.WK1")),
-              because + "the table of the file " + path("two.WK1") + " has 2 fields, and three are needed: [Age] [EXF] [EXM].");
+    EXPECT_EQ(refusal(path("two.WK1")), because + "the table of the file " + path("two.WK1") +
+                                            " has 2 fields, and three are needed: [Age] [EXF] [EXM].");
 }
 
 TEST_F(UserTableImport, AFileOfNoKnownKindIsRefusedWithoutAQuestion) {
     ASSERT_TRUE(writeTextFile(path("user.csv"), "0,1,2\n"));
     EXPECT_EQ(importUserLifeTable(path("user.csv"), s, p), vesk::UserTableImport::Refused);
     EXPECT_TRUE(holds(old));
-    EXPECT_EQ(prompts.messages(),
-              QStringList{text(t::kNotImported) + path("user.csv") +
-                          " is none of the kinds of file that can be read (.txt, .WK1, .xlsx, .xls, .dbf, .vdb, "
-                          ".db, .sqlite, .mdb)."});
+    EXPECT_EQ(
+        prompts.messages(),
+        QStringList{text(t::kNotImported) + path("user.csv") +
+                    " is none of the kinds of file that can be read (.txt, .WK1, .xlsx, .xls, .dbf, .vdb, "
+                    ".db, .sqlite, .mdb)."});
 }
 
 TEST_F(UserTableImport, TheSourceNameIsTheConfiguredOneOrUsrlts) {

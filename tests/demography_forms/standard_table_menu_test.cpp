@@ -139,7 +139,8 @@ private slots:
         ReadyProgram ready;
         QVERIFY(ready.start());
         const QString file = ready.folder.work() + "/tables.xlsx";
-        const QList<std::pair<QString, QString>> items{{"mnu_expKROLTS", "LTSKRO"}, {"mnu_expWHOLTS", "LTSWHO"}};
+        const QList<std::pair<QString, QString>> items{{"mnu_expKROLTS", "LTSKRO"},
+                                                       {"mnu_expWHOLTS", "LTSWHO"}};
         for (const auto& [item, table] : items) {
             ready.prompts().clear();
             ready.prompts().fileAnswer(file);

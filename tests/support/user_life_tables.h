@@ -38,7 +38,8 @@ inline const QStringList& userTableFields() {
 inline QString userTableColumn(const CellArray& t, int column) {
     QStringList values;
     for (int i = 0; i < t.size(0); ++i)
-        values << (t(i, column).isNumber() ? shortestNumber(t(i, column).toDouble()) : t(i, column).toString());
+        values << (t(i, column).isNumber() ? shortestNumber(t(i, column).toDouble())
+                                           : t(i, column).toString());
     return values.join(u'|');
 }
 
@@ -47,8 +48,8 @@ inline QString userTableColumn(const CellArray& t, int column) {
 inline QString userTableText(const CellArray& t, bool maleFirst = true) {
     const QString f = QStringLiteral("[EXF]:") + userTableColumn(t, 1) + QStringLiteral("\r\n");
     const QString m = QStringLiteral("[EXM]:") + userTableColumn(t, 2) + QStringLiteral("\r\n");
-    return QStringLiteral("[User Defined Tables]\r\n[BAI]:") + userTableColumn(t, 0) + QStringLiteral("\r\n") +
-           (maleFirst ? m + f : f + m);
+    return QStringLiteral("[User Defined Tables]\r\n[BAI]:") + userTableColumn(t, 0) +
+           QStringLiteral("\r\n") + (maleFirst ? m + f : f + m);
 }
 
 inline bool writeTextFile(const QString& path, const QString& text) {

@@ -75,8 +75,9 @@ std::optional<CellArray> settingsTable(const QString& which, const QString& path
         const Cell user = GetUsrLifeTable(p);
         if (user.isArray())
             return user.array();
-        *error = QStringLiteral("the settings file %1 holds no user defined life table (%2); import one with "
-                                "File -> Import -> User Defined Standard Life Table, or check a file with --import")
+        *error = QStringLiteral(
+                     "the settings file %1 holds no user defined life table (%2); import one with "
+                     "File -> Import -> User Defined Standard Life Table, or check a file with --import")
                      .arg(path, QLatin1String(stp::kLtsUser));
         return std::nullopt;
     }
@@ -116,11 +117,13 @@ int run(const QStringList& arguments) {
     const auto sex = takeOption(args, QStringLiteral("--sex"));
     const auto settingsPath = takeOption(args, QStringLiteral("--settings"));
     if (!args.isEmpty())
-        return fail(QStringLiteral("unexpected argument '%1'; see `vesk-cli standard-table --help`").arg(args[0]), 2);
+        return fail(
+            QStringLiteral("unexpected argument '%1'; see `vesk-cli standard-table --help`").arg(args[0]), 2);
     if (bool(which) == bool(file))
         return fail(QStringLiteral("give --table KRO|WHO|USER or --import FILE, one of them"), 2);
     const QString table = which.value_or(QString()).trimmed().toUpper();
-    if (which && table != QLatin1String("KRO") && table != QLatin1String("WHO") && table != QLatin1String("USER"))
+    if (which && table != QLatin1String("KRO") && table != QLatin1String("WHO") &&
+        table != QLatin1String("USER"))
         return fail(QStringLiteral("unknown table '%1': use KRO, WHO or USER").arg(*which), 2);
     const QString letter = sex.value_or(QString()).trimmed().toUpper();
     if (sex && letter != QLatin1String("F") && letter != QLatin1String("M"))
@@ -134,10 +137,11 @@ int run(const QStringList& arguments) {
     return 0;
 }
 
-const Registrar registrar({QStringLiteral("standard-table"),
-                           QStringLiteral("a standard life table (KRO, WHO, the user's) as CSV, or a user table "
-                                          "file checked"),
-                           kUsage, run});
+const Registrar
+    registrar({QStringLiteral("standard-table"),
+               QStringLiteral("a standard life table (KRO, WHO, the user's) as CSV, or a user table "
+                              "file checked"),
+               kUsage, run});
 
 } // namespace
 

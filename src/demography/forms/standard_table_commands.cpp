@@ -15,8 +15,8 @@ namespace {
 namespace t = standard_table_texts;
 
 void exportWithDialog(FixedStandardTable which) {
-    const auto path = prompts().saveFileName(text(t::kSaveAsTitle), text(texts::kForeignFileFilter),
-                                             settings().ImportPath);
+    const auto path =
+        prompts().saveFileName(text(t::kSaveAsTitle), text(texts::kForeignFileFilter), settings().ImportPath);
     if (path && !path->trimmed().isEmpty())
         exportStandardTable(which, path->trimmed());
 }
@@ -24,8 +24,8 @@ void exportWithDialog(FixedStandardTable which) {
 } // namespace
 
 void Mnu_SubMnu_UsrStdLftbl_Click() {
-    const auto path = prompts().openFileName(text(t::kImportTitle), text(texts::kForeignFileFilter),
-                                             settings().ImportPath);
+    const auto path =
+        prompts().openFileName(text(t::kImportTitle), text(texts::kForeignFileFilter), settings().ImportPath);
     if (path && !path->trimmed().isEmpty())
         importUserLifeTable(path->trimmed());
 }

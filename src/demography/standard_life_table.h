@@ -4,7 +4,10 @@
 // table. The numbers run KRO, user, WHO; any other value keeps the KRO table, as the settings start.
 
 #include "foundation/settings.h"
+#include "platform/cell.h"
 #include "platform/cell_array.h"
+
+#include <QString>
 
 namespace vesk {
 
@@ -27,5 +30,21 @@ struct StandardLifeTable {
 // when one is loaded and is an array.
 StandardLifeTable standardLifeTable(const VeskSettings& s = settings(),
                                     const PreferencesControls& p = preferences());
+
+// The user defined table as a matrix at this moment: a copy of the table of the preferences, or a
+// cell that holds no array (Empty) when none is loaded.
+Cell GetUsrLifeTable(const PreferencesControls& p = preferences());
+
+// The note that Preferences shows beside the choice `lifeTblType`: what the table is and where its
+// numbers come from. Any number but 2 and 3 is the KRO table, as for standardLifeTable.
+QString standardLifeTableNote(int lifeTblType);
+
+// The three tables of a settings file as its reader loads them (FnReadLTS: KRO, WHO, and the user
+// table when the file holds one), with [LIFE TABLE TYPE] (0 when the file names none of 1, 2, 3)
+// and the user table's source name UsrLTSTblNm (its default when the file names none), for a
+// reader of the tables alone, such as the command-line tool. False, with the reason in `error`,
+// when the file cannot be read.
+bool readStandardLifeTables(const QString& settingsFile, VeskSettings& s, PreferencesControls& p,
+                            QString* error);
 
 } // namespace vesk

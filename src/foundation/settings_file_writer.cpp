@@ -106,13 +106,15 @@ void writeLifeTableOptions(StpWriter& w, VeskSettings& s) {
     w.line(kLifeTableTypeKey, QString::number(s.LifeTblType));
 }
 
-// One column of a life table over all rows, each value followed by "|", the last "|" cut.
+// One column of a life table over all rows, each value followed by "|", the last "|" cut. A table
+// read from the file holds its texts, which go out as they came; an imported one holds numbers,
+// which go out as texts that read back to the same double.
 QString ltsColumnText(const CellArray& table, int column) {
     if (table.rank() != 2 || table.size(1) <= column)
         return QString();
     QString text;
     for (int i = table.lbound(0); i <= table.ubound(0); ++i)
-        text += table(i, column).toString() + u'|';
+        text += valueText(table(i, column)) + u'|';
     text.chop(1);
     return text;
 }

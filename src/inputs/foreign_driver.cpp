@@ -1,9 +1,5 @@
 #include "inputs/foreign_driver.h"
 
-#include "platform/csv.h"
-
-#include <cmath>
-
 #include "inputs/dbf_file.h"
 #include "inputs/sqlite_table_file.h"
 #include "inputs/wk1_file.h"
@@ -138,14 +134,6 @@ QString cutText(const QString& text, int limit) {
         return text;
     // Never leave half of a surrogate pair behind.
     return text.left(text[limit - 1].isHighSurrogate() ? limit - 1 : limit);
-}
-
-QString valueText(const Cell& v) {
-    const QString text = v.toString();
-    if (!v.isNumber() || v.isBoolean() || v.isDate() || v.isSingle() || !std::isfinite(v.toDouble()))
-        return text;
-    bool ok = false;
-    return text.toDouble(&ok) == v.toDouble() && ok ? text : shortestNumber(v.toDouble());
 }
 
 Cell storedValue(const FieldDef& field, const Cell& value, int limit) {

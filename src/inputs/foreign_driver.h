@@ -100,9 +100,7 @@ ForeignTable tableOfRange(const QString& name, int row1, int col1, int row2, int
 QList<Cell> storedRow(const TableDef& def, const CellArray& rows, int i, int limit);
 // Text cut to the driver's limit: worksheets keep 255 characters, dBase 254.
 QString cutText(const QString& text, int limit);
-// A value as the text a file keeps of it: a number as the runtime prints it where that gives the
-// same double back, else the shortest text that does; every other value as its text.
-QString valueText(const Cell& value);
+// A value as the text a file keeps of it: valueText of platform/cell.h.
 // The value a field stores: a text field, or any text, the value's text cut to the field's length
 // and to the driver's limit; other values as they are.
 Cell storedValue(const FieldDef& field, const Cell& value, int limit);

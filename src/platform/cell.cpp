@@ -1,6 +1,7 @@
 #include "platform/cell.h"
 
 #include "platform/cell_array.h"
+#include "platform/csv.h"
 #include "platform/runtime.h"
 
 #include <atomic>
@@ -183,6 +184,14 @@ QDateTime serialToDateTime(double serial) {
         day = day.addDays(serial < 0 ? -1 : 1);
     }
     return QDateTime(day, QTime::fromMSecsSinceStartOfDay(static_cast<int>(ms)));
+}
+
+QString valueText(const Cell& v) {
+    const QString text = v.toString();
+    if (!v.isNumber() || v.isBoolean() || v.isDate() || v.isSingle() || !std::isfinite(v.toDouble()))
+        return text;
+    bool ok = false;
+    return text.toDouble(&ok) == v.toDouble() && ok ? text : shortestNumber(v.toDouble());
 }
 
 } // namespace vesk

@@ -99,4 +99,8 @@ double dateSerial(const QDate& day);
 // billion days or more from day 0.
 QDateTime serialToDateTime(double serial);
 
+// A value as the text a file keeps of it: a number as the runtime prints it where that gives the
+// same double back, else the shortest text that does; every other value as its text (toString).
+QString valueText(const Cell& value);
+
 } // namespace vesk

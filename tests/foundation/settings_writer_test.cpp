@@ -283,6 +283,40 @@ TEST_F(SettingsWriter, ShortRowsAndUserTableAreWrittenAsHeld) {
     EXPECT_FALSE(out.contains("[User Defined Life Table]"));
 }
 
+// An imported user table holds numbers, not the texts of a file: each is written so that it reads
+// back to the same double, and the rewritten file gives the table again.
+TEST_F(SettingsWriter, AUserTableOfNumbersRoundTripsExactly) {
+    install(completeFile());
+    ASSERT_EQ(openfile().outcome, SettingsOutcome::Ok);
+    CellArray user = CellArray::fromSizes({101, 3});
+    for (int x = 0; x <= 100; ++x) {
+        user(x, 0) = Cell(static_cast<double>(x));
+        user(x, 1) = Cell(91.94 - 0.9 * x);
+        user(x, 2) = Cell(88.5 - 0.85 * x);
+    }
+    user(99, 1) = Cell(0.1 + 0.2);
+    user(100, 1) = Cell(1e-300);
+    user(100, 2) = Cell(5e-324);
+    preferences().userLifeTable = user;
+    preferences().userLifeTableLoaded = true;
+    ASSERT_EQ(Write_To_Vesk_Stp(), WriteResult::Written);
+    EXPECT_TRUE(installed().contains("|0.30000000000000004|")) << "seventeen digits where fifteen lose it";
+    EXPECT_TRUE(installed().contains("|91.94|") || installed().contains("[EXF]:91.94|"));
+
+    preferences() = PreferencesControls{};
+    ASSERT_EQ(openfile().outcome, SettingsOutcome::Ok);
+    ASSERT_TRUE(preferences().userLifeTableLoaded);
+    const CellArray& back = preferences().userLifeTable;
+    ASSERT_EQ(back.size(0), 101);
+    for (int x = 0; x <= 100; ++x)
+        for (int c = 0; c < 3; ++c)
+            EXPECT_EQ(back(x, c).toDouble(), user(x, c).toDouble()) << x << "," << c;
+    // And a second rewrite of what was read keeps every byte.
+    const QByteArray once = installed();
+    ASSERT_EQ(Write_To_Vesk_Stp(), WriteResult::Written);
+    EXPECT_EQ(installed(), once);
+}
+
 TEST_F(SettingsWriter, DriveRootProgramFolderPutsTheFileInTheRoot) {
     // "Q:\" stands for a drive root. Elsewhere than on Windows "Q:" is a relative folder name, so the
     // test runs in this test's folder, where "Q:" plays the drive.

@@ -5,9 +5,6 @@
 #include "demography/standard_life_table.h"
 #include "foundation/error_store.h"
 #include "foundation/runtime_error.h"
-#include "foundation/settings_file.h"
-#include "foundation/settings_file_io.h"
-#include "foundation/settings_file_keys.h"
 #include "platform/csv.h"
 #include "platform/runtime.h"
 
@@ -69,26 +66,14 @@ struct LifeTableSource {
 
 // The settings file's [LIFE TABLE TYPE] and its three tables, as the settings reader takes them.
 bool readLifeTableSettings(const QString& path, VeskSettings& s, PreferencesControls& p, QString* error) {
-    QStringList lines;
-    if (!stp::readLines(path, lines)) {
-        *error = QStringLiteral("cannot read the settings file %1").arg(path);
+    if (!readStandardLifeTables(path, s, p, error))
         return false;
-    }
-    const QString key = QString::fromLatin1(stp::kLifeTableTypeKey);
-    QString type;
-    for (const QString& line : lines)
-        if (line.startsWith(key))
-            type = stp::Trim(Mid(line, stp::valueColumn(stp::kLifeTableTypeKey)));
-    if (type != QLatin1String("1") && type != QLatin1String("2") && type != QLatin1String("3")) {
+    if (s.LifeTblType == 0) {
         *error =
             QStringLiteral("the settings file %1 names no life table type 1, 2 or 3 in [LIFE TABLE TYPE]")
                 .arg(path);
         return false;
     }
-    s.LifeTblType = type.toInt();
-    FnReadLTS(QString::fromLatin1(stp::kLtsKro), s.MtxLTSKRO, path);
-    FnReadLTS(QString::fromLatin1(stp::kLtsWho), s.MtxLTSWHO, path);
-    p.userLifeTableLoaded = FnReadLTS(QString::fromLatin1(stp::kLtsUser), p.userLifeTable, path);
     return true;
 }
 

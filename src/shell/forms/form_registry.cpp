@@ -4,6 +4,7 @@
 #include "burden/forms/calculators_open.h"
 #include "demography/forms/frm_life_table_entry.h"
 #include "demography/forms/frmoiagd.h"
+#include "demography/forms/standard_table_commands.h"
 #include "inputs/forms/new_frm_inputs.h"
 #include "platform/forms/window_placement.h"
 #include "shell/forms/frm_main_menu.h"
@@ -64,6 +65,8 @@ void registerForms() {
     registerCalculators();
     registerStudySetup();
     registerStudyDefinitionForms();
+    for (const StandardTableCommand& c : standardTableCommands())
+        registerMenuCommand(QString::fromLatin1(c.item), [run = c.run](FRMMAINMENU&) { run(); });
 }
 
 } // namespace vesk

@@ -56,18 +56,23 @@ std::optional<DatabaseTarget> databaseTarget(const QString& path, const QString&
 } // namespace
 
 bool saveResultsTo(const QString& path, const CellArray& rows, const QStringList& fieldNames,
-                   const QString& tableName) {
+                   const QString& tableName, const SaveAsWords& words) {
     QString table = tableName;
     bool replace = false;
     if (QFileInfo::exists(path)) {
-        if (isDatabase(path)) {
+        if (isDatabase(path) && words.databaseQuestion) {
             const auto asked = databaseTarget(path, tableName);
             if (!asked)
                 return false;
             replace = asked->replace;
             table = asked->table;
-        } else if (prompts().ask(text(texts::kOverwriteFile), Buttons::YesNo, Icon::Warning,
-                                 text(texts::kOverwriteFileTitle)) != Answer::Yes) {
+        } else if (prompts().ask(words.replaceQuestion.isEmpty() ? text(texts::kOverwriteFile) : words.replaceQuestion,
+                                 Buttons::YesNo, Icon::Warning,
+                                 words.replaceQuestion.isEmpty() ? text(texts::kOverwriteFileTitle)
+                                                                 : words.replaceTitle) != Answer::Yes) {
+            return false;
+        } else if (sameFile(path, settings().DBFullPath)) {
+            prompts().ask(text(texts::kOpenStudyNotOverwritten), Buttons::Ok, Icon::Warning, QString());
             return false;
         } else {
             replace = true; // the file anew, not a table added to the old workbook
@@ -92,15 +97,17 @@ bool saveResultsTo(const QString& path, const CellArray& rows, const QStringList
     return true;
 }
 
-bool saveResultsAs(const CellArray& rows, const QStringList& fieldNames, const QString& tableName) {
+bool saveResultsAs(const CellArray& rows, const QStringList& fieldNames, const QString& tableName,
+                   const SaveAsWords& words) {
     if (rows.rank() != 2 || rows.size(0) == 0) {
         prompts().ask(text(texts::kCheckGridBeforeSaving), Buttons::Ok, Icon::Information, QString());
         return false;
     }
-    const auto path = prompts().saveFileName(text(texts::kSaveResultsTitle), text(texts::kForeignFileFilter));
+    const QString title = words.dialogTitle.isEmpty() ? text(texts::kSaveResultsTitle) : words.dialogTitle;
+    const auto path = prompts().saveFileName(title, text(texts::kForeignFileFilter));
     if (!path)
         return false;
-    return saveResultsTo(*path, rows, fieldNames, tableName);
+    return saveResultsTo(*path, rows, fieldNames, tableName, words);
 }
 
 } // namespace vesk

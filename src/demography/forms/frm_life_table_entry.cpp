@@ -1,5 +1,6 @@
 #include "demography/forms/frm_life_table_entry.h"
 
+#include "demography/forms/frm_interpolate.h"
 #include "demography/life_table.h"
 #include "demography/life_table_texts.h"
 #include "foundation/settings.h"
@@ -177,11 +178,10 @@ QWidget* FrmLifeTableEntry::buildLadder() {
     last->addWidget(txtLage);
     cmdGenAgeGrps = button(box, QStringLiteral("cmdGenAgeGrps"), lt::kGenerateAgeGroups);
     cmdIntpr = button(box, QStringLiteral("cmdIntpr"), lt::kCallInterpolator);
-    cmdIntpr->setEnabled(false); // the interpolator is not built yet
-    cmdIntpr->setToolTip(text(lt::kInterpolatorNotBuilt));
     last->addWidget(cmdGenAgeGrps);
     last->addWidget(cmdIntpr);
     connect(cmdGenAgeGrps, &QPushButton::clicked, this, [this] { cmdGenAgeGrps_Click(); });
+    connect(cmdIntpr, &QPushButton::clicked, this, [this] { frmInterpolate::open(area_); });
     layout->addWidget(initial);
     layout->addWidget(middle);
     layout->addLayout(last);

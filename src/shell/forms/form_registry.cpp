@@ -2,6 +2,7 @@
 
 #include "burden/computation.h"
 #include "burden/forms/calculators_open.h"
+#include "demography/forms/frm_interpolate.h"
 #include "demography/forms/frm_life_table_entry.h"
 #include "demography/forms/frmoiagd.h"
 #include "demography/forms/standard_table_commands.h"
@@ -31,6 +32,7 @@ void registerCalculators() {
     registerMenuCommand(QStringLiteral("mnu_dcal"), [](FRMMAINMENU& f) { openDalyCalculator(f.mdiArea()); });
     registerMenuCommand(QStringLiteral("mnu_lt"), [](FRMMAINMENU& f) { FrmLifeTableEntry::open(f.mdiArea()); });
     registerMenuCommand(QStringLiteral("mnu_FiAGAtDthinOpInt"), [](FRMMAINMENU& f) { frmoiagd::open(f.mdiArea()); });
+    registerMenuCommand(QStringLiteral("Interpolation"), [](FRMMAINMENU& f) { frmInterpolate::open(f.mdiArea()); });
 }
 
 void registerStudySetup() {

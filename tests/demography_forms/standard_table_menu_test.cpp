@@ -133,6 +133,22 @@ private slots:
         ready.trigger("Mnu_SubMnu_UsrStdLftbl");
         QCOMPARE(ready.prompts().messages().last(), consistencyFailureMessage());
         QCOMPARE(preferences().userLifeTable.size(0), 101);
+        // Each of the other checks: a gap of two years, then a rising expectancy of each sex.
+        CellArray gap = exactUserTable();
+        gap(50, 0) = Cell(51.0);
+        CellArray risingFemale = exactUserTable(), risingMale = exactUserTable();
+        risingFemale(60, 1) = Cell(risingFemale(59, 1).toDouble() + 0.5);
+        risingMale(70, 2) = Cell(risingMale(69, 2).toDouble() + 0.5);
+        int n = 0;
+        for (const CellArray* t : {&gap, &risingFemale, &risingMale}) {
+            const QString path = ready.folder.import() + QStringLiteral("/bad%1.txt").arg(++n);
+            QVERIFY(writeUserTable(path, *t, ""));
+            ready.prompts().fileAnswer(path);
+            ready.prompts().answer(Answer::Yes);
+            ready.trigger("Mnu_SubMnu_UsrStdLftbl");
+            QCOMPARE(ready.prompts().messages().last(), consistencyFailureMessage());
+            QCOMPARE(preferences().userLifeTable(50, 0).toDouble(), 50.0); // the good table stays
+        }
     }
 
     void eachExportAsksWhereAndWritesItsTable() {

@@ -12,14 +12,7 @@ namespace {
 
 frmYLLCal* openTask(CalculatorTask task, QWidget* parent) {
     static QPointer<frmYLLCal> open[3];
-    QPointer<frmYLLCal>& slot = open[static_cast<int>(task)];
-    if (slot) {
-        raiseWindow(slot);
-        return slot;
-    }
-    slot = new frmYLLCal(task);
-    placeWindow(slot, parent);
-    return slot;
+    return openSingle(open[static_cast<int>(task)], parent, [task] { return new frmYLLCal(task); });
 }
 
 } // namespace
@@ -38,13 +31,7 @@ frmYLLCal* openPyldCalculator(QWidget* parent) {
 
 frmDALYCal* openDalyCalculator(QWidget* parent) {
     static QPointer<frmDALYCal> open;
-    if (open) {
-        raiseWindow(open);
-        return open;
-    }
-    open = new frmDALYCal();
-    placeWindow(open, parent);
-    return open;
+    return openSingle(open, parent, [] { return new frmDALYCal(); });
 }
 
 } // namespace vesk

@@ -3,6 +3,7 @@
 #include "demography/age_fraction.h"
 #include "demography/sprague_texts.h"
 #include "platform/forms/flex_grid_view.h"
+#include "platform/forms/named_widgets.h"
 #include "platform/runtime.h"
 #include "platform/texts.h"
 
@@ -35,10 +36,8 @@ FrmAGFrctn::FrmAGFrctn(const QStringList& labels, Writer write, QWidget* parent)
     grdFrction->setNumeric(true); // digits, one full stop and backspace
     grdFrction->setGrid(&grid_);
     grdFrction->installEventFilter(this);
-    cmdOK = new QPushButton(text(st::kOk), this);
-    cmdOK->setObjectName(QStringLiteral("cmdOK"));
-    cmdCancel = new QPushButton(text(st::kCancel), this);
-    cmdCancel->setObjectName(QStringLiteral("cmdCancel"));
+    cmdOK = namedButton(this, QStringLiteral("cmdOK"), text(st::kOk));
+    cmdCancel = namedButton(this, QStringLiteral("cmdCancel"), text(st::kCancel));
     connect(cmdOK, &QPushButton::clicked, this, [this] { cmdOK_Click(); });
     connect(cmdCancel, &QPushButton::clicked, this, &QWidget::close);
     auto* buttons = new QHBoxLayout;

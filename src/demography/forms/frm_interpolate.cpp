@@ -2,6 +2,7 @@
 
 #include "demography/sprague_texts.h"
 #include "platform/forms/flex_grid_view.h"
+#include "platform/forms/named_widgets.h"
 #include "platform/forms/window_placement.h"
 #include "platform/prompts.h"
 #include "platform/texts.h"
@@ -21,15 +22,11 @@ namespace st = sprague_texts;
 namespace {
 
 QRadioButton* option(QWidget* parent, const QString& name, const char* label) {
-    auto* o = new QRadioButton(text(label), parent);
-    o->setObjectName(name);
-    return o;
+    return namedOption(parent, name, text(label));
 }
 
 QPushButton* button(QWidget* parent, const QString& name, const char* caption) {
-    auto* b = new QPushButton(text(caption), parent);
-    b->setObjectName(name);
-    return b;
+    return namedButton(parent, name, text(caption));
 }
 
 FlexGridView* gridView(QWidget* parent, const QString& name, GridModel& model, FlexGridView::EditStyle style) {
@@ -48,13 +45,7 @@ FlexGridView* gridView(QWidget* parent, const QString& name, GridModel& model, F
 
 frmInterpolate* frmInterpolate::open(QWidget* parent) {
     static QPointer<frmInterpolate> single;
-    if (single) {
-        raiseWindow(single);
-        return single;
-    }
-    single = new frmInterpolate(parent);
-    placeWindow(single, parent);
-    return single;
+    return openSingle(single, parent, [parent] { return new frmInterpolate(parent); });
 }
 
 frmInterpolate::frmInterpolate(QWidget* area) : area_(area) {

@@ -3,6 +3,7 @@
 #include "demography/life_table_texts.h"
 #include "inputs/save_results.h"
 #include "platform/forms/flex_grid_view.h"
+#include "platform/forms/named_widgets.h"
 #include "platform/forms/print_html.h"
 #include "platform/texts.h"
 
@@ -25,12 +26,9 @@ frmLifeTable::frmLifeTable(LifeTableToolResult result, int decimals, const QStri
     grdLTF->setEditStyle(FlexGridView::EditStyle::ReadOnly);
     grdLTF->setGrid(&grid_);
     fill(decimals);
-    IDClose = new QPushButton(text(lt::kClose), this);
-    IDClose->setObjectName(QStringLiteral("IDClose"));
-    IdPrn = new QPushButton(text(lt::kPrint), this);
-    IdPrn->setObjectName(QStringLiteral("IdPrn"));
-    IDSave = new QPushButton(text(lt::kSaveAs), this);
-    IDSave->setObjectName(QStringLiteral("IDSave"));
+    IDClose = namedButton(this, QStringLiteral("IDClose"), text(lt::kClose));
+    IdPrn = namedButton(this, QStringLiteral("IdPrn"), text(lt::kPrint));
+    IDSave = namedButton(this, QStringLiteral("IDSave"), text(lt::kSaveAs));
     connect(IDClose, &QPushButton::clicked, this, &QWidget::close);
     connect(IdPrn, &QPushButton::clicked, this, [this] { IdPrn_Click(); });
     connect(IDSave, &QPushButton::clicked, this, [this] { IDSave_Click(); });

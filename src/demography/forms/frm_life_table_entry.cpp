@@ -5,6 +5,7 @@
 #include "demography/life_table_texts.h"
 #include "foundation/settings.h"
 #include "platform/forms/flex_grid_view.h"
+#include "platform/forms/named_widgets.h"
 #include "platform/forms/window_placement.h"
 #include "platform/texts.h"
 
@@ -29,22 +30,14 @@ namespace {
 constexpr int kFirstRows = 1; // an empty row to type into before the ladder is made
 
 QPushButton* button(QWidget* parent, const QString& name, const char* caption) {
-    auto* b = new QPushButton(text(caption), parent);
-    b->setObjectName(name);
-    return b;
+    return namedButton(parent, name, text(caption));
 }
 
 } // namespace
 
 FrmLifeTableEntry* FrmLifeTableEntry::open(QWidget* parent) {
     static QPointer<FrmLifeTableEntry> single;
-    if (single) {
-        raiseWindow(single);
-        return single;
-    }
-    single = new FrmLifeTableEntry(parent);
-    placeWindow(single, parent);
-    return single;
+    return openSingle(single, parent, [parent] { return new FrmLifeTableEntry(parent); });
 }
 
 FrmLifeTableEntry::FrmLifeTableEntry(QWidget* area) : area_(area) {
@@ -103,9 +96,7 @@ QLineEdit* FrmLifeTableEntry::field(const QString& name, const QString& value) {
 }
 
 QRadioButton* FrmLifeTableEntry::option(const QString& name, const char* label) {
-    auto* o = new QRadioButton(text(label), this);
-    o->setObjectName(name);
-    return o;
+    return namedOption(this, name, text(label));
 }
 
 QWidget* FrmLifeTableEntry::buildParameters() {

@@ -6,6 +6,7 @@
 #include "foundation/runtime_error.h"
 #include "platform/csv.h"
 #include "platform/forms/flex_grid_view.h"
+#include "platform/forms/named_widgets.h"
 #include "platform/forms/window_placement.h"
 #include "platform/prompts.h"
 #include "platform/texts.h"
@@ -38,13 +39,7 @@ bool allDigits(const QString& s) {
 
 frmoiagd* frmoiagd::open(QWidget* parent) {
     static QPointer<frmoiagd> single;
-    if (single) {
-        raiseWindow(single);
-        return single;
-    }
-    single = new frmoiagd;
-    placeWindow(single, parent);
-    return single;
+    return openSingle(single, parent, [] { return new frmoiagd; });
 }
 
 frmoiagd::frmoiagd(QWidget* parent) : QWidget(parent) {
@@ -94,10 +89,8 @@ frmoiagd::frmoiagd(QWidget* parent) : QWidget(parent) {
     note->setObjectName(QStringLiteral("lblNote"));
     form->addRow(note);
 
-    cmd_calculate = new QPushButton(text(ot::kCalculate), this);
-    cmd_calculate->setObjectName(QStringLiteral("cmd_calculate"));
-    cmd_Close = new QPushButton(text(ot::kClose), this);
-    cmd_Close->setObjectName(QStringLiteral("cmd_Close"));
+    cmd_calculate = namedButton(this, QStringLiteral("cmd_calculate"), text(ot::kCalculate));
+    cmd_Close = namedButton(this, QStringLiteral("cmd_Close"), text(ot::kClose));
     connect(cmd_calculate, &QPushButton::clicked, this, [this] { cmd_calculate_Click(); });
     connect(cmd_Close, &QPushButton::clicked, this, &QWidget::close);
     auto* buttons = new QHBoxLayout;

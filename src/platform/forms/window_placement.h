@@ -27,4 +27,16 @@ void placeWindow(QWidget* form, QWidget* parent);
 // Brings an open window forward, in the area or on the desktop.
 void raiseWindow(QWidget* form);
 
+// A window of which one stands open at a time: the one in `slot` brought forward, or a new one from
+// `make()` placed in `parent` (placeWindow) and kept in `slot`.
+template <class Window, class Make> Window* openSingle(QPointer<Window>& slot, QWidget* parent, Make make) {
+    if (slot) {
+        raiseWindow(slot);
+        return slot;
+    }
+    slot = make();
+    placeWindow(slot, parent);
+    return slot;
+}
+
 } // namespace vesk

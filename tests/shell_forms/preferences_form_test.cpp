@@ -1,0 +1,258 @@
+// The preferences form as a user uses it, tab by tab: each setting changed, Apply, the loading chain
+// run again, and the setting found in Vesk.stp on the line the settings file's layout gives it, and
+// in the settings the chain read back. File locations with the sounds and recordsets, the column
+// widths with the sample, the decimal places, the standard life table and the life table's method.
+
+#include "foundation/settings.h"
+#include "platform/forms/flex_grid_view.h"
+#include "platform/sound.h"
+#include "platform/texts.h"
+#include "preferences_fixture.h"
+#include "shell/preferences_texts.h"
+
+#include <QComboBox>
+#include <QDir>
+#include <QLabel>
+#include <QPushButton>
+#include <QRadioButton>
+
+using namespace vesk;
+using namespace vesk::test;
+
+namespace t = preferences_texts;
+
+class PreferencesFormTest : public QObject {
+    Q_OBJECT
+private slots:
+    void init() { resetGlobals(); }
+    void cleanup() { resetGlobals(); }
+
+    void theToolbarAndTheMenuOpenTheForm() {
+        PreferencesProgram p;
+        QVERIFY(p.start());
+        QVERIFY(p.inForm([](frmVESKSetup& f) {
+            QCOMPARE(f.windowTitle(), QStringLiteral("Preferences"));
+            QVERIFY(f.isModal());
+            QVERIFY(preferences().loaded);
+            QCOMPARE(f.SSTab1->count(), 7);
+            QCOMPARE(f.txtwklocation->text(), preferences().txtwklocation);
+        }));
+        QTimer::singleShot(0, [] {
+            if (!QTest::qWaitFor([] { return QApplication::activeModalWidget() != nullptr; }))
+                return;
+            if (auto* f = qobject_cast<frmVESKSetup*>(QApplication::activeModalWidget()))
+                QTest::mouseClick(f->cmdClose, Qt::LeftButton);
+        });
+        p.program->frame().item(QStringLiteral("mnu_setup"))->trigger();
+        QVERIFY(QApplication::activeModalWidget() == nullptr);
+        QCOMPARE(p.prompts().messages(), QStringList());
+    }
+
+    void fileLocations() {
+        PreferencesProgram p;
+        QVERIFY(p.start());
+        const QString stat = p.folder.work() + QStringLiteral("/stat2");
+        QVERIFY(QDir().mkpath(stat));
+        const QString wave = p.folder.prog() + QStringLiteral("/sounds/done.wav");
+        QVERIFY(p.inForm([&](frmVESKSetup& f) {
+            typeOver(f.txtStatOut, stat);
+            leaveFor(f.txtTempArea);
+            QCOMPARE(p.prompts().messages(), QStringList()); // the folder is there
+            // The recordsets are fixed whatever is typed.
+            f.cmbVESKADW->setFocus();
+            f.cmbVESKADW->lineEdit()->selectAll();
+            QTest::keyClicks(f.cmbVESKADW->lineEdit(), QStringLiteral("Other"));
+            p.prompts().fileAnswer(wave);
+            QTest::mouseClick(f.cmdSuccess, Qt::LeftButton);
+            QCOMPARE(p.prompts().shown().value(0).kind, PromptRecord::Kind::OpenFile);
+            QCOMPARE(p.prompts().shown().value(0).filter, QStringLiteral("Wave Formats (*.wav)"));
+            QCOMPARE(f.lblSuccess->text(), wave);
+            QCOMPARE(p.program->sounds.played.value(p.program->sounds.played.size() - 1), wave);
+            QVERIFY(p.applyAndReload(f));
+            QCOMPARE(f.cmbVESKADW->currentText(), QStringLiteral("DatADW"));
+        }));
+        QCOMPARE(p.line(8), QStringLiteral("[Statistical Output Path]"));
+        QCOMPARE(p.line(9), QStringLiteral("PATH  =") + stat);
+        QCOMPARE(p.line(4), QStringLiteral("ADW   =DatADW"));
+        QCOMPARE(p.line(23), QStringLiteral("sLSuccess =") + wave);
+        QCOMPARE(settings().StatOutPath, stat); // as the chain read it back
+        QCOMPARE(settings().sLSuccess, wave);
+    }
+
+    void theDatabaseFieldIsCheckedWhenLeft() {
+        PreferencesProgram p;
+        QVERIFY(p.start());
+        QVERIFY(p.inForm([&](frmVESKSetup& f) {
+            typeOver(f.txtVESKObj, QStringLiteral("study"));
+            leaveFor(f.txtStatOut);
+            typeOver(f.txtVESKObj, QStringLiteral("other.vdb"));
+            leaveFor(f.txtStatOut);
+            QCOMPARE(p.prompts().messages().join(u'|'),
+                     (QStringList{text(t::kFileFormat), text(t::kNoFile)}).join(u'|'));
+            QCOMPARE(p.prompts().shown().value(0).title, QStringLiteral("VESK - 0001"));
+            QCOMPARE(p.prompts().shown().value(1).title, QStringLiteral("VESK Setup Error"));
+            typeOver(f.txtVESKObj, QStringLiteral("vesk.vdb"));
+            leaveFor(f.txtStatOut);
+            QCOMPARE(p.prompts().messages().size(), 2);
+        }));
+    }
+
+    void columnWidthsWithTheSample() {
+        PreferencesProgram p;
+        QVERIFY(p.start());
+        QVERIFY(p.inForm([&](frmVESKSetup& f) {
+            clickTab(f.SSTab1, 1);
+            QVERIFY(f.FlxTstGrdEft->isVisible());
+            clickTab(f.SSTabColWth, kResultsTab);
+            FlexGridView* results = f.FlexColumnWdth[kResultsTab];
+            QCOMPARE(gridTexts(results).value(1),
+                     QStringLiteral("Results -> Summary results by Age, Sex and Cause|900|4000|900"));
+            typeCell(results, 1, 2, QStringLiteral("3333"));
+            // The sample shows the row being edited: 3333 twips at 15 a pixel.
+            QCOMPARE(f.FlxTstGrdEft->columnWidth(1), 222);
+            typeOver(f.txtSampPct, QStringLiteral("50"));
+            QCOMPARE(f.FlxTstGrdEft->columnWidth(1), 111);
+            // The caption column takes no typing.
+            clickCell(results, 0, 0);
+            results->setFocus();
+            QTest::keyClicks(results, QStringLiteral("9"));
+            QVERIFY(!results->cellBox()->isVisible());
+            QTest::keyClick(results, Qt::Key_Right); // the keys that move pass
+            QCOMPARE(results->grid()->col(), 1);
+            QCOMPARE(results->grid()->textMatrix(1, 0),
+                     QStringLiteral("Results -> Detail results by Age, Sex and Cause"));
+            QVERIFY(p.applyAndReload(f));
+        }));
+        QCOMPARE(p.line(26), QStringLiteral("[COLUMN WIDTH]"));
+        QCOMPARE(p.line(38), QStringLiteral("RSC2=3333"));
+        QCOMPARE(p.line(37), QStringLiteral("RDC2=4000"));
+        QCOMPARE(settings().ColWdth[ColWdthIndex(QStringLiteral("RSC2"))], 3333);
+    }
+
+    void decimalPlaces() {
+        PreferencesProgram p;
+        QVERIFY(p.start());
+        QVERIFY(p.inForm([&](frmVESKSetup& f) {
+            clickTab(f.SSTab1, 2);
+            QVERIFY(f.FlxTstGrdEft->isVisible());
+            clickTab(f.SSTabDecPlcs, kToolsTab);
+            FlexGridView* tools = f.FlexDecPlcs[kToolsTab];
+            QCOMPARE(gridTexts(tools), (QStringList{"Tools -> Life Table|2", "Tools|2"}));
+            typeCell(tools, 1, 1, QStringLiteral("6"));
+            QCOMPARE(f.FlxTstGrdEft->grid()->textMatrix(1, 2), QStringLiteral("1234.567890"));
+            clickTab(f.SSTabDecPlcs, kResultsTab);
+            typeCell(f.FlexDecPlcs[kResultsTab], 2, 1, QStringLiteral("3"));
+            QVERIFY(p.applyAndReload(f));
+        }));
+        QCOMPARE(p.line(16), QStringLiteral("ToolDecPlcs =6"));
+        QCOMPARE(p.line(22), QStringLiteral("LDaleDecPlcs =3"));
+        QCOMPARE(settings().ToolDecPlcs, 6);
+        QCOMPARE(settings().LDaleDecPlcs, 3);
+    }
+
+    void theStandardLifeTable() {
+        PreferencesProgram p;
+        QVERIFY(p.start());
+        QVERIFY(p.inForm([&](frmVESKSetup& f) {
+            clickTab(f.SSTab1, 3);
+            QVERIFY(f.OptBltStd->isChecked());
+            QVERIFY(f.lblLifeTableNote->text().startsWith(QStringLiteral("West Level 26 for Females")));
+            QCOMPARE(f.FlexLftTable->grid()->textMatrix(0, 1), QStringLiteral("Male"));
+            clickOption(f.optBltWHO);
+            QVERIFY(f.lblLifeTableNote->text().startsWith(
+                QStringLiteral("Interpolated values are taken from WHO.")));
+            QCOMPARE(gridTexts(f.FlexLftTable).value(0), QStringLiteral("0|80.0000|82.5000"));
+            typeCell(f.FlexLftTable, 0, 2, QStringLiteral("82.6"));
+            QVERIFY(p.applyAndReload(f));
+        }));
+        QCOMPARE(p.after(QStringLiteral("[LIFE TABLE]")), QStringLiteral("[LIFE TABLE TYPE]=3"));
+        QVERIFY(p.after(QStringLiteral("[Standard Life Table-WHO]"), 3)
+                    .startsWith(QStringLiteral("[EXF]:82.6|81.8400|")));
+        QVERIFY(p.after(QStringLiteral("[Standard Life Table-KRO]"), 3)
+                    .startsWith(QStringLiteral("[EXF]:82.5000|81.8400|")));
+        QCOMPARE(settings().LifeTblType, 3);
+        QCOMPARE(settings().MtxLTSWHO(0, 1).toString(), QStringLiteral("82.6"));
+    }
+
+    void theUserOptionWithoutATable() {
+        PreferencesProgram p;
+        QVERIFY(p.start());
+        QVERIFY(p.inForm([&](frmVESKSetup& f) {
+            clickTab(f.SSTab1, 3);
+            p.prompts().answer(Answer::Ok);
+            clickOption(f.OptUsrdf);
+            QCOMPARE(p.prompts().messages(),
+                     QStringList{QStringLiteral("There is no User defined Life Table ")});
+            QCOMPARE(p.prompts().shown().value(0).title, QStringLiteral("Life Table"));
+            QCOMPARE(f.FlexLftTable->grid()->textMatrix(0, 0), QStringLiteral("Age"));
+            QCOMPARE(gridTexts(f.FlexLftTable), QStringList());
+            QVERIFY(f.lblLifeTableNote->text().startsWith(QStringLiteral("Defined by you.")));
+            typeRow(f.FlexLftTable, 0, {QStringLiteral("0"), QStringLiteral("70"), QStringLiteral("75")});
+            typeRow(f.FlexLftTable, 1, {QStringLiteral("1"), QStringLiteral("69.5"), QStringLiteral("74.4")});
+            // GetUsrLifeTable is the grid's at this moment: age, female, male.
+            const Cell user = veskSetupForm().session().GetUsrLifeTable();
+            QVERIFY(user.isArray());
+            QCOMPARE(user.array()(1, 1).toString(), QStringLiteral("74.4"));
+            QVERIFY(p.applyAndReload(f));
+            // Export: the grid to a foreign file.
+            const QString file = p.folder.import() + QStringLiteral("/mine.vdb");
+            p.prompts().fileAnswer(file);
+            p.prompts().answer(Answer::Ok);
+            QTest::mouseClick(f.Command1, Qt::LeftButton);
+            QVERIFY(QFileInfo::exists(file));
+            QVERIFY(p.prompts().messages().last().startsWith(QStringLiteral("Data exported successfully:")));
+        }));
+        QCOMPARE(p.after(QStringLiteral("[LIFE TABLE]")), QStringLiteral("[LIFE TABLE TYPE]=2"));
+        QCOMPARE(p.after(QStringLiteral("[User Defined Life Table]"), 1), QStringLiteral("[BAI]:0|1"));
+        QCOMPARE(p.after(QStringLiteral("[User Defined Life Table]"), 2), QStringLiteral("[EXM]:70|69.5"));
+        QCOMPARE(p.after(QStringLiteral("[User Defined Life Table]"), 3), QStringLiteral("[EXF]:75|74.4"));
+        QVERIFY(preferences().userLifeTableLoaded); // read back by the chain
+        QCOMPARE(settings().LifeTblType, 2);
+        QCOMPARE(p.prompts().unanswered(), 0);
+    }
+
+    void theLifeTablesMethod() {
+        PreferencesProgram p;
+        QVERIFY(p.start());
+        QVERIFY(p.inForm([&](frmVESKSetup& f) {
+            clickTab(f.SSTab1, 3);
+            clickTab(f.SSTab2, 1);
+            QVERIFY(f.Optrdmrll1->isChecked()); // Method=2 in the delivered file
+            QCOMPARE(f.Txtradix1->text(), QStringLiteral("100000"));
+            QVERIFY(!f.rngval1->isEnabled());
+            clickOption(f.Optgre1);
+            QVERIFY(f.rngval1->isEnabled());
+            QCOMPARE(f.rngval1->text(), QStringLiteral("1.099658856"));
+            f.UpDown1->stepUp();
+            QCOMPARE(f.rngval1->text(), QStringLiteral("1.100658856"));
+            typeOver(f.Txtradix1, QStringLiteral("1000"));
+            QVERIFY(p.applyAndReload(f));
+        }));
+        QCOMPARE(p.line(71), QStringLiteral("[ABGLTBL]"));
+        QCOMPARE(p.line(72), QStringLiteral("Radix =1000"));
+        QCOMPARE(p.line(73), QStringLiteral("Method=3"));
+        QCOMPARE(p.line(74), QStringLiteral("Greval=1.100658856"));
+        QCOMPARE(p.line(75), QStringLiteral("[OPNCLSAGEINTVL]"));
+        QCOMPARE(settings().LTMethod, 3);
+        QCOMPARE(settings().LTRadix, 1000.0);
+
+        // Keyfitz with its age range.
+        QVERIFY(p.inForm([&](frmVESKSetup& f) {
+            clickTab(f.SSTab1, 3);
+            clickTab(f.SSTab2, 1);
+            clickOption(f.OptKeyfitz1);
+            QVERIFY(f.txtKFlwrlmt1->isEnabled() && !f.rngval1->isEnabled());
+            typeOver(f.txtKFlwrlmt1, QStringLiteral("5"));
+            typeOver(f.txtKFupprlmt1, QStringLiteral("70"));
+            QVERIFY(p.applyAndReload(f));
+        }));
+        QCOMPARE(p.line(73), QStringLiteral("Method=1"));
+        QCOMPARE(p.line(74), QStringLiteral("KFlwrlmt=5"));
+        QCOMPARE(p.line(75), QStringLiteral("KFupprlmt=70"));
+        QCOMPARE(p.line(76), QStringLiteral("[OPNCLSAGEINTVL]"));
+        QCOMPARE(settings().LTKFupprLmt, QStringLiteral("70"));
+    }
+};
+
+QTEST_MAIN(PreferencesFormTest)
+#include "preferences_form_test.moc"

@@ -12,6 +12,7 @@
 
 #include <QComboBox>
 #include <QDir>
+#include <QGroupBox>
 #include <QLabel>
 #include <QPushButton>
 #include <QRadioButton>
@@ -46,6 +47,124 @@ private slots:
         p.program->frame().item(QStringLiteral("mnu_setup"))->trigger();
         QVERIFY(QApplication::activeModalWidget() == nullptr);
         QCOMPARE(p.prompts().messages(), QStringList());
+    }
+
+    // Every control by its name, and the frames, labels and captions in the program's own words.
+    void everyControlByItsNameAndCaption() {
+        PreferencesProgram p;
+        QVERIFY(p.start());
+        QVERIFY(p.inForm([&](frmVESKSetup& f) {
+            const char* names[] = {"SSTab1",
+                                   "SSTab2",
+                                   "txtwklocation",
+                                   "txtVESKObj",
+                                   "txtStatOut",
+                                   "txtImpLoc",
+                                   "txtTempArea",
+                                   "lblSuccess",
+                                   "lblBusy",
+                                   "lblfail",
+                                   "cmdSuccess",
+                                   "CmdBussy",
+                                   "Cmdfailure",
+                                   "cmbVESKADW",
+                                   "cmbVESKCSMP",
+                                   "cmbVESKPSYr",
+                                   "txtGrpDctTblNm",
+                                   "txtSGrpDctTblNm",
+                                   "txtClstrDctTblNm",
+                                   "txtCOBDctTblNm",
+                                   "txtSqlaDctTblNm",
+                                   "txtMapDctTblNm",
+                                   "txtBPUDctTblNm",
+                                   "txtPAG1DctTblNm",
+                                   "txtPAG2DctTblNm",
+                                   "txtIntpltrPOPTblNm",
+                                   "txtIntpltrDTHSTblNm",
+                                   "txtIntpltrBOTHTblNm",
+                                   "txtUsrDefLTS",
+                                   "StbLfFrame",
+                                   "OptBltStd",
+                                   "OptUsrdf",
+                                   "optBltWHO",
+                                   "FlexLftTable",
+                                   "Command1",
+                                   "Optnewell1",
+                                   "OptKeyfitz1",
+                                   "Optrdmrll1",
+                                   "Optgre1",
+                                   "Txtradix1",
+                                   "txtKFlwrlmt1",
+                                   "txtKFupprlmt1",
+                                   "rngval1",
+                                   "UpDown1",
+                                   "TxtMinMaxage",
+                                   "TxtMaxMaxage",
+                                   "txtNLdCuss",
+                                   "FmeDtlsForExcel",
+                                   "CmbExportList",
+                                   "txtFlname",
+                                   "txtShtName",
+                                   "txtstcolno",
+                                   "txtstrowno",
+                                   "SSTabColWth",
+                                   "FlexColumnWdth",
+                                   "SSTabDecPlcs",
+                                   "FlexDecPlcs",
+                                   "FlxTstGrdEft",
+                                   "txtSampPct",
+                                   "lblSmpEft",
+                                   "Hint",
+                                   "Ok",
+                                   "cmdApply",
+                                   "cmdClose"};
+            for (const char* name : names)
+                QVERIFY2(f.findChild<QWidget*>(QLatin1String(name)), name);
+            QCOMPARE(f.findChildren<FlexGridView*>(QStringLiteral("FlexColumnWdth")).size(), 6);
+            QCOMPARE(f.findChildren<FlexGridView*>(QStringLiteral("FlexDecPlcs")).size(), 6);
+            QStringList frames;
+            for (const QGroupBox* g : f.findChildren<QGroupBox*>())
+                frames << g->title();
+            for (const char* frame :
+                 {"Database Details", "Other Paths", "Paths for playing wave files ", "Recordsets",
+                  "Table/Range names for Dictionaries and Maps",
+                  "Table/Range/Section names for Population Units",
+                  "Table/Range/Section names for Interpolator", "Table/Range name for Standard Life Table",
+                  "Method", "Radix", " Age range to  Keyfitz's Correction",
+                  "Upper Age Range:", "N Leading Causes", "Detalis for the storage:"})
+                QVERIFY2(frames.contains(QLatin1String(frame)), frame);
+            QStringList labels;
+            for (const QLabel* l : f.findChildren<QLabel*>())
+                labels << l->text();
+            for (const char* label :
+                 {"Working Location", "Database", "Statistical Outputs", "Import Location",
+                  "Temporary Location", "Age-Disablity Weight (ADW) Table ",
+                  "Cause Specific Mortality Proportion (CSMP) Table",
+                  "Population - Single Year Table (PopSnglYr)", " Range for Greville's Constant C :",
+                  "Sample Effect:", "These table and range names pertain only to the import module"})
+                QVERIFY2(labels.contains(QLatin1String(label)), label);
+            const std::pair<QAbstractButton*, const char*> captions[] = {
+                {f.cmdSuccess, "On Success"},
+                {f.CmdBussy, "On Busy"},
+                {f.Cmdfailure, "On Failure"},
+                {f.Command1, "&Export"},
+                {f.OptBltStd, "Standard Life Table - KRO"},
+                {f.OptUsrdf, "User defined standard"},
+                {f.optBltWHO, "Standard Life Table -WHO"},
+                {f.Optnewell1, " Newell"},
+                {f.OptKeyfitz1, " Keyfitz"},
+                {f.Optrdmrll1, "Reed-Merrel"},
+                {f.Optgre1, " Greville"}};
+            for (const auto& [button, caption] : captions)
+                QCOMPARE(button->text(), QLatin1String(caption));
+            QStringList tabs;
+            for (int i = 0; i < f.SSTabColWth->count(); ++i)
+                tabs << f.SSTabColWth->tabText(i);
+            QCOMPARE(tabs, (QStringList{"File", "Study", "View", "Compute", "Results", "Tools"}));
+            QCOMPARE(f.FlexColumnWdth[0]->grid()->textMatrix(0, 3), QStringLiteral("Other Columns"));
+            QCOMPARE(f.FlexDecPlcs[0]->grid()->textMatrix(0, 1), QStringLiteral("Decimal Places"));
+            QCOMPARE(f.cmbVESKPSYr->currentText(), QStringLiteral("IntPopSnglYr"));
+        }));
     }
 
     void fileLocations() {
@@ -223,7 +342,9 @@ private slots:
             clickOption(f.Optgre1);
             QVERIFY(f.rngval1->isEnabled());
             QCOMPARE(f.rngval1->text(), QStringLiteral("1.099658856"));
-            f.UpDown1->stepUp();
+            // A click on the upper arrow.
+            QTest::mouseClick(f.UpDown1, Qt::LeftButton, {},
+                              QPoint(f.UpDown1->width() - 6, f.UpDown1->height() / 4));
             QCOMPARE(f.rngval1->text(), QStringLiteral("1.100658856"));
             typeOver(f.Txtradix1, QStringLiteral("1000"));
             QVERIFY(p.applyAndReload(f));

@@ -50,21 +50,29 @@ private slots:
     void tableNames() {
         PreferencesProgram p;
         QVERIFY(p.start());
+        const char* controls[] = {"txtGrpDctTblNm",     "txtSGrpDctTblNm",     "txtClstrDctTblNm",
+                                  "txtCOBDctTblNm",     "txtSqlaDctTblNm",     "txtMapDctTblNm",
+                                  "txtBPUDctTblNm",     "txtPAG1DctTblNm",     "txtPAG2DctTblNm",
+                                  "txtIntpltrPOPTblNm", "txtIntpltrDTHSTblNm", "txtIntpltrBOTHTblNm",
+                                  "txtUsrDefLTS"};
         QVERIFY(p.inForm([&](frmVESKSetup& f) {
             clickTab(f.SSTab1, 4);
             QCOMPARE(f.fieldNamed(QStringLiteral("txtGrpDctTblNm"))->text(), QStringLiteral("_DctBDMGrps"));
-            typeOver(f.fieldNamed(QStringLiteral("txtSqlaDctTblNm")), QStringLiteral("Sequelae"));
-            typeOver(f.fieldNamed(QStringLiteral("txtPAG1DctTblNm")), QStringLiteral("Provinces"));
-            typeOver(f.fieldNamed(QStringLiteral("txtIntpltrPOPTblNm")), QStringLiteral("Pop5"));
-            typeOver(f.fieldNamed(QStringLiteral("txtUsrDefLTS")), QString()); // empty: the default
+            int i = 0;
+            for (const char* control : controls)
+                typeOver(f.fieldNamed(QLatin1String(control)), QStringLiteral("Name%1").arg(++i));
+            typeOver(f.fieldNamed(QStringLiteral("txtPAG2DctTblNm")), QString()); // empty: the default
             QVERIFY(p.applyAndReload(f));
         }));
-        QCOMPARE(p.line(51), QStringLiteral("[DCTTBLNM]"));
-        QCOMPARE(p.line(56), QStringLiteral("SqlaDctTblNm=Sequelae"));
-        QCOMPARE(p.line(60), QStringLiteral("PAG1TblNm=Provinces"));
-        QCOMPARE(p.line(63), QStringLiteral("POPTblNm=Pop5"));
-        QCOMPARE(p.line(67), QStringLiteral("UsrLTSTblNm=USRLTS"));
-        QCOMPARE(settings().PAG1TblNm, QStringLiteral("Provinces"));
+        const QStringList want = {
+            "[DCTTBLNM]",        "GrpDctTblNm=Name1",  "SGrpDctTblNm=Name2", "ClstrDctTblNm=Name3",
+            "COBDctTblNm=Name4", "SqlaDctTblNm=Name5", "MapDctTblNm=Name6",  "[POPDCTTBLNM]",
+            "BPUTblNm=Name7",    "PAG1TblNm=Name8",    "PAG2TblNm=_DctPAG2", "[INTPLTRTBLNM]",
+            "POPTblNm=Name10",   "DTHSTblNm=Name11",   "BOTHTblNm=Name12",   "[USRLTS]",
+            "UsrLTSTblNm=Name13"};
+        QCOMPARE(p.lines().mid(50, want.size()), want);
+        QCOMPARE(settings().PAG1TblNm, QStringLiteral("Name8"));
+        QCOMPARE(settings().UsrLTSTblNm, QStringLiteral("Name13"));
     }
 
     void misc() {
@@ -116,6 +124,7 @@ private slots:
             QCOMPARE(f.txtShtName->text(), QStringLiteral("SheetNo5"));
             typeOver(f.txtShtName, QStringLiteral("Rates"));
             typeOver(f.txtstrowno, QStringLiteral("5"));
+            typeOver(f.txtstcolno, QStringLiteral("3"));
             typeOver(f.txtFlname, QStringLiteral("Charts"));
             QTest::mouseClick(f.cmdApply, Qt::LeftButton);
         }));
@@ -124,7 +133,9 @@ private slots:
         QCOMPARE(kept.sheetNames[0], QStringLiteral("Iyld"));
         QCOMPARE(kept.sheetNames[4], QStringLiteral("Rates"));
         QCOMPARE(kept.startRows[4], 5);
-        QCOMPARE(kept.startCols[4], 1);
+        QCOMPARE(kept.startCols[4], 3);
+        QCOMPARE(kept.startCols[0], 1);
+        QCOMPARE(kept.sheetNames[8], QStringLiteral("SheetNo9"));
     }
 
     void chartTitlesTakeTheLevelOfAStudy() {

@@ -170,32 +170,68 @@ private slots:
     void fileLocations() {
         PreferencesProgram p;
         QVERIFY(p.start());
-        const QString stat = p.folder.work() + QStringLiteral("/stat2");
-        QVERIFY(QDir().mkpath(stat));
-        const QString wave = p.folder.prog() + QStringLiteral("/sounds/done.wav");
+        // New folders for every path, and a study file in the new working location.
+        const QString base = p.folder.work() + QStringLiteral("/elsewhere");
+        const QStringList folders = {base, base + "/stat", base + "/temp", base + "/import"};
+        for (const QString& folder : folders)
+            QVERIFY(QDir().mkpath(folder));
+        p.folder.touchDatabase(QStringLiteral("elsewhere/second.vdb"));
+        const QString sounds = p.folder.prog() + QStringLiteral("/sounds/");
         QVERIFY(p.inForm([&](frmVESKSetup& f) {
-            typeOver(f.txtStatOut, stat);
+            typeOver(f.txtwklocation, folders[0]);
+            leaveFor(f.txtVESKObj);
+            typeOver(f.txtVESKObj, QStringLiteral("second.vdb"));
+            leaveFor(f.txtStatOut);
+            typeOver(f.txtStatOut, folders[1]);
             leaveFor(f.txtTempArea);
-            QCOMPARE(p.prompts().messages(), QStringList()); // the folder is there
+            typeOver(f.txtTempArea, folders[2]);
+            leaveFor(f.txtImpLoc);
+            typeOver(f.txtImpLoc, folders[3]);
+            leaveFor(f.txtwklocation);
+            QCOMPARE(p.prompts().messages(), QStringList()); // every folder and the file are there
             // The recordsets are fixed whatever is typed.
             f.cmbVESKADW->setFocus();
             f.cmbVESKADW->lineEdit()->selectAll();
             QTest::keyClicks(f.cmbVESKADW->lineEdit(), QStringLiteral("Other"));
-            p.prompts().fileAnswer(wave);
-            QTest::mouseClick(f.cmdSuccess, Qt::LeftButton);
-            QCOMPARE(p.prompts().shown().value(0).kind, PromptRecord::Kind::OpenFile);
-            QCOMPARE(p.prompts().shown().value(0).filter, QStringLiteral("Wave Formats (*.wav)"));
-            QCOMPARE(f.lblSuccess->text(), wave);
-            QCOMPARE(p.program->sounds.played.value(p.program->sounds.played.size() - 1), wave);
+            const std::pair<QPushButton*, const char*> waves[] = {
+                {f.cmdSuccess, "done.wav"}, {f.CmdBussy, "wait.wav"}, {f.Cmdfailure, "oops.wav"}};
+            for (const auto& [button, wave] : waves) {
+                p.prompts().fileAnswer(sounds + QLatin1String(wave));
+                QTest::mouseClick(button, Qt::LeftButton);
+                QCOMPARE(p.prompts().shown().last().kind, PromptRecord::Kind::OpenFile);
+                QCOMPARE(p.prompts().shown().last().filter, QStringLiteral("Wave Formats (*.wav)"));
+                QCOMPARE(p.program->sounds.played.last(), sounds + QLatin1String(wave)); // heard at once
+            }
+            QCOMPARE(f.lblSuccess->text(), sounds + "done.wav");
+            QCOMPARE(f.lblBusy->text(), sounds + "wait.wav");
+            QCOMPARE(f.lblfail->text(), sounds + "oops.wav");
             QVERIFY(p.applyAndReload(f));
             QCOMPARE(f.cmbVESKADW->currentText(), QStringLiteral("DatADW"));
         }));
-        QCOMPARE(p.line(8), QStringLiteral("[Statistical Output Path]"));
-        QCOMPARE(p.line(9), QStringLiteral("PATH  =") + stat);
-        QCOMPARE(p.line(4), QStringLiteral("ADW   =DatADW"));
-        QCOMPARE(p.line(23), QStringLiteral("sLSuccess =") + wave);
-        QCOMPARE(settings().StatOutPath, stat); // as the chain read it back
-        QCOMPARE(settings().sLSuccess, wave);
+        const QStringList want = {"[VESK]",
+                                  "PATH  =" + folders[0],
+                                  "OBJECT=second.vdb",
+                                  "ADW   =DatADW",
+                                  "CSM   =DatCSM",
+                                  "[Working Location Path]",
+                                  "PATH  =" + folders[0],
+                                  "[Statistical Output Path]",
+                                  "PATH  =" + folders[1],
+                                  "[Temporary Location Path]",
+                                  "PATH  =" + folders[2],
+                                  "[ImportData Location Path]",
+                                  "PATH  =" + folders[3]};
+        QCOMPARE(p.lines().mid(0, want.size()), want);
+        QCOMPARE(p.line(23), "sLSuccess =" + sounds + "done.wav");
+        QCOMPARE(p.line(24), "sLBussy =" + sounds + "wait.wav");
+        QCOMPARE(p.line(25), "sLFailure =" + sounds + "oops.wav");
+        // As the chain read them back.
+        QCOMPARE(settings().DBFullPath, folders[0] + "/second.vdb");
+        QCOMPARE(settings().StatOutPath, folders[1]);
+        QCOMPARE(settings().TempPath, folders[2]);
+        QCOMPARE(settings().ImportPath, folders[3]);
+        QCOMPARE(settings().sLFailure, sounds + "oops.wav");
+        QCOMPARE(p.prompts().messages(), QStringList());
     }
 
     void theDatabaseFieldIsCheckedWhenLeft() {
@@ -240,12 +276,27 @@ private slots:
             QCOMPARE(results->grid()->col(), 1);
             QCOMPARE(results->grid()->textMatrix(1, 0),
                      QStringLiteral("Results -> Detail results by Age, Sex and Cause"));
+            // Every width of every tab: 2000 and its place in [COLUMN WIDTH].
+            for (int tab = 0; tab < kMenuTabCount; ++tab) {
+                clickTab(f.SSTabColWth, tab);
+                GridModel* g = f.FlexColumnWdth[tab]->grid();
+                for (int row = 1; row < g->rows(); ++row)
+                    for (int n = 1; n <= 3; ++n) {
+                        const QString key =
+                            QString::fromLatin1(widthRows(tab)[row - 1].stem) + QString::number(n);
+                        typeCell(f.FlexColumnWdth[tab], row - 1, n,
+                                 QString::number(2000 + ColWdthIndex(key)));
+                    }
+            }
             QVERIFY(p.applyAndReload(f));
         }));
         QCOMPARE(p.line(26), QStringLiteral("[COLUMN WIDTH]"));
-        QCOMPARE(p.line(38), QStringLiteral("RSC2=3333"));
-        QCOMPARE(p.line(37), QStringLiteral("RDC2=4000"));
-        QCOMPARE(settings().ColWdth[ColWdthIndex(QStringLiteral("RSC2"))], 3333);
+        for (int i = 0; i < kColumnWidthCount; ++i) {
+            QCOMPARE(p.line(27 + i),
+                     QStringLiteral("%1=%2").arg(QLatin1String(kColumnWidthKeys[i])).arg(2000 + i));
+            QCOMPARE(settings().ColWdth[i], 2000 + i);
+        }
+        QCOMPARE(p.line(51), QStringLiteral("[DCTTBLNM]"));
     }
 
     void decimalPlaces() {
@@ -259,14 +310,22 @@ private slots:
             QCOMPARE(gridTexts(tools), (QStringList{"Tools -> Life Table|2", "Tools|2"}));
             typeCell(tools, 1, 1, QStringLiteral("6"));
             QCOMPARE(f.FlxTstGrdEft->grid()->textMatrix(1, 2), QStringLiteral("1234.567890"));
-            clickTab(f.SSTabDecPlcs, kResultsTab);
-            typeCell(f.FlexDecPlcs[kResultsTab], 2, 1, QStringLiteral("3"));
+            // Every decimal of every tab.
+            const std::pair<int, QStringList> typed[] = {
+                {kViewTab, {"3", "4"}}, {kResultsTab, {"5", "1", "7"}}, {kToolsTab, {"8", "9"}}};
+            for (const auto& [tab, values] : typed) {
+                clickTab(f.SSTabDecPlcs, tab);
+                for (int row = 0; row < values.size(); ++row)
+                    typeCell(f.FlexDecPlcs[tab], row, 1, values[row]);
+            }
             QVERIFY(p.applyAndReload(f));
         }));
-        QCOMPARE(p.line(16), QStringLiteral("ToolDecPlcs =6"));
-        QCOMPARE(p.line(22), QStringLiteral("LDaleDecPlcs =3"));
-        QCOMPARE(settings().ToolDecPlcs, 6);
-        QCOMPARE(settings().LDaleDecPlcs, 3);
+        const QStringList want = {"[Prefer]",        "NleadingCauses =10", "ToolDecPlcs =9",
+                                  "RsltDecPlcs = 5", "RptDecPlcs =3",      "LfTbDecPlcs =8",
+                                  "LSumDecPlcs =1",  "LDthDecPlcs =4",     "LDaleDecPlcs =7"};
+        QCOMPARE(p.lines().mid(13, want.size()), want);
+        QCOMPARE(settings().RsltDecPlcs, 5);
+        QCOMPARE(settings().LDaleDecPlcs, 7);
     }
 
     void theStandardLifeTable() {

@@ -1,8 +1,8 @@
 #pragma once
 // The settings of the program: the globals that come from Vesk.stp, and the texts of the
 // preferences form that the settings file is read into and written from. The file routines
-// (settings_file.h) fill and write these; the preferences form binds its controls to
-// PreferencesControls when it exists.
+// (settings_file.h) fill and write these; the preferences form (shell/preferences_session.h) takes
+// PreferencesControls as the controls of its paths, so that what is typed there is the setting.
 
 #include "platform/cell_array.h"
 
@@ -123,7 +123,8 @@ struct VeskSettings {
 };
 
 // The texts of the preferences form's controls that the settings file is read into and written
-// from. Without the form they are plain texts; the form binds its widgets to them.
+// from. They live here, below the form, so that the settings file and the chain reach them without
+// it; the form's fields of the paths are these texts.
 struct PreferencesControls {
     QString txtwklocation; // database folder
     QString txtVESKObj;    // database file name

@@ -3,10 +3,11 @@
 // which live with its controls in PreferencesControls (settings.h) as `loaded` and `changed`, its
 // OK, and showing and hiding it.
 //
-// The form itself installs its own implementation. Until then a PlainPreferences stands in: its OK
-// does what Apply does to the settings (force the recordset names, write the file when the paths
-// are filled, set DBFullPath, re-arm the frame's Timer1), and showing it says plainly that the form
-// is not built yet.
+// The program installs the form's window (shell/forms/frm_vesk_setup.h). Without it, as for the
+// core's own tests, a HeadlessPreferences stands in: the same preferences (a PreferencesSession),
+// whose OK runs the same Apply, and nothing to show.
+
+#include "shell/preferences_session.h"
 
 namespace vesk {
 
@@ -22,14 +23,17 @@ public:
     virtual void hide() = 0;
 };
 
-class PlainPreferences : public PreferencesForm {
+class HeadlessPreferences : public PreferencesForm {
 public:
-    void Ok_Click() override;
-    void showModal() override;
+    void Ok_Click() override { session_.Apply(); }
+    void showModal() override {}
     void hide() override {}
+
+private:
+    PreferencesSession session_;
 };
 
 PreferencesForm& preferencesForm();
-void setPreferencesForm(PreferencesForm* form); // not owned; nullptr goes back to the plain one
+void setPreferencesForm(PreferencesForm* form); // not owned; nullptr goes back to the headless one
 
 } // namespace vesk

@@ -4,6 +4,7 @@
 #include "frame_fixture.h"
 #include "shell/forms/menu_commands.h"
 #include "shell/frame_menu_tree.h"
+#include "shell/frame_preferences.h"
 #include "shell/frame_texts.h"
 #include "foundation/settings.h"
 #include "foundation/settings_texts.h"
@@ -53,6 +54,14 @@ struct ReadyProgram {
     void trigger(const QString& name) { frame().item(name)->trigger(); }
 };
 
+// The preferences as the frame asks for them, counted.
+struct CountedPreferences : PreferencesForm {
+    int shown = 0;
+    void Ok_Click() override {}
+    void showModal() override { ++shown; }
+    void hide() override {}
+};
+
 } // namespace
 
 class FrameCommandsTest : public QObject {
@@ -74,7 +83,7 @@ private slots:
     void exitEndsProgram();
     void closingFrameEndsProgram();
     void studySetupGuard();
-    void preferencesNotBuiltSaysSo();
+    void setupAndPreferencesShowThePreferences();
     void helpWithoutHelpFile();
     void aboutBoxIsModalAndCloses();
     void progressLabelFollowsText();
@@ -326,10 +335,14 @@ void FrameCommandsTest::studySetupGuard() {
     QVERIFY(program.waitForChain());
     QVERIFY(!program.frame().chain().SettingsOK());
     program.prompts.clear();
+    CountedPreferences preferencesShown;
+    setPreferencesForm(&preferencesShown);
     program.frame().chain().mnu_SSetup_Click();
     QCOMPARE(program.prompts.shown().at(0).text, QStringLiteral("Check paths and objects in the File Setup"));
     QCOMPARE(program.prompts.shown().at(0).icon, Icon::Warning);
-    QCOMPARE(program.prompts.messages().value(1), text(frame_texts::kPreferencesNotBuilt));
+    QCOMPARE(program.prompts.messages().size(), 1);
+    QCOMPARE(preferencesShown.shown, 1); // then the preferences
+    setPreferencesForm(nullptr);
     QVERIFY(setupOpened.isEmpty());
     setStudyBackend(nullptr);
 
@@ -341,13 +354,17 @@ void FrameCommandsTest::studySetupGuard() {
     QCOMPARE(setupOpened, QList<bool>{false});
 }
 
-void FrameCommandsTest::preferencesNotBuiltSaysSo() {
+void FrameCommandsTest::setupAndPreferencesShowThePreferences() {
     ReadyProgram ready;
     QVERIFY(ready.start());
+    CountedPreferences preferencesShown;
+    setPreferencesForm(&preferencesShown);
     ready.trigger(toolbarButtonName(1));
-    QCOMPARE(ready.program->prompts.messages(), QStringList{text(frame_texts::kPreferencesNotBuilt)});
+    QCOMPARE(preferencesShown.shown, 1);
     ready.trigger(QStringLiteral("mnu_setup"));
-    QCOMPARE(ready.program->prompts.messages().size(), 2);
+    QCOMPARE(preferencesShown.shown, 2);
+    QCOMPARE(ready.program->prompts.messages(), QStringList());
+    setPreferencesForm(nullptr);
 }
 
 void FrameCommandsTest::helpWithoutHelpFile() {

@@ -10,6 +10,7 @@
 #include "platform/forms/window_placement.h"
 #include "shell/forms/frm_main_menu.h"
 #include "shell/forms/frm_shw_cnt_mem.h"
+#include "shell/forms/frm_vesk_setup.h"
 #include "shell/forms/menu_commands.h"
 #include "shell/loading_chain.h"
 #include "study/forms/definestudy1.h"
@@ -63,6 +64,7 @@ void registerStudyDefinitionForms() {
 }
 
 void registerForms() {
+    installPreferencesForm();
     registerRunLogViewers();
     registerCalculators();
     registerStudySetup();

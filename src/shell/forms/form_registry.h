@@ -17,7 +17,8 @@ void registerStudySetup();
 // Each form is single: opening it again replaces the one shown. What the study layer asks of the
 // frame meanwhile (the menu after a change of units) is done by the frame.
 void registerStudyDefinitionForms();
-// All of the above, the run-log viewers, and the import and export of the standard life tables
+// The preferences form (frmVESKSetup) as the frame's Preferences, all of the above, the run-log
+// viewers, and the import and export of the standard life tables
 // (demography/forms/standard_table_commands.h).
 void registerForms();
 

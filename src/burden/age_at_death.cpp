@@ -1,5 +1,6 @@
 #include "burden/age_at_death.h"
 
+#include "burden/basic_arrays.h"
 #include "demography/life_table.h"
 #include "demography/open_interval.h"
 #include "foundation/runtime_arithmetic.h"
@@ -8,10 +9,6 @@
 namespace vesk {
 
 namespace {
-
-int sexColumn(const QString& sex) {
-    return sex == QLatin1String("F") ? kAgeFemale : sex == QLatin1String("M") ? kAgeMale : kAgeBoth;
-}
 
 std::optional<double> valueAt(const CellArray& a, int y, int b, int age, int column) {
     if (a.rank() != kAgeArrRank || age < a.lbound(kAgeDimRow) || age > a.ubound(kAgeDimRow))
@@ -56,16 +53,16 @@ CellArray FnAgeAtDeath(const Cell& labels, const CellArray& pop, const CellArray
         const double start = FnAsgStart(label);
         const Cell end = FnAsgEnd(label);
         if (end.isNumber()) {
-            out(m, 1) = closedMean(pop, y, b, int(start), int(end.toDouble()), sexColumn(sex), p.imr);
+            out(m, 1) = closedMean(pop, y, b, int(start), int(end.toDouble()), ageColumnOfSex(sex), p.imr);
             continue;
         }
         if (sex == QLatin1String("P") || !end.isText()) {
             out(m, 1) = Cell::null();
             continue;
         }
-        const double above10 = deathsFrom(deaths, y, b, 10, sexColumn(sex));
+        const double above10 = deathsFrom(deaths, y, b, 10, ageColumnOfSex(sex));
         const std::optional<double> ratio =
-            above10 > 0 ? std::optional<double>(deathsFrom(deaths, y, b, 45, sexColumn(sex)) / above10) : std::nullopt;
+            above10 > 0 ? std::optional<double>(deathsFrom(deaths, y, b, 45, ageColumnOfSex(sex)) / above10) : std::nullopt;
         const Cell beyond = FnOIAGD(p.family, int(start), ratio, p.pgr);
         out(m, 1) = beyond.isNumber() ? Cell(start + beyond.toDouble()) : Cell::null();
     }

@@ -10,15 +10,6 @@ namespace vesk {
 
 namespace {
 
-int sexColumn(const QString& label) {
-    const QString sex = label.trimmed().left(1).toUpper();
-    if (sex == QLatin1String("F"))
-        return kAgeFemale;
-    if (sex == QLatin1String("M"))
-        return kAgeMale;
-    return kAgeBoth;
-}
-
 bool inside(double bai, double start, const Cell& end) {
     if (bai < start)
         return false;
@@ -28,6 +19,15 @@ bool inside(double bai, double start, const Cell& end) {
 }
 
 } // namespace
+
+int ageColumnOfSex(const QString& label) {
+    const QString sex = label.trimmed().left(1).toUpper();
+    if (sex == QLatin1String("F"))
+        return kAgeFemale;
+    if (sex == QLatin1String("M"))
+        return kAgeMale;
+    return kAgeBoth;
+}
 
 Cell FnMapBasicToAsg(const Cell& labels, const Cell& basic) {
     if (!labels.isArray() || !basic.isArray() || basic.array().rank() != kAgeArrRank)
@@ -41,7 +41,7 @@ Cell FnMapBasicToAsg(const Cell& labels, const Cell& basic) {
     for (int g = 0; g < sorted.size(); ++g) {
         const double start = FnAsgStart(sorted[g]);
         const Cell end = FnAsgEnd(sorted[g]);
-        const int column = sexColumn(sorted[g]);
+        const int column = ageColumnOfSex(sorted[g]);
         for (int y = 0; y < a.size(kAgeDimYear); ++y)
             for (int b = 0; b < a.size(kAgeDimBPU); ++b) {
                 out(y, b, g, kAsgMapAsg) = Cell(sorted[g]);

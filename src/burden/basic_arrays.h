@@ -6,6 +6,8 @@
 #include "platform/cell.h"
 #include "platform/cell_array.h"
 
+#include <QString>
+
 namespace vesk {
 
 // FnMapBasicToAsg: (year, BPU, group, 0..1), slot 0 the label and slot 1 the sum of the rows inside
@@ -15,5 +17,8 @@ namespace vesk {
 // it starts in (the single-year form makes this exact). The labels are sorted as text first. A group
 // no row falls in keeps slot 1 Empty.
 Cell FnMapBasicToAsg(const Cell& labels, const Cell& basic);
+
+// The column of a label's sex in a basic or single-year array: "F" female, "M" male, any other both.
+int ageColumnOfSex(const QString& label);
 
 } // namespace vesk

@@ -26,26 +26,6 @@ namespace t = standard_table_texts;
 
 const QStringList kItems{"Mnu_SubMnu_UsrStdLftbl", "mnu_expKROLTS", "mnu_expWHOLTS"};
 
-// A program that came up Ready on a fake database layer, with every form registered.
-struct ReadyProgram {
-    ProgramFolder folder;
-    FakeStudyBackend backend;
-    std::unique_ptr<RunningProgram> program;
-
-    bool start() {
-        folder.writeStp();
-        folder.touchDatabase();
-        setStudyBackend(&backend);
-        program = std::make_unique<RunningProgram>(folder);
-        return program->waitForFrame() && program->waitForChain() && program->prompts.messages().isEmpty();
-    }
-    ~ReadyProgram() {
-        program.reset();
-        setStudyBackend(nullptr);
-    }
-    ScriptedPrompts& prompts() { return program->prompts; }
-    void trigger(const QString& name) { program->frame().item(name)->trigger(); }
-};
 
 } // namespace
 

@@ -32,27 +32,6 @@ QByteArray fileBytes(const QString& path) {
     return f.open(QIODevice::ReadOnly) ? f.readAll() : QByteArray();
 }
 
-// A program that came up Ready on a fake database layer.
-struct ReadyProgram {
-    ProgramFolder folder;
-    FakeStudyBackend backend;
-    std::unique_ptr<RunningProgram> program;
-    QString db;
-
-    bool start() {
-        folder.writeStp();
-        db = folder.touchDatabase();
-        setStudyBackend(&backend);
-        program = std::make_unique<RunningProgram>(folder);
-        return program->waitForFrame() && program->waitForChain() && program->prompts.messages().isEmpty();
-    }
-    ~ReadyProgram() {
-        program.reset();
-        setStudyBackend(nullptr);
-    }
-    FRMMAINMENU& frame() { return program->frame(); }
-    void trigger(const QString& name) { frame().item(name)->trigger(); }
-};
 
 // The preferences as the frame asks for them, counted.
 struct CountedPreferences : PreferencesForm {

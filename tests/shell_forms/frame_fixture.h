@@ -138,6 +138,33 @@ private:
 // Back to a clean start: settings, preferences controls, error store, menu commands, backend.
 void resetGlobals();
 
+// A program that came up Ready on a fake database layer: its folder with a settings file and a study
+// file, the backend, the running frame. `beforeStart` runs just before the program starts (a form to
+// install, say).
+struct ReadyProgram {
+    ProgramFolder folder;
+    FakeStudyBackend backend;
+    std::unique_ptr<RunningProgram> program;
+    QString db;
+
+    bool start(const std::function<void()>& beforeStart = {}) {
+        folder.writeStp();
+        db = folder.touchDatabase();
+        setStudyBackend(&backend);
+        if (beforeStart)
+            beforeStart();
+        program = std::make_unique<RunningProgram>(folder);
+        return program->waitForFrame() && program->waitForChain() && program->prompts.messages().isEmpty();
+    }
+    ~ReadyProgram() {
+        program.reset();
+        setStudyBackend(nullptr);
+    }
+    FRMMAINMENU& frame() { return program->frame(); }
+    ScriptedPrompts& prompts() { return program->prompts; }
+    void trigger(const QString& name) { frame().item(name)->trigger(); }
+};
+
 // The items the state's rule names, checked against the frame; a message for QVERIFY2, empty if
 // all agree.
 QString stateMismatch(const FRMMAINMENU& frame, MenuState state);

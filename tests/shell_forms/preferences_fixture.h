@@ -20,24 +20,9 @@
 
 namespace vesk::test {
 
-struct PreferencesProgram {
-    ProgramFolder folder;
-    FakeStudyBackend backend;
-    std::unique_ptr<RunningProgram> program;
-
-    bool start() {
-        folder.writeStp();
-        folder.touchDatabase();
-        setStudyBackend(&backend);
-        installPreferencesForm();
-        program = std::make_unique<RunningProgram>(folder);
-        return program->waitForFrame() && program->waitForChain() && program->prompts.messages().isEmpty();
-    }
-    ~PreferencesProgram() {
-        program.reset();
-        setStudyBackend(nullptr);
-    }
-    ScriptedPrompts& prompts() { return program->prompts; }
+struct PreferencesProgram : ReadyProgram {
+    // Ready, with the preferences window installed as the frame's.
+    bool start() { return ReadyProgram::start(installPreferencesForm); }
 
     // Opens the form with the toolbar's "Setup", does `steps` in it, then presses Close (when `close`)
     // and returns once the form is gone. False when the form did not come up.

@@ -1,6 +1,7 @@
 // The Coale-Demeny model life tables against the published tables of all families, sexes, levels
 // and ages.
 
+#include "coale_demeny_data.h"
 #include "demography/coale_demeny.h"
 #include "platform/csv.h"
 
@@ -20,14 +21,7 @@ const QString kBuildRefdata = QStringLiteral(VESK_BIN_DIR "/refdata");
 const QString kSourceRefdata = QStringLiteral(VESK_SOURCE_DIR "/data/refdata");
 
 const CoaleDemenyData& data() {
-    static const CoaleDemenyData d = [] {
-        QString error;
-        auto loaded = loadCoaleDemenyData(kBuildRefdata, &error);
-        if (!loaded)
-            ADD_FAILURE() << error.toStdString();
-        return loaded.value_or(CoaleDemenyData{});
-    }();
-    return d;
+    return vesk::test::coaleDemenyData();
 }
 
 struct RefRow {

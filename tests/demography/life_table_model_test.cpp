@@ -4,6 +4,7 @@
 // method's rule departs from the usual one on purpose (the infant q of Keyfitz and Greville, the
 // Tx of Reed-Merrell), the bound states the departure and the test holds the method to it.
 
+#include "coale_demeny_data.h"
 #include "demography/coale_demeny.h"
 #include "demography/life_table.h"
 #include "life_table_support.h"
@@ -18,14 +19,7 @@ namespace col = vesk::life_table_col;
 namespace {
 
 const CoaleDemenyData& data() {
-    static const CoaleDemenyData d = [] {
-        QString error;
-        auto loaded = loadCoaleDemenyData(QStringLiteral(VESK_BIN_DIR "/refdata"), &error);
-        if (!loaded)
-            ADD_FAILURE() << error.toStdString();
-        return loaded.value_or(CoaleDemenyData{});
-    }();
-    return d;
+    return vesk::test::coaleDemenyData();
 }
 
 // The model's rates: nmx of the closed groups, and l95 / T95 for the open one. IMR per 1000 from

@@ -1,6 +1,7 @@
 // The open-interval regression: the stable-population integrals against closed forms, and the least
 // squares fits against their normal equations.
 
+#include "coale_demeny_data.h"
 #include "oaigd_fit.h"
 #include "standard_tables.h"
 
@@ -13,14 +14,7 @@ using namespace vesk::refgen;
 namespace {
 
 const CoaleDemenyData& data() {
-    static const CoaleDemenyData d = [] {
-        QString error;
-        auto r = loadCoaleDemenyData(QStringLiteral(VESK_SOURCE_DIR "/data/refdata"), &error);
-        if (!r)
-            ADD_FAILURE() << error.toStdString();
-        return r.value_or(CoaleDemenyData{});
-    }();
-    return d;
+    return vesk::test::coaleDemenyData();
 }
 
 const std::vector<OaigdFit>& fits() {

@@ -2,6 +2,7 @@
 
 #include "burden/calculator_texts.h"
 #include "burden/parameter_sets.h"
+#include "platform/cell_array.h"
 #include "platform/prompts.h"
 #include "platform/runtime.h"
 
@@ -82,16 +83,21 @@ QStringList parameterGridHeads() {
 } // namespace
 
 DapGridModel::DapGridModel(bool dalyRowTexts, QObject* parent)
+    : DapGridModel(dalyRowTexts ? DapRowTexts::DalyCalculator : DapRowTexts::YllCalculator, parent) {}
+
+DapGridModel::DapGridModel(DapRowTexts rowTexts, QObject* parent)
     : CalculatorTableModel(parameterGridHeads(), {Qt::AlignLeft | Qt::AlignVCenter, Qt::AlignCenter, false},
                            parent) {
     for (const auto& set : kBuiltInParameterSets) {
-        cells_.push_back({QString::fromLatin1(dalyRowTexts ? set.dalyCalculatorRow : set.yllCalculatorRow),
-                          QString::fromLatin1(set.r), QString::fromLatin1(set.K),
+        const char* row = rowTexts == DapRowTexts::DalyCalculator ? set.dalyCalculatorRow
+                          : rowTexts == DapRowTexts::YllCalculator ? set.yllCalculatorRow
+                                                                   : set.id;
+        cells_.push_back({QString::fromLatin1(row), QString::fromLatin1(set.r), QString::fromLatin1(set.K),
                           QString::fromLatin1(set.Beta), QString::fromLatin1(set.C),
                           QString::fromLatin1(kParameterNotSelected)});
     }
-    cells_.push_back({QString::fromLatin1(kCustomParameterRow), QString(), QString(), QString(), QString(),
-                      QString::fromLatin1(kParameterNotSelected)});
+    cells_.push_back({rowTexts == DapRowTexts::Computation ? QString() : QString::fromLatin1(kCustomParameterRow),
+                      QString(), QString(), QString(), QString(), QString::fromLatin1(kParameterNotSelected)});
 }
 
 bool DapGridModel::takesText(int row, int column) const {
@@ -116,6 +122,33 @@ void DapGridModel::toggleSelect(int row) {
     QString& cell = cells_.at(row)[SelectColumn];
     cell = QString::fromLatin1(isSelected(row) ? kParameterNotSelected : kParameterSelected);
     emit dataChanged(index(row, SelectColumn), index(row, SelectColumn));
+}
+
+void DapGridModel::chooseRow(int row, int compMode) {
+    if (row < 0 || row >= rowCount())
+        return;
+    if (compMode != kCompModeQuick) {
+        toggleSelect(row);
+        return;
+    }
+    for (QStringList& cells : cells_)
+        cells[SelectColumn] = QString::fromLatin1(kParameterNotSelected);
+    cells_.at(row)[SelectColumn] = QString::fromLatin1(kParameterSelected);
+    emit dataChanged(index(0, SelectColumn), index(rowCount() - 1, SelectColumn));
+}
+
+Cell DapGridModel::chosenDaps() const {
+    const std::vector<DapValues> sets = selectedSets();
+    if (sets.empty())
+        return Cell();
+    CellArray m({int(sets.size()), kDapC + 1});
+    for (int i = 0; i < int(sets.size()); ++i) {
+        const QString texts[] = {sets[i].id, sets[i].r, sets[i].K, sets[i].Beta, sets[i].C};
+        for (int c = kDapId; c <= kDapC; ++c)
+            if (!texts[c].isEmpty())
+                m(i, c) = Cell(texts[c]);
+    }
+    return Cell(std::move(m));
 }
 
 bool DapGridModel::isSelected(int row) const {

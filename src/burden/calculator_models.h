@@ -14,6 +14,14 @@
 
 namespace vesk {
 
+// The texts of the first column of flexBuiltInDAP: the calculators' row names, or the ids of the
+// DALY computation and of the stored results' load (the Custom row without one).
+enum class DapRowTexts { YllCalculator, DalyCalculator, Computation };
+
+// CompMode, the menu entry that opened the DALY computation: Quick chooses one set, Sensitivity any.
+inline constexpr int kCompModeQuick = 1;       // mnu_Daly
+inline constexpr int kCompModeSensitivity = 2; // mnu_sens
+
 // One parameter set as the grid holds it: the texts of r, K, Beta and C.
 struct DapValues {
     QString id;
@@ -63,9 +71,17 @@ public:
 
     // The row texts of the YLL calculator ("Built In 0") or of the DALY calculator ("Built In-0").
     explicit DapGridModel(bool dalyRowTexts, QObject* parent = nullptr);
+    // BuldDapArray: the built-in sets with the row texts given, then Custom, all "False".
+    explicit DapGridModel(DapRowTexts rowTexts, QObject* parent = nullptr);
 
     // A click in "Select" turns "False" to "True" and back.
     void toggleSelect(int row);
+    // A click in "Select" of the DALY computation: Quick (kCompModeQuick) makes the row the one
+    // chosen; Sensitivity toggles it ("False" becomes "True", anything else "False").
+    void chooseRow(int row, int compMode);
+    // MtxDAP: (chosen rows, kDapId .. kDapC) of the rows marked "True", top to bottom, the cells as
+    // the grid's texts and an empty one Empty; Empty when no row is marked.
+    Cell chosenDaps() const;
     bool isSelected(int row) const;
     // The marked rows, top to bottom.
     std::vector<DapValues> selectedSets() const;

@@ -28,6 +28,9 @@ public:
     Cell ArrPop4D;
     Cell ArrDth4D;
 
+    // What the orchestrator was given at the last run and what it found of each input (FnBDNParams).
+    Cell ArrBDNParams;
+
     // The axes of each result for the result views: kLblEntries entries, kLblYears .. kLblMeasures.
     Cell ArrYldLbl, ArrYllLbl, ArrDalyLbl;
 

@@ -1,5 +1,6 @@
 #include "burden/kernel_loops.h"
 
+#include "burden/cell_guard.h"
 #include "burden/computation_arrays.h"
 #include "burden/kernel.h"
 #include "foundation/error_store.h"
@@ -32,18 +33,6 @@ bool present(const Cell& c) {
     return !c.isEmpty() && !c.isNull();
 }
 
-// One cell's statement: a failure goes to the error store under `source` and leaves the cell unset.
-template <class Statement> void guarded(const char* source, Statement&& statement) {
-    try {
-        statement();
-    } catch (const RuntimeError& e) {
-        ErrorStore(e.number, e.words, QString::fromLatin1(source));
-    } catch (const std::out_of_range&) {
-        ErrorStore(runtime_error::kSubscriptOutOfRange, runtimeWords(runtime_error::kSubscriptOutOfRange),
-                   QString::fromLatin1(source));
-    }
-}
-
 struct Dap {
     float r = 0, K = 0;
     Cell Beta, C;
@@ -53,9 +42,6 @@ Dap dapOf(const CellArray& dap, int d) {
     return {single(dap(d, kDapR)), single(dap(d, kDapK)), dap(d, kDapBeta), dap(d, kDapC)};
 }
 
-int rowsOf(const Cell& m) {
-    return m.isArray() ? m.array().size(0) : 0;
-}
 
 // The two YLD measures of one group of an ArrADWIP cause (or sequela) row `in` at group m. `first`:
 // the first sequela, whose missing measure is Null; otherwise 0.

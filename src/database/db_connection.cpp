@@ -223,4 +223,16 @@ bool isPlainIdentifier(const QString& name) {
     return re.match(name).hasMatch();
 }
 
+QList<QList<Cell>> rowsOf(QSqlQuery& q, int columns) {
+    QList<QList<Cell>> rows;
+    while (q.next()) {
+        QList<Cell> row;
+        row.reserve(columns);
+        for (int c = 0; c < columns; ++c)
+            row.push_back(cellFromVariant(q.value(c)));
+        rows.push_back(std::move(row));
+    }
+    return rows;
+}
+
 } // namespace vesk

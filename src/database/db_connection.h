@@ -69,6 +69,9 @@ int engineErrorNumber(const QSqlError& error);
 // A value of a query as a dynamic cell: NULL gives Null, numbers a number, anything else a text.
 Cell cellFromVariant(const QVariant& value);
 
+// The rows of a query as cells, each row `columns` wide.
+QList<QList<Cell>> rowsOf(QSqlQuery& q, int columns);
+
 // A name made of letters, digits and "_" only, starting with a letter or "_": fit to stand as an
 // identifier in a statement (a study id used as a column name, a table name passed by a caller).
 bool isPlainIdentifier(const QString& name);

@@ -15,18 +15,6 @@ using sql::quoteName;
 
 namespace {
 
-// The rows of a query as cells, each row `columns` wide.
-QList<QList<Cell>> rowsOf(QSqlQuery& q, int columns) {
-    QList<QList<Cell>> rows;
-    while (q.next()) {
-        QList<Cell> row;
-        for (int c = 0; c < columns; ++c)
-            row.push_back(cellFromVariant(q.value(c)));
-        rows.push_back(row);
-    }
-    return rows;
-}
-
 Cell matrix(const QList<QList<Cell>>& rows, int columns) {
     CellArray m{static_cast<int>(rows.size()), columns};
     for (int r = 0; r < rows.size(); ++r)

@@ -37,20 +37,26 @@ TimeLog::~TimeLog() {
 }
 
 bool TimeLog::start() {
+    const QDateTime now = QDateTime::currentDateTime();
+    lines_ = {QStringLiteral("Start Application  = [Date: ") + now.toString(QStringLiteral("dd/MM/yyyy")) +
+              QStringLiteral(" And Time: ") + now.toString(QStringLiteral("HH:mm:ss")) + QStringLiteral(" ]")};
+    last_ = seconds_();
     file_.setFileName(timeLogPath());
     if (!file_.open(QIODevice::Append))
         return false;
-    const QDateTime now = QDateTime::currentDateTime();
-    QTextStream(&file_) << "Start Application  = [Date: " << now.toString(QStringLiteral("dd/MM/yyyy"))
-                        << " And Time: " << now.toString(QStringLiteral("HH:mm:ss")) << " ]\r\n";
-    last_ = seconds_();
+    QTextStream(&file_) << lines_.first() << "\r\n";
     return true;
+}
+
+void TimeLog::mark() {
+    last_ = seconds_();
 }
 
 void TimeLog::phase(TimePhase phase) {
     const double now = seconds_();
+    lines_ << timePhaseLiteral(phase) + numberToText(roundHalfEven(now - last_, 2));
     if (file_.isOpen())
-        QTextStream(&file_) << timePhaseLiteral(phase) << numberToText(roundHalfEven(now - last_)) << "\r\n";
+        QTextStream(&file_) << lines_.last() << "\r\n";
     last_ = now;
 }
 

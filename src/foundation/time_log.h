@@ -4,13 +4,15 @@
 //
 //   Start Application  = [Date: 21/11/2026 And Time: 10:15:02 ]
 //
-// and each step adds its literal and the rounded seconds since the previous stamp:
+// and each step adds its literal and the seconds, to two decimals, since the stamp taken at the head
+// of that step (mark), or since the previous line where no step took one:
 //
-//   Loading population and Mortality data to Memory...  =  3
+//   Loading population and Mortality data to Memory...  =  3.27
 
 #include <QElapsedTimer>
 #include <QFile>
 #include <QString>
+#include <QStringList>
 #include <functional>
 
 namespace vesk {
@@ -40,8 +42,13 @@ public:
 
     // Opens the file for append and writes the start line; false when it cannot be opened.
     bool start();
-    // Writes the step's line with the rounded seconds since the previous stamp.
+    // Takes the stamp at the head of a step.
+    void mark();
+    // Writes the step's line with the seconds since the stamp, rounded to two decimals, and takes
+    // the stamp anew.
     void phase(TimePhase phase);
+    // The lines of this run as written (kept also when the file could not be opened).
+    const QStringList& lines() const { return lines_; }
     // Closes the file at the end of the run.
     void finish();
 
@@ -50,6 +57,7 @@ private:
     QElapsedTimer clock_;
     QFile file_;
     double last_ = 0;
+    QStringList lines_;
 };
 
 } // namespace vesk

@@ -58,7 +58,7 @@ TEST_F(RunLogTest, TheLogsAreNeverTruncated) {
     EXPECT_EQ(times.count("Start Application  = [Date: "), 2);
 }
 
-TEST_F(RunLogTest, TimeStpHasTheStartLineAndEveryPhaseWithRoundedSeconds) {
+TEST_F(RunLogTest, TimeStpHasTheStartLineAndEveryPhaseInSecondsToTwoDecimals) {
     QList<double> ticks = {1000.0, 1002.6, 1003.5, 1006.0, 1006.4, 1007.9, 1010.5, 1013.0};
     TimeLog log([&] { return ticks.takeFirst(); });
     ASSERT_TRUE(log.start());
@@ -74,13 +74,29 @@ TEST_F(RunLogTest, TimeStpHasTheStartLineAndEveryPhaseWithRoundedSeconds) {
             .match(lines[0])
             .hasMatch())
         << lines[0].toStdString();
-    EXPECT_EQ(lines[1], "Loading population and Mortality data to Memory...  =  3");
-    EXPECT_EQ(lines[2], "Loading Cause of Death data into Memory... =  1");
-    EXPECT_EQ(lines[3], "Loading Epidemiological Data into Memory...  =  2"); // 2.5 rounds to even
-    EXPECT_EQ(lines[4], "Computing YLD,YLL,DALY... =  0");
-    EXPECT_EQ(lines[5], "Storing YLD Results into Table... =  2");
-    EXPECT_EQ(lines[6], "Storing YLL Results into Table... =  3");
-    EXPECT_EQ(lines[7], "Storing DALY Results into Table... =  2");
+    EXPECT_EQ(lines[1], "Loading population and Mortality data to Memory...  =  2.6");
+    EXPECT_EQ(lines[2], "Loading Cause of Death data into Memory... =  0.9");
+    EXPECT_EQ(lines[3], "Loading Epidemiological Data into Memory...  =  2.5");
+    EXPECT_EQ(lines[4], "Computing YLD,YLL,DALY... =  0.4");
+    EXPECT_EQ(lines[5], "Storing YLD Results into Table... =  1.5");
+    EXPECT_EQ(lines[6], "Storing YLL Results into Table... =  2.6");
+    EXPECT_EQ(lines[7], "Storing DALY Results into Table... =  2.5");
+    EXPECT_EQ(log.lines().mid(1), lines.mid(1));
+}
+
+TEST_F(RunLogTest, AStepIsTimedFromTheStampAtItsHead) {
+    // 0.125 s between the start and the step's head are not the step's: 1.004 - 0.0 would be 1.00.
+    QList<double> ticks = {0.0, 0.125, 1.004, 1.5, 2.25};
+    TimeLog log([&] { return ticks.takeFirst(); });
+    ASSERT_TRUE(log.start());
+    log.mark();
+    log.phase(TimePhase::LoadPopulation);
+    log.mark();
+    log.phase(TimePhase::Compute);
+    log.finish();
+    ASSERT_EQ(log.lines().size(), 3);
+    EXPECT_EQ(log.lines()[1], "Loading population and Mortality data to Memory...  =  0.88");
+    EXPECT_EQ(log.lines()[2], "Computing YLD,YLL,DALY... =  0.75");
 }
 
 TEST_F(RunLogTest, TimeStpLandsInTheOutputFolderByPlainAppending) {

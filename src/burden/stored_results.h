@@ -14,6 +14,7 @@
 // of the classification and the measures keep their defaults; a Null measure is stored as NULL, an
 // Empty one as the field's default.
 
+#include "burden/computation_helpers.h"
 #include "database/db_connection.h"
 #include "platform/cell.h"
 #include "platform/progress.h"
@@ -48,9 +49,10 @@ void LoadTblYll(const ResultStudy& s, const Cell& MtxDAP, const Cell& ArrYll, co
 // ArrDaly into RsltDALY; its groups are the YLD groups, or the YLL ones when it has as many.
 void LoadTblDaly(const ResultStudy& s, const Cell& MtxDAP, const Cell& ArrDaly, const ResultProgress& p);
 
-// What LoadStroedResults tells on the way: the entries of its running list.
+// The arrays LoadStroedResults fills, and the labels of their axes (BldResultLabels).
 struct LoadedResults {
     Cell ArrYld, ArrYll, ArrDaly;
+    ResultLabels labels;
 };
 enum class LoadEnd {
     Loaded, // the arrays hold what the tables had

@@ -187,6 +187,7 @@ LoadEnd LoadStroedResults(const ResultStudy& s, const Cell& MtxDAP, const std::f
                                  {ct::kLoadingDaly, ct::kDalyListLoaded, ct::kDalyLoaded, ct::kDalyNone1,
                                   ct::kDalyNotLoaded, ct::kDalyNotCalculated, ct::kDalyNotStored},
                                  list, bar);
+        out.labels = BldResultLabels(s.years, s.units, MtxDAP, s.causes, s.yldLabels, s.yllLabels, out.ArrDaly);
         return LoadEnd::Loaded;
     } catch (const LoadFailure& f) {
         failure = f.words;

@@ -6,6 +6,9 @@
 // VESK_SCREENSHOT_DIR when it is set).
 
 #include "burden/computation.h"
+#include "burden/computation_arrays.h"
+#include "burden/forms/frm_comp_daly.h"
+#include "burden/forms/frm_load_status.h"
 #include "database/db_create.h"
 #include "database/study_context.h"
 #include "form_support.h"
@@ -69,6 +72,7 @@ private:
         registerRunLogViewers();
         registerStudySetup();
         registerStudyDefinitionForms();
+        registerComputationForms();
     }
     // A study file with a current study, so that the program starts in the state Ready.
     static void oldStudyFile(const QString& file) {
@@ -116,6 +120,14 @@ private:
             QTest::qWaitFor([&] { return (form = frame.findChild<Form*>()) && form->isVisible(); });
         return shown ? form : nullptr;
     }
+    // The same for a window without a meta-object of its own, found by its object name.
+    template <typename Form> static Form* waitForNamed(FRMMAINMENU& frame, const char* name) {
+        QWidget* form = nullptr;
+        const bool shown = QTest::qWaitFor([&] {
+            return (form = frame.findChild<QWidget*>(QString::fromLatin1(name))) && form->isVisible();
+        });
+        return shown ? static_cast<Form*>(form) : nullptr;
+    }
     void buildDictionary(FRMMAINMENU& frame, ScriptedPrompts& prompts);
     void buildUnits(FRMMAINMENU& frame, ScriptedPrompts& prompts);
     void chooseCauses(FRMMAINMENU& frame, ScriptedPrompts& prompts);
@@ -149,6 +161,7 @@ private:
     void enterUnitInputs(NewFrmInputs& form, ScriptedPrompts& prompts, int unit);
     void checkInputs();
     void deleteTheStudy(FRMMAINMENU& frame, ScriptedPrompts& prompts);
+    void computeTheStudy(FRMMAINMENU& frame, ScriptedPrompts& prompts, RecordingSound& sounds);
 
 private slots:
     void initTestCase() { shots_ = screenshotFolder(scratch_); }
@@ -165,6 +178,7 @@ private slots:
 
     void fromFileNewToACompleteStudyAndItsDeletion();
     void aNewDatabaseWithoutTheMinimumGoesAway();
+    void theStoredResultsLoadInANewRun();
 };
 
 void StudySetupScenarioTest::firstStudy(DEFINESTUDY1& f, ScriptedPrompts& prompts) {
@@ -511,9 +525,45 @@ void StudySetupScenarioTest::enterInputs(FRMMAINMENU& frame, ScriptedPrompts& pr
               {"select", "demographics", "causes", "epidemiology", "weights"});
     form->close();
     checkInputs();
-    // The later steps count the rows of data of their own: the inputs' rows go again.
-    for (const char* table : {"DatPOP", "DatASDR", "DatDmgphyPrmtrs", "DatCSM", "DatADW", "DatADWSqla", "DatDwt"})
-        exec(QStringLiteral("DELETE FROM %1").arg(QLatin1String(table)));
+}
+
+// Compute -> DALYs - Quick with set 1, then DALYs - Sensitivity Analysis with sets 0 and 3, on the
+// inputs just entered; the file as it then stands is kept for a later run of the program.
+void StudySetupScenarioTest::computeTheStudy(FRMMAINMENU& frame, ScriptedPrompts& prompts, RecordingSound& sounds) {
+    const QList<std::pair<const char*, QList<int>>> runs = {{"mnu_Daly", {1}}, {"mnu_sens", {0, 3}}};
+    for (const auto& [item, sets] : runs) {
+        prompts.clear();
+        sounds.played.clear();
+        QVERIFY(frame.isMenuEnabled(item));
+        frame.item(item)->trigger();
+        auto* form = waitForNamed<frmCompDALY>(frame, "frmCompDALY");
+        QVERIFY(form);
+        for (int r : sets)
+            clickCell(form->flexBuiltInDAP, r, DapGridModel::SelectColumn);
+        prompts.answer(Answer::No); // the errors of the run, if it stored any, are not viewed
+        QPointer<frmCompDALY> alive(form);
+        form->ID_COMPUTE->click();
+        QTRY_VERIFY(!alive);
+        QCOMPARE(prompts.messages().last(), QString("Calculation of DALY is complete.  Results are stored in tables "));
+        QVERIFY(sounds.played.contains(settings().sLBussy));
+        QCOMPARE(sounds.played.last(), settings().sLSuccess);
+    }
+    QCOMPARE(rows("SELECT DISTINCT DAPID FROM RsltYLL ORDER BY DAPID"), QStringList({"0", "1", "3"}));
+    // Each set has the rows of each unit, cause and group; the YLL of the first cause in the first
+    // unit is the figure the arrays hold.
+    const int causes = int(studyCauses().size()), yllGroups = int(cellTexts(studyContext().VctrYLLAsg).size());
+    const int units = int(cellTexts(studyContext().VctrBPULst).size());
+    QCOMPARE(units, 4); // two of them with inputs
+    QCOMPARE(rows("SELECT count(*) FROM RsltYLL WHERE DAPID = 3").value(0).toInt(), units * causes * yllGroups);
+    QVERIFY(rows("SELECT count(*) FROM RsltDALY WHERE DAPID = 1").value(0).toInt() > 0);
+    const Cell& yll = computation().ArrYll;
+    QVERIFY(yll.isArray());
+    QCOMPARE(rows("SELECT IYLL FROM RsltYLL WHERE DAPID = 3 AND BPUID = 'BLR' AND COBCd = '" + studyCauses()[0] +
+                  "' ORDER BY ASG LIMIT 1")
+                 .value(0)
+                 .toDouble(),
+             yll.array()(0, 0, 1, 0, 0, kYllYLL).toDouble());
+    QVERIFY(QFile::copy(studyContext().StudyDB->path(), QDir(scratch_.path()).filePath("computed.vdb")));
 }
 
 void StudySetupScenarioTest::checkInputs() {
@@ -774,6 +824,13 @@ void StudySetupScenarioTest::fromFileNewToACompleteStudyAndItsDeletion() {
     enterInputs(program.frame(), program.prompts);
     if (QTest::currentTestFailed())
         return;
+    computeTheStudy(program.frame(), program.prompts, program.sounds);
+    if (QTest::currentTestFailed())
+        return;
+    // The later steps count the rows of data and results of their own: these rows go again.
+    for (const char* table : {"DatPOP", "DatASDR", "DatDmgphyPrmtrs", "DatCSM", "DatADW", "DatADWSqla", "DatDwt",
+                              "RsltYLD", "RsltYLL", "RsltDALY"})
+        exec(QStringLiteral("DELETE FROM %1").arg(QLatin1String(table)));
 
     addData();
     deleteACluster(program.frame(), program.prompts);
@@ -784,6 +841,55 @@ void StudySetupScenarioTest::fromFileNewToACompleteStudyAndItsDeletion() {
     QCOMPARE(studyCauses(),
              QStringList({"11021", "11022", "12011", "12012", "21011", "21021", "31011", "31012"}));
     deleteTheStudy(program.frame(), program.prompts);
+}
+
+// A new run of the program on the study as it stood after its computation: Compute -> Load Stored
+// Results brings the three sets back, and Show Content in Memory lists them.
+void StudySetupScenarioTest::theStoredResultsLoadInANewRun() {
+    const QString computed = QDir(scratch_.path()).filePath("computed.vdb");
+    if (!QFile::exists(computed))
+        QSKIP("the scenario did not come to its computation");
+    ProgramFolder folder;
+    folder.writeStp("india.vdb");
+    QVERIFY(QFile::copy(computed, studyFile(folder, "india.vdb")));
+    RunningProgram program(folder);
+    QVERIFY(program.waitForFrame());
+    QVERIFY(program.waitForChain());
+    QVERIFY(!computation().ArrYll.isArray());
+    QVERIFY(program.frame().isMenuEnabled("mns_lsr"));
+    program.prompts.clear();
+    program.frame().item("mns_lsr")->trigger();
+    auto* form = waitForNamed<frmLoadStatus>(program.frame(), "frmLoadStatus");
+    QVERIFY(form);
+    for (int r : {0, 1, 3})
+        clickCell(form->flexBuiltInDAP, r, DapGridModel::SelectColumn);
+    form->CmdOk->click();
+    QTRY_COMPARE(program.prompts.messages(), QStringList{" The Results have been loaded"});
+    QCOMPARE(form->List1->count(), 3);
+    QCOMPARE(form->List1->item(2)->text(), QString("DALY results Loaded "));
+    const Cell& yll = computation().ArrYll;
+    QVERIFY(yll.isArray());
+    QCOMPARE(yll.array().size(kDimDAP), 3);
+    // The figure of set 3 (third chosen) for the first cause and group of the first unit.
+    QCOMPARE(yll.array()(0, 0, 2, 0, 0, kYllYLL).toDouble(),
+             rows("SELECT IYLL FROM RsltYLL WHERE DAPID = 3 AND BPUID = 'BLR' AND COBCd = '" + studyCauses()[0] +
+                  "' ORDER BY ASG LIMIT 1")
+                 .value(0)
+                 .toDouble());
+    QVERIFY(computation().ArrDaly.isArray());
+    form->close();
+
+    program.frame().item("mnu_ShCntMem")->trigger();
+    auto* content = waitForSubWindow<FrmShwCntMem>(program.frame());
+    QVERIFY(content);
+    QStringList shown;
+    const ContentInMemoryModel* m = content->model();
+    for (int r = 0; r < m->rowCount(); ++r)
+        for (int c = 0; c < m->columnCount(); ++c)
+            shown << m->index(r, c).data().toString();
+    for (const char* set : {"[0,0,0,,]", "[1,0.03,1,0.04,0.1658]", "[3,0.03,0,,]"})
+        QVERIFY2(shown.contains(set), qPrintable(shown.join(',')));
+    QVERIFY(shown.contains("BLR") && shown.contains("MYS"));
 }
 
 void StudySetupScenarioTest::aNewDatabaseWithoutTheMinimumGoesAway() {

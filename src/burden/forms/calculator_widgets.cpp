@@ -71,7 +71,7 @@ QTableView* makeCalcGrid(const QString& objectName, QWidget* parent) {
     return view;
 }
 
-QTableView* makeDapGrid(DapGridModel* model, QWidget* parent) {
+QTableView* makeDapGrid(DapGridModel* model, QWidget* parent, int compMode) {
     QTableView* view = makeCalcGrid(QStringLiteral("flexBuiltInDAP"), parent);
     view->setModel(model);
     view->setItemDelegate(new CalcCellDelegate(false, QString(), view));
@@ -81,9 +81,9 @@ QTableView* makeDapGrid(DapGridModel* model, QWidget* parent) {
     QHeaderView* header = view->horizontalHeader();
     header->setMinimumSectionSize(52);
     header->setSectionResizeMode(QHeaderView::ResizeToContents);
-    QObject::connect(view, &QTableView::clicked, view, [model](const QModelIndex& index) {
+    QObject::connect(view, &QTableView::clicked, view, [model, compMode](const QModelIndex& index) {
         if (index.column() == DapGridModel::SelectColumn)
-            model->toggleSelect(index.row());
+            model->chooseRow(index.row(), compMode);
     });
     view->resizeColumnsToContents();
     const int frame = 2 * view->frameWidth();

@@ -2,6 +2,7 @@
 // The pieces both calculator windows are made of: grid views with their key rules, the parameter
 // grid, the age grid's pop-up of quick-fill lists, the decimals box, and print and save.
 
+#include "burden/calculator_models.h"
 #include "burden/calculator_output.h"
 
 #include <QAction>
@@ -43,8 +44,9 @@ private:
 
 // A grid view as the calculators show them: compact rows, edit on a key or a double click.
 QTableView* makeCalcGrid(const QString& objectName, QWidget* parent);
-// flexBuiltInDAP over its model: a click in "Select" toggles the row.
-QTableView* makeDapGrid(DapGridModel* model, QWidget* parent);
+// flexBuiltInDAP over its model: a click in "Select" chooses the row as `compMode` says (the
+// calculators and Sensitivity toggle it, Quick makes it the one chosen).
+QTableView* makeDapGrid(DapGridModel* model, QWidget* parent, int compMode = kCompModeSensitivity);
 
 // The File (Print, Save, Close) and Help menus the calculator windows share.
 struct CalculatorMenuActions {

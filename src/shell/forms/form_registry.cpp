@@ -2,6 +2,8 @@
 
 #include "burden/computation.h"
 #include "burden/forms/calculators_open.h"
+#include "burden/forms/frm_comp_daly.h"
+#include "burden/forms/frm_load_status.h"
 #include "demography/forms/frm_interpolate.h"
 #include "demography/forms/frm_life_table_entry.h"
 #include "demography/forms/frmoiagd.h"
@@ -63,12 +65,21 @@ void registerStudyDefinitionForms() {
     });
 }
 
+void registerComputationForms() {
+    for (const auto& [item, mode] : {std::pair{"mnu_Daly", kCompModeQuick}, std::pair{"mnu_sens", kCompModeSensitivity}})
+        registerMenuCommand(QString::fromLatin1(item), [mode](FRMMAINMENU& f) {
+            frmCompDALY::open(f.mdiArea(), mode, [&f] { f.showErrorViewer(); });
+        });
+    registerMenuCommand(QStringLiteral("mns_lsr"), [](FRMMAINMENU& f) { frmLoadStatus::open(f.mdiArea()); });
+}
+
 void registerForms() {
     installPreferencesForm();
     registerRunLogViewers();
     registerCalculators();
     registerStudySetup();
     registerStudyDefinitionForms();
+    registerComputationForms();
     for (const StandardTableCommand& c : standardTableCommands())
         registerMenuCommand(QString::fromLatin1(c.item), [run = c.run](FRMMAINMENU&) { run(); });
 }

@@ -17,6 +17,10 @@ void registerStudySetup();
 // Each form is single: opening it again replaces the one shown. What the study layer asks of the
 // frame meanwhile (the menu after a change of units) is done by the frame.
 void registerStudyDefinitionForms();
+// Compute -> DALYs - Quick and DALYs - Sensitivity Analysis (mnu_Daly, mnu_sens: frmCompDALY in
+// its two modes, the errors of a run offered through the frame's error viewer) and Compute -> Load
+// Stored Results (mns_lsr: frmLoadStatus).
+void registerComputationForms();
 // The preferences form (frmVESKSetup) as the frame's Preferences, all of the above, the run-log
 // viewers, and the import and export of the standard life tables
 // (demography/forms/standard_table_commands.h).

@@ -168,6 +168,9 @@ TEST_F(ComputeRun, EveryStoredRowOfTheSmallStudy) {
     const Computation& comp = computation();
     ASSERT_TRUE(comp.ArrDaly.isArray());
     EXPECT_EQ(comp.ArrDaly.array().size(kDimAsg), 4);
+    // One set chosen: the third dimension has the upper bound 0.
+    for (const Cell* a : {&comp.ArrYld, &comp.ArrYll, &comp.ArrDaly})
+        EXPECT_EQ(a->array().ubound(kDimDAP), 0);
     EXPECT_TRUE(comp.ArrYldLbl.isArray());
     EXPECT_TRUE(comp.ArrBDNParams.isArray());
 
@@ -224,6 +227,8 @@ TEST_F(ComputeRun, UnmatchedGroupsStoreYldAndYllButNoDaly) {
     EXPECT_EQ(out.end, RunEnd::NotComputed);
     EXPECT_EQ(out.message, QString("Calculation of Daly are not computed "));
     EXPECT_FALSE(computation().ArrDaly.isArray());
+    EXPECT_TRUE(computation().ArrYld.isArray());
+    EXPECT_TRUE(computation().ArrYll.isArray());
     EXPECT_EQ(value("SELECT count(*) FROM RsltYLD"), "32"); // 4 groups: A0001, SQ1, SQ2, C0001 on 2 units
     EXPECT_EQ(value("SELECT ASG FROM RsltYLD WHERE BPUID = 'U1' AND COBCd = 'A0001' ORDER BY ASG LIMIT 1"), "F0-49");
     EXPECT_EQ(value("SELECT count(*) FROM RsltYLL"), "24");

@@ -35,10 +35,12 @@ enum KernelCheck : int {
 // function's name, and the run resumes with the next statement.
 class ResumeNext {
 public:
-    explicit ResumeNext(const char* source) : source_(QString::fromLatin1(source)) {}
+    // The name is made a text only when something is stored: a kernel function runs millions of
+    // times in a computation, and fails rarely.
+    explicit ResumeNext(const char* source) : source_(source) {}
 
     void raise(int number, const char* words) const { raise(number, QString::fromLatin1(words)); }
-    void raise(int number, const QString& words) const { ErrorStore(number, words, source_); }
+    void raise(int number, const QString& words) const { ErrorStore(number, words, QString::fromLatin1(source_)); }
 
     // One statement: a failure leaves whatever it was to assign as it was.
     template <class Statement> void run(Statement&& statement) const {
@@ -61,7 +63,7 @@ public:
     }
 
 private:
-    QString source_;
+    const char* source_;
 };
 
 // Beta = "": Empty equals the empty string; a number is compared as its text, which is never empty;

@@ -38,8 +38,18 @@ struct Dap {
     Cell Beta, C;
 };
 
+// Beta or C as the kernel reads them, parsed once for the set rather than at every cell: a text of a
+// number is that number (the kernel's checks and formulas read it so), any other cell as it is (an
+// empty text still skips the checks, a text that is no number still fails where it is read).
+Cell parsedOnce(const Cell& c) {
+    if (!c.isText())
+        return c;
+    const auto v = runtime_arithmetic::textNumber(c.toString());
+    return v ? Cell(*v) : c;
+}
+
 Dap dapOf(const CellArray& dap, int d) {
-    return {single(dap(d, kDapR)), single(dap(d, kDapK)), dap(d, kDapBeta), dap(d, kDapC)};
+    return {single(dap(d, kDapR)), single(dap(d, kDapK)), parsedOnce(dap(d, kDapBeta)), parsedOnce(dap(d, kDapC))};
 }
 
 
@@ -245,13 +255,12 @@ struct DalyPair {
     Cell idaly, pdaly;
 };
 
-DalyPair pairOf(const CellArray& a, bool yll, const std::initializer_list<int>& at) {
-    const std::vector<int> i(at);
+DalyPair pairOf(const CellArray& a, bool yll, int y, int b, int d, int c, int m) {
     if (yll) {
-        const Cell& v = a.at({i[0], i[1], i[2], i[3], i[4], kYllYLL});
+        const Cell& v = a(y, b, d, c, m, kYllYLL);
         return {v, v};
     }
-    return {a.at({i[0], i[1], i[2], i[3], i[4], kYldIYLD}), a.at({i[0], i[1], i[2], i[3], i[4], kYldPYLD})};
+    return {a(y, b, d, c, m, kYldIYLD), a(y, b, d, c, m, kYldPYLD)};
 }
 
 struct DalySides {
@@ -314,6 +323,10 @@ Cell BldDALYArray(const Cell& ArrYld, const Cell& ArrYll, const Cell& VctrYLDAsg
     const CellArray& base = *sides.base;
     const CellArray& add = *sides.addend;
     CellArray out({base.size(0), base.size(1), base.size(2), base.size(3), base.size(4), kDalyLastSlot + 1});
+    // Where each group of the longer list goes in the shorter, read once.
+    std::vector<int> into(std::size_t(sides.map->size(0)));
+    for (int i = 0; i < sides.map->size(0); ++i)
+        into[std::size_t(i)] = int((*sides.map)(i, 2).toDouble());
     for (int y = 0; y < base.size(0); ++y)
         for (int b = 0; b < base.size(1); ++b)
             for (int d = 0; d < base.size(2); ++d)
@@ -321,13 +334,13 @@ Cell BldDALYArray(const Cell& ArrYld, const Cell& ArrYll, const Cell& VctrYLDAsg
                     guarded(kDalySource, [&] {
                         for (int m = 0; m < base.size(4); ++m) {
                             out(y, b, d, c, m, kDalyAsg) = base(y, b, d, c, m, 1);
-                            const DalyPair v = pairOf(base, sides.baseIsYll, {y, b, d, c, m});
+                            const DalyPair v = pairOf(base, sides.baseIsYll, y, b, d, c, m);
                             out(y, b, d, c, m, kDalyIDALY) = v.idaly;
                             out(y, b, d, c, m, kDalyPDALY) = v.pdaly;
                         }
                         for (int i = 0; i < sides.map->size(0); ++i) {
-                            const int j = int((*sides.map)(i, 2).toDouble());
-                            const DalyPair a = pairOf(add, !sides.baseIsYll, {y, b, d, c, i});
+                            const int j = into[std::size_t(i)];
+                            const DalyPair a = pairOf(add, !sides.baseIsYll, y, b, d, c, i);
                             addInto(out(y, b, d, c, j, kDalyIDALY), a.idaly);
                             addInto(out(y, b, d, c, j, kDalyPDALY), a.pdaly);
                         }

@@ -4,11 +4,11 @@
 #include "burden/computation_texts.h"
 #include "burden/input_loaders_support.h"
 #include "burden/stored_results.h"
+#include "database/bulk_insert.h"
 #include "foundation/error_store.h"
 #include "platform/texts.h"
 
 #include <QSqlError>
-#include <QSqlQuery>
 #include <vector>
 
 namespace vesk {
@@ -52,47 +52,56 @@ QString insertText(const ResultTable& t, bool withMeasures) {
     return QStringLiteral("INSERT INTO %1 (%2) VALUES (%3)").arg(QLatin1String(t.table), fields, marks.join(u", "));
 }
 
-QVariant fieldValue(const Cell& v, const QVariant& dflt) {
+// A measure into its parameter: Empty as the field's default, Null as NULL, a number as a double,
+// anything else as text (for the table to refuse, naming the field).
+void bindMeasure(BulkInsert& q, int i, const Cell& v, const QVariant& dflt) {
     if (v.isEmpty())
-        return dflt;
-    if (v.isNull())
-        return QVariant();
-    if (v.isNumber())
-        return QVariant(v.toDouble());
-    return QVariant(v.toString());
+        q.bind(i, dflt);
+    else if (v.isNull())
+        q.bindNull(i);
+    else if (v.isNumber())
+        q.bindDouble(i, v.toDouble());
+    else
+        q.bindText(i, v.toString());
 }
 
 // The statements of one store, prepared once for all its transactions.
 class Writer {
 public:
     Writer(const ResultStudy& s, const ResultTable& t, const Cell& labels)
-        : t_(t), labels_(labels), full_(s.db->database()), short_(s.db->database()) {
-        full_.prepare(insertText(t, true));
-        short_.prepare(insertText(t, false));
+        : t_(t), labels_(labels), full_(*s.db, insertText(t, true)), short_(*s.db, insertText(t, false)) {
+        if (!full_.ok())
+            storeError(full_.error());
     }
 
     // The record of group m: keys, then the slots of `cell(slot)`.
     template <class Cells> void add(const QVariantList& keys, int m, Cells&& cell) {
+        if (!full_.ok())
+            return;
         const Cell& label = cell(kYldAsg);
         const bool substitute = label.isEmpty() || label.isNull();
-        QSqlQuery& q = substitute ? short_ : full_;
+        BulkInsert& q = substitute ? short_ : full_;
         int i = 0;
         for (const QVariant& k : keys)
-            q.bindValue(i++, k);
-        q.bindValue(i++, substitute ? QVariant(m < rowsIn(labels_) ? entry(labels_, m).toString() : QString())
-                                    : fieldValue(label, QVariant()));
+            q.bind(i++, k);
+        if (substitute)
+            q.bindText(i++, m < rowsIn(labels_) ? entry(labels_, m).toString() : QString());
+        else
+            bindMeasure(q, i++, label, QVariant());
         if (!substitute)
             for (std::size_t k = 0; k < t_.measures.size(); ++k)
-                q.bindValue(i++, fieldValue(cell(t_.measureSlots[k]), t_.defaults[k]));
-        if (!q.exec())
-            ErrorStore(engineErrorNumber(q.lastError()), engineDescription(q.lastError()),
-                       QString::fromLatin1(t_.source));
+                bindMeasure(q, i++, cell(t_.measureSlots[k]), t_.defaults[k]);
+        if (!q.insert())
+            storeError(q.error());
     }
 
 private:
+    void storeError(const QSqlError& e) {
+        ErrorStore(engineErrorNumber(e), engineDescription(e), QString::fromLatin1(t_.source));
+    }
     const ResultTable& t_;
     const Cell& labels_;
-    QSqlQuery full_, short_;
+    BulkInsert full_, short_;
 };
 
 bool alreadyStored(const ResultStudy& s, const ResultTable& t, const QVariantList& key) {

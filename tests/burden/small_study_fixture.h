@@ -23,6 +23,7 @@ protected:
         ASSERT_TRUE(read.has_value());
         panels = *read;
         settings().ChoiceFiveYrs = Cell(0);
+        settings().StatOutPath = dir.path() + u'/'; // errorsrec.stp and Time.stp stay in the test's folder
         QString error;
         ASSERT_TRUE(openCurrentStudy(&error)) << error.toStdString();
         for (const auto& [sql, values] : smallStudySql())

@@ -1,0 +1,27 @@
+// vesk-studygen STUDY OUT.vdb: a synthetic study written into a new study file.
+
+#include "study_recipe.h"
+
+#include <QCoreApplication>
+#include <QFileInfo>
+#include <cstdio>
+
+int main(int argc, char** argv) {
+    QCoreApplication app(argc, argv);
+    const QStringList args = app.arguments().mid(1);
+    vesk::studygen::StudyRecipe recipe;
+    if (args.size() != 2 || !vesk::studygen::recipeNamed(args[0], recipe)) {
+        std::fprintf(stderr, "Usage: vesk-studygen nation|districts|tiny OUT.vdb\n");
+        return 2;
+    }
+    if (QFileInfo::exists(args[1])) {
+        std::fprintf(stderr, "vesk-studygen: %s already exists\n", qPrintable(args[1]));
+        return 1;
+    }
+    QString error;
+    if (!vesk::studygen::writeStudy(recipe, args[1], &error)) {
+        std::fprintf(stderr, "vesk-studygen: %s\n", qPrintable(error));
+        return 1;
+    }
+    return 0;
+}

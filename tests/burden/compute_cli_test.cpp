@@ -1,11 +1,14 @@
 // vesk-cli compute, run as a user would run it, and killed in the middle of storing.
 
 #include "database/chk_db_stru.h"
+#include "platform/csv.h"
 #include "small_study.h"
 #include "study_db_gtest.h"
 
+#include <QDir>
 #include <QElapsedTimer>
 #include <QProcess>
+#include <QTemporaryDir>
 #include <QThread>
 
 using namespace vesk;
@@ -136,4 +139,56 @@ TEST_F(ComputeCli, AKillWhileStoringLeavesWholeUnitsAndASoundFile) {
             EXPECT_EQ(n, "12") << t;
     const int stored = int(yld.size() + rowsByUnit("RsltYLL").size() + rowsByUnit("RsltDALY").size());
     EXPECT_LT(stored, 3 * 252 * 4) << "the kill came after the last unit";
+}
+
+TEST(BenchCli, TheTinyStudyRunsAndEveryMeasureIsReported) {
+    // No time is asserted: the bench's figures are read by people, not by tests.
+    QTemporaryDir work;
+    ASSERT_TRUE(work.isValid());
+    QProcess p;
+    p.setWorkingDirectory(work.path());
+    p.start(QStringLiteral(VESK_BIN_DIR "/vesk-cli"),
+            {"bench", "--study", "tiny", "--settings", kSettings, "--keep", work.filePath("tiny.vdb")});
+    ASSERT_TRUE(p.waitForFinished(120000));
+    const QString out = QString::fromUtf8(p.readAllStandardOutput());
+    EXPECT_EQ(p.exitCode(), 0) << p.readAllStandardError().toStdString();
+    QString error;
+    const auto csv = parseCsv(out, &error);
+    ASSERT_TRUE(csv) << error.toStdString();
+    QStringList measures{csv->header.value(0)};
+    for (const QStringList& row : csv->rows)
+        measures << row.value(0);
+    EXPECT_EQ(measures, QStringList({"study",
+                                     "units",
+                                     "causes",
+                                     "parameter sets",
+                                     "generated in (s)",
+                                     "Loading population and Mortality data to Memory... (s)",
+                                     "Loading Cause of Death data into Memory... (s)",
+                                     "Loading Epidemiological Data into Memory... (s)",
+                                     "Computing YLD,YLL,DALY... (s)",
+                                     "Storing YLD Results into Table... (s)",
+                                     "Storing YLL Results into Table... (s)",
+                                     "Storing DALY Results into Table... (s)",
+                                     "whole computation (s)",
+                                     "rows stored",
+                                     "rows a second",
+                                     "result cells",
+                                     "kernel cells a second",
+                                     "peak memory (MB)",
+                                     "memory before the run (MB)",
+                                     "bytes a result cell",
+                                     "SQLite floor (s)",
+                                     "whole / floor"}));
+    EXPECT_TRUE(out.contains("units,3\n")) << out.toStdString();
+    // The kept study holds the rows the bench counted: 3 units x 4 sets of each table.
+    auto db = DbConnection::open(work.filePath("tiny.vdb"), &error);
+    ASSERT_TRUE(db);
+    const QString stored = QString::number(queryRows(*db, "SELECT count(*) FROM RsltYLD").value(0).toLongLong() +
+                                           queryRows(*db, "SELECT count(*) FROM RsltYLL").value(0).toLongLong() +
+                                           queryRows(*db, "SELECT count(*) FROM RsltDALY").value(0).toLongLong());
+    EXPECT_TRUE(out.contains("rows stored," + stored + "\n")) << out.toStdString();
+    EXPECT_EQ(queryRows(*db, "SELECT count(DISTINCT BPUID || '/' || DAPID) FROM RsltYLL").value(0), "12");
+    // No scratch folder is left behind.
+    EXPECT_TRUE(QDir(work.path()).entryList({"vesk-bench-*"}, QDir::Dirs).isEmpty());
 }

@@ -181,7 +181,7 @@ int bench(const QStringList& arguments) {
     out(QStringLiteral("generated in (s),%1\n").arg(seconds(generated)));
     for (const QString& line : log.lines().mid(1)) {
         const qsizetype at = line.lastIndexOf(QStringLiteral("=  "));
-        out(line.left(at).trimmed() + QStringLiteral(" (s),") + line.mid(at + 3).trimmed() + u'\n');
+        out(csvLine({line.left(at).trimmed() + QStringLiteral(" (s)"), line.mid(at + 3).trimmed()}) + u'\n');
     }
     out(QStringLiteral("whole computation (s),%1\n").arg(seconds(whole)));
     out(QStringLiteral("rows stored,%1\nrows a second,%2\n").arg(stored).arg(qint64(double(stored) / whole)));

@@ -33,15 +33,6 @@ int choiceFiveYears() {
     }
 }
 
-LoaderStudy loaderStudy(const StudyContext& c) {
-    return {c.StudyDB.get(), c.CurBDSId, c.VctrYrLst, c.VctrBPULst, c.MtxCobCd, c.VctrYLLAsg, c.VctrYLDAsg,
-            c.MtxDmgphy};
-}
-
-ResultStudy resultStudy(const StudyContext& c) {
-    return {c.StudyDB.get(), c.CurBDSId, c.VctrYrLst, c.VctrBPULst, c.MtxCobCd, c.VctrYLLAsg, c.VctrYLDAsg};
-}
-
 RunOutcome ended(RunEnd end, const char* words, TimeLog& log) {
     log.finish();
     return {end, text(words)};
@@ -99,7 +90,7 @@ RunOutcome runComputation(StudyContext& study, Computation& comp, const CellArra
     say(bar, ct::kLoadingPopulation);
     if (study.StudyDB)
         study.InitDmgphyPrmtrs(study.CurBDSId, study.MtxDmgphy);
-    const LoaderStudy s = loaderStudy(study);
+    const LoaderStudy s = computationStudy(study);
     const int choice = choiceFiveYears();
     const std::optional<SpraguePanels> panels = ProcLoadPanels(settingsFile);
     const SpraguePanels* given = panels ? &*panels : nullptr;
@@ -142,7 +133,7 @@ RunOutcome runComputation(StudyContext& study, Computation& comp, const CellArra
     log.phase(TimePhase::Compute);
     say(bar, ct::kComputedDaly);
 
-    const ResultStudy r = resultStudy(study);
+    const ResultStudy r = computationStudy(study);
     const ResultProgress storing{bar, seconds};
     log.mark();
     say(bar, ct::kStoringYld);

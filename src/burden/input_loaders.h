@@ -22,7 +22,7 @@
 // A failure inside a cell goes to the error store under the loader's name and the load goes on;
 // messages go through the prompt service with an OK button.
 
-#include "database/db_connection.h"
+#include "burden/computation_study.h"
 #include "platform/cell.h"
 #include "platform/progress.h"
 
@@ -32,16 +32,7 @@
 namespace vesk {
 
 // What the loaders read of the study besides its tables.
-struct LoaderStudy {
-    const DbConnection* db = nullptr;
-    QString study;   // CurBDSId
-    Cell years;      // VctrYrLst
-    Cell units;      // VctrBPULst
-    Cell causes;     // MtxCobCd
-    Cell yllLabels;  // VctrYLLAsg
-    Cell yldLabels;  // VctrYLDAsg
-    Cell demography; // MtxDmgphy: BPUId, Year, CDMdl, PGR, IMR
-};
+using LoaderStudy = ComputationStudy;
 
 // Where the loaders report progress, and the seconds since the run began for their texts.
 struct LoaderProgress {

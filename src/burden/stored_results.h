@@ -15,7 +15,7 @@
 // Empty one as the field's default.
 
 #include "burden/computation_helpers.h"
-#include "database/db_connection.h"
+#include "burden/computation_study.h"
 #include "platform/cell.h"
 #include "platform/progress.h"
 
@@ -25,15 +25,7 @@
 namespace vesk {
 
 // What storing and loading read of the study.
-struct ResultStudy {
-    const DbConnection* db = nullptr;
-    QString study;  // CurBDSId
-    Cell years;     // VctrYrLst
-    Cell units;     // VctrBPULst
-    Cell causes;    // MtxCobCd
-    Cell yllLabels; // VctrYLLAsg
-    Cell yldLabels; // VctrYLDAsg
-};
+using ResultStudy = ComputationStudy;
 
 // The progress display of the run (the form's bar and label) and the seconds since it began.
 struct ResultProgress {

@@ -1,5 +1,6 @@
 // vesk-cli compute, run as a user would run it, and killed in the middle of storing.
 
+#include "cli_process.h"
 #include "database/chk_db_stru.h"
 #include "platform/csv.h"
 #include "small_study.h"
@@ -17,19 +18,6 @@ using namespace vesk::test;
 namespace {
 
 const QString kSettings = QStringLiteral(VESK_BIN_DIR "/Vesk.stp");
-
-struct CliRun {
-    int exitCode = -1;
-    QString out, err;
-};
-
-CliRun runCli(const QStringList& args) {
-    QProcess p;
-    p.start(QStringLiteral(VESK_BIN_DIR "/vesk-cli"), args);
-    if (!p.waitForStarted() || !p.waitForFinished(120000))
-        return {};
-    return {p.exitCode(), QString::fromUtf8(p.readAllStandardOutput()), QString::fromUtf8(p.readAllStandardError())};
-}
 
 class ComputeCli : public StudyDbGTest {
 protected:

@@ -3,6 +3,7 @@
 #include "burden/calculator.h"
 #include "burden/kernel.h"
 #include "foundation/settings_file.h"
+#include "cli_process.h"
 #include "kernel_fixture.h"
 #include "platform/csv.h"
 
@@ -13,27 +14,10 @@
 #include <cmath>
 
 using namespace vesk;
+using vesk::test::CliRun;
+using vesk::test::runCli;
 
 namespace {
-
-struct CliRun {
-    int exitCode = -1;
-    QString out, err;
-};
-
-CliRun runCli(const QStringList& args, const QString& input = {}, const QString& workDir = {}) {
-    QProcess p;
-    if (!workDir.isEmpty())
-        p.setWorkingDirectory(workDir);
-    p.start(QStringLiteral(VESK_BIN_DIR "/vesk-cli"), args);
-    if (!p.waitForStarted())
-        return {};
-    p.write(input.toUtf8());
-    p.closeWriteChannel();
-    p.waitForFinished(30000);
-    return {p.exitCode(), QString::fromUtf8(p.readAllStandardOutput()),
-            QString::fromUtf8(p.readAllStandardError())};
-}
 
 QString writeFile(const QTemporaryDir& dir, const QString& name, const QString& text) {
     const QString path = dir.filePath(name);

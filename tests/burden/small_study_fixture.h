@@ -37,9 +37,7 @@ protected:
 
     // What the loaders read of the study, from the context.
     LoaderStudy loaderStudy() const {
-        const StudyContext& c = studyContext();
-        return {c.StudyDB.get(), c.CurBDSId,  c.VctrYrLst, c.VctrBPULst, c.MtxCobCd,
-                c.VctrYLLAsg,    c.VctrYLDAsg, c.MtxDmgphy};
+        return computationStudy(studyContext());
     }
     Cell newp(const Cell& basic) const { return Newp(basic, 0, &panels); }
 

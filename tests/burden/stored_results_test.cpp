@@ -31,8 +31,7 @@ protected:
         runComputation(studyContext(), computation(), table, nullptr, log, QStringLiteral(VESK_BIN_DIR "/Vesk.stp"));
     }
     ResultStudy resultStudy() const {
-        const StudyContext& c = studyContext();
-        return {c.StudyDB.get(), c.CurBDSId, c.VctrYrLst, c.VctrBPULst, c.MtxCobCd, c.VctrYLLAsg, c.VctrYLDAsg};
+        return computationStudy(studyContext());
     }
     LoadEnd load(const Cell& daps, LoadedResults& out) {
         list.clear();

@@ -10,6 +10,7 @@
 #include <algorithm>
 #include <cmath>
 #include <cstdint>
+#include <functional>
 #include <map>
 #include <memory>
 
@@ -176,10 +177,10 @@ double maleRate(double age) {
     return std::max(0.001, 0.00012 * std::exp(0.088 * (age + 2.5)));
 }
 
-bool demography(Writer& w, const StudyRecipe& r) {
+bool demography(Writer& w, const StudyRecipe& r, int b) {
     const QString pop = QStringLiteral("INSERT INTO DatPOP (BPUID, YEAR, Bai, M, F) VALUES (?, ?, ?, ?, ?)");
     const QString asdr = QStringLiteral("INSERT INTO DatASDR (BPUID, YEAR, Bai, F, M, P) VALUES (?, ?, ?, ?, ?, ?)");
-    for (int b = 0; b < r.units; ++b) {
+    {
         const double size = between(50000, 500000, unit(1, b));
         for (int a = 0; a < kAges.size(); ++a) {
             const double age = kAges[a];
@@ -203,10 +204,10 @@ bool demography(Writer& w, const StudyRecipe& r) {
 }
 
 // Shares of death of each cause in each unit and group: multiples of 2^-20 adding to exactly 1.
-bool sharesOfDeath(Writer& w, const StudyRecipe& r, const QList<Cause>& causes, const QStringList& labels) {
+bool sharesOfDeath(Writer& w, const StudyRecipe& r, const QList<Cause>& causes, const QStringList& labels, int b) {
     const QString sql = QStringLiteral("INSERT INTO DatCSM (BPUID, YEAR, COBCd, ASG, CSMP) VALUES (?, ?, ?, ?, ?)");
     constexpr qint64 kWhole = qint64(1) << 20;
-    for (int b = 0; b < r.units; ++b)
+    {
         for (int g = 0; g < labels.size(); ++g) {
             QList<double> weights;
             double total = 0;
@@ -220,15 +221,16 @@ bool sharesOfDeath(Writer& w, const StudyRecipe& r, const QList<Cause>& causes, 
                     return false;
             }
         }
+    }
     return true;
 }
 
-bool epidemiology(Writer& w, const StudyRecipe& r, const QList<Cause>& causes, const QStringList& labels) {
+bool epidemiology(Writer& w, const StudyRecipe& r, const QList<Cause>& causes, const QStringList& labels, int b) {
     const QString adw = QStringLiteral(
         "INSERT INTO DatADW (BPUID, YEAR, COBCd, ASG, i, P, ago, DURN, agp) VALUES (?, ?, ?, ?, ?, ?, ?, ?, ?)");
     const QString sqla = QStringLiteral("INSERT INTO DatADWSqla (BPUID, YEAR, COBCd, SqlaCd, ASG, i, P, ago, DURN, "
                                         "agp) VALUES (?, ?, ?, ?, ?, ?, ?, ?, ?, ?)");
-    for (int b = 0; b < r.units; ++b)
+    {
         for (int c = 0; c < causes.size(); ++c) {
             const QStringList parts = causes[c].sequelae.isEmpty() ? QStringList{QString()} : causes[c].sequelae;
             for (int q = 0; q < parts.size(); ++q)
@@ -246,6 +248,7 @@ bool epidemiology(Writer& w, const StudyRecipe& r, const QList<Cause>& causes, c
                         return false;
                 }
         }
+    }
     return true;
 }
 
@@ -274,21 +277,32 @@ bool writeStudy(const StudyRecipe& r, const QString& path, QString* error) {
     std::sort(labels.begin(), labels.end());
     const QList<Cause> causes = causeTree(r);
     Writer w(*db, error);
-    // The whole study is one transaction: a cache that holds it saves the engine from spilling pages.
-    db->exec(QStringLiteral("PRAGMA cache_size = -524288"));
-    if (!db->database().transaction()) {
-        *error = db->database().lastError().text();
+    // A transaction for the definitions and one for each unit's data: each keeps the pages it
+    // touches in the engine's cache, whatever the size of the study.
+    db->exec(QStringLiteral("PRAGMA cache_size = -262144"));
+    const auto unitOfWork = [&](const std::function<bool()>& work) {
+        if (!db->database().transaction()) {
+            *error = db->database().lastError().text();
+            return false;
+        }
+        if (!work()) {
+            db->database().rollback();
+            return false;
+        }
+        if (!db->database().commit()) {
+            *error = db->database().lastError().text();
+            return false;
+        }
+        return true;
+    };
+    if (!unitOfWork([&] { return dictionaries(w, r, causes) && studyRows(w, r) && weights(w, r, causes); }))
         return false;
-    }
-    if (!dictionaries(w, r, causes) || !studyRows(w, r) || !demography(w, r) || !sharesOfDeath(w, r, causes, labels) || !epidemiology(w, r, causes, labels) ||
-        !weights(w, r, causes)) {
-        db->database().rollback();
-        return false;
-    }
-    if (!db->database().commit()) {
-        *error = db->database().lastError().text();
-        return false;
-    }
+    for (int b = 0; b < r.units; ++b)
+        if (!unitOfWork([&] {
+                return demography(w, r, b) && sharesOfDeath(w, r, causes, labels, b) &&
+                       epidemiology(w, r, causes, labels, b);
+            }))
+            return false;
     return true;
 }
 

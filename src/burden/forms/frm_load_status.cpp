@@ -93,9 +93,7 @@ void frmLoadStatus::CmdOk_Click() {
 void frmLoadStatus::Timer1_Timer() {
     Timer1->stop();
     playSound(settings().sLBussy);
-    const StudyContext& c = studyContext();
-    const ResultStudy study{c.StudyDB.get(), c.CurBDSId, c.VctrYrLst, c.VctrBPULst, c.MtxCobCd, c.VctrYLLAsg,
-                            c.VctrYLDAsg};
+    const ResultStudy study = computationStudy(studyContext());
     BarProgress bar(ProgressBar1, Label1, BarProgress::Refresh::Events);
     LoadedResults loaded;
     const LoadEnd end = LoadStroedResults(

@@ -1,0 +1,51 @@
+#pragma once
+// The N leading causes of a unit: the causes ranked by a measure summed over the age-sex groups, with
+// each cause's share of the total of all causes (not of the N shown).
+//
+//   FnCauseTotals  (years, 0, DAPs, causes, 0..2): slot 0 the cause, slot 1 the sum of the measure's
+//                  slot over the groups of the chosen units, slot 2 the share in per cent as the text
+//                  "0.000", or the number 0 when the total is not above 0
+//   the report     (causes, 0..3): code, description, value, share; sorted on the share, descending,
+//                  by an exchange sort without a second key (a tie keeps the order of the causes as far
+//                  as the exchanges leave it), cut to the first N rows
+
+#include "database/db_connection.h"
+#include "platform/cell.h"
+#include "platform/cell_array.h"
+#include "platform/progress.h"
+
+#include <QString>
+#include <QStringList>
+#include <functional>
+#include <optional>
+
+namespace vesk {
+
+
+// FnCauseTotals over a six-dimensional result and its label array (the cause codes in entry 3), for
+// the measure slot `slot` (2 or 3; any other gives Empty); `unit`, `dap` and `year` restrict the sums
+// to one index each when given. A value that is no number (Null) goes to the error store and adds
+// nothing.
+Cell FnCauseTotals(const Cell& result, const Cell& labels, int slot, std::optional<int> unit = std::nullopt,
+                   std::optional<int> dap = std::nullopt, std::optional<int> year = std::nullopt,
+                   Progress* bar = nullptr);
+
+// FnSortMtx: the rows of a two-dimensional matrix in the order of column `column`, read as numbers
+// through their text; `direction` 0 descending, anything else ascending. An exchange sort: row i
+// against every row below it, rows swapped whole when strictly out of order.
+void FnSortMtx(CellArray& matrix, int column, int direction);
+
+// FnMoveCol: the matrix with column `from` moved to `to`, the columns between shifted by one.
+CellArray FnMoveCol(const CellArray& matrix, int from, int to);
+
+// FnDiseaseName: the Disease of a cause in _DctBDM; empty when there is none.
+QString FnDiseaseName(const DbConnection& db, const QString& code);
+
+// The report of year index `y` and DAP index `d` of FnCauseTotals: (rows, 0..3) as described above,
+// at most `n` rows; `name` gives a cause's description.
+CellArray leadingCausesReport(const Cell& totals, int y, int d, int n, const std::function<QString(const QString&)>& name);
+
+// The heads of the report's columns for a measure ("IDALY", "PDALY", ...).
+QStringList leadingCausesHeads(const QString& measure);
+
+} // namespace vesk

@@ -6,8 +6,10 @@
 #include "database/db_connection.h"
 #include "database/study_context.h"
 #include "platform/cell.h"
+#include "platform/progress.h"
 
 #include <QString>
+#include <functional>
 
 namespace vesk {
 
@@ -20,6 +22,13 @@ struct ComputationStudy {
     Cell yllLabels;  // VctrYLLAsg
     Cell yldLabels;  // VctrYLDAsg
     Cell demography; // MtxDmgphy: BPUId, Year, CDMdl, PGR, IMR
+};
+
+// Where the steps of a run report progress (the window's bar and label), and the seconds since the
+// run began for their texts.
+struct ComputationProgress {
+    Progress* bar = nullptr;
+    std::function<double()> seconds;
 };
 
 // The study context's current study as a computation reads it.

@@ -111,16 +111,16 @@ RunOutcome runComputation(StudyContext& study, Computation& comp, const CellArra
     if (!loadAgesAtDeath(s, comp.ArrPop4D, comp.ArrDth4D, comp.ArrAGD))
         return ended(RunEnd::NoAgd, ct::kAgdFailed, log);
 
-    const LoaderProgress loading{bar, seconds};
+    const ComputationProgress progress{bar, seconds};
     log.mark();
     FnChkCSMTotals(s);
-    if (!DBCProc(s, comp.ArrDth4D, loading, comp.ArrDBC))
+    if (!DBCProc(s, comp.ArrDth4D, progress, comp.ArrDBC))
         return ended(RunEnd::NoDbc, ct::kDbcFailed, log);
     log.phase(TimePhase::LoadCauseOfDeath);
 
     log.mark();
     const Cell MtxDwt = LoadDwt(s);
-    if (!LoadADWIP(s, MtxDwt, comp.ArrPop4D, loading, comp.ArrADWIP))
+    if (!LoadADWIP(s, MtxDwt, comp.ArrPop4D, progress, comp.ArrADWIP))
         return ended(RunEnd::NoAdwip, ct::kAdwipFailed, log);
     log.phase(TimePhase::LoadEpidemiological);
     say(bar, ct::kLoadedEpidemiological);
@@ -133,19 +133,17 @@ RunOutcome runComputation(StudyContext& study, Computation& comp, const CellArra
     log.phase(TimePhase::Compute);
     say(bar, ct::kComputedDaly);
 
-    const ResultStudy r = computationStudy(study);
-    const ResultProgress storing{bar, seconds};
     log.mark();
     say(bar, ct::kStoringYld);
-    LoadTables(r, QStringLiteral("YLD"), QStringLiteral("RsltYLD"), comp.MtxDAP, comp.ArrYld, storing);
+    LoadTables(s, QStringLiteral("YLD"), QStringLiteral("RsltYLD"), comp.MtxDAP, comp.ArrYld, progress);
     log.phase(TimePhase::StoreYLD);
     log.mark();
     say(bar, ct::kStoringYll);
-    LoadTblYll(r, comp.MtxDAP, comp.ArrYll, storing);
+    LoadTblYll(s, comp.MtxDAP, comp.ArrYll, progress);
     log.phase(TimePhase::StoreYLL);
     log.mark();
     say(bar, ct::kStoringDaly);
-    LoadTblDaly(r, comp.MtxDAP, comp.ArrDaly, storing);
+    LoadTblDaly(s, comp.MtxDAP, comp.ArrDaly, progress);
     log.phase(TimePhase::StoreDALY);
     log.finish();
     if (comp.ArrDaly.isArray())

@@ -34,11 +34,8 @@ namespace vesk {
 // What the loaders read of the study besides its tables.
 using LoaderStudy = ComputationStudy;
 
-// Where the loaders report progress, and the seconds since the run began for their texts.
-struct LoaderProgress {
-    Progress* bar = nullptr;
-    std::function<double()> seconds;
-};
+// Where the loaders report progress.
+using LoaderProgress = ComputationProgress;
 
 // Build4DArrPopData: (years, units, rows, kAgeBai .. kAgeBoth) from DatPOP, one row a record of the
 // year and unit in insertion order; the rows are the distinct BAI of DatPOP. A unit without records

@@ -97,7 +97,7 @@ bool DBCProc(const LoaderStudy& s, const Cell& ArrDth4D, const LoaderProgress& p
                         const Cell& deaths =
                             deathsYll.isArray() ? deathsYll.array()(y, b, n, kAsgMapValue) : none;
                         out(y, b, kInputDap, c, n, kDbcAsg) = rows[n][1];
-                        out(y, b, kInputDap, c, n, kDbcDeaths) = product(rows[n][2], deaths);
+                        out(y, b, kInputDap, c, n, kDbcDeaths) = runtime_arithmetic::times(rows[n][2], deaths);
                     });
             }
         }
@@ -205,8 +205,8 @@ void fillEpidemiology(const Rows& rows, int groups, const CellArray* weights, in
         });
         const Cell& people = pop(y, b, n, kAsgMapValue);
         if (!people.isNull()) {
-            guarded(source, [&] { slot(n, kAdwipIncident) = product(Cell(runtime_arithmetic::operand(r[kColI])), people); });
-            guarded(source, [&] { slot(n, kAdwipPrevalent) = product(Cell(runtime_arithmetic::operand(r[kColP])), people); });
+            guarded(source, [&] { slot(n, kAdwipIncident) = runtime_arithmetic::times(Cell(runtime_arithmetic::operand(r[kColI])), people); });
+            guarded(source, [&] { slot(n, kAdwipPrevalent) = runtime_arithmetic::times(Cell(runtime_arithmetic::operand(r[kColP])), people); });
         }
         slot(n, kAdwipAgp) = r[kColAgp];
     }

@@ -24,12 +24,6 @@ int distinctAges(const LoaderStudy& s, const char* table, const char* source) {
                    .size());
 }
 
-Cell sum(const Cell& a, const Cell& b) {
-    if (a.isNull() || b.isNull())
-        return Cell::null();
-    return Cell(runtime_arithmetic::finite(runtime_arithmetic::operand(a) + runtime_arithmetic::operand(b)));
-}
-
 // One unit's records, (BAI, female, male), into rows of the basic array; the widths after the last.
 void fillUnit(CellArray& a, int y, int b, const Rows& records, const char* source) {
     for (int r = 0; r < records.size(); ++r)
@@ -38,12 +32,12 @@ void fillUnit(CellArray& a, int y, int b, const Rows& records, const char* sourc
             a(y, b, r, kAgeBai) = rec[0];
             a(y, b, r, kAgeFemale) = rec[1];
             a(y, b, r, kAgeMale) = rec[2];
-            a(y, b, r, kAgeBoth) = sum(rec[1], rec[2]);
+            a(y, b, r, kAgeBoth) = runtime_arithmetic::plus(rec[1], rec[2]);
         });
     const int last = std::min(int(records.size()), a.size(kAgeDimRow)) - 1;
     for (int r = 0; r < last; ++r)
         guarded(source, [&] {
-            a(y, b, r, kAgeWidth) = sum(a(y, b, r + 1, kAgeBai), Cell(-runtime_arithmetic::operand(a(y, b, r, kAgeBai))));
+            a(y, b, r, kAgeWidth) = runtime_arithmetic::plus(a(y, b, r + 1, kAgeBai), Cell(-runtime_arithmetic::operand(a(y, b, r, kAgeBai))));
         });
     if (last >= 0)
         a(y, b, last, kAgeWidth) = Cell(QString::fromLatin1(kOpenWidth));

@@ -57,12 +57,6 @@ QHash<QString, Rows> groupedBy(const Rows& rows, int keyColumn) {
     return out;
 }
 
-Cell product(const Cell& a, const Cell& b) {
-    if (a.isNull() || b.isNull())
-        return Cell::null();
-    return Cell(runtime_arithmetic::finite(runtime_arithmetic::operand(a) * runtime_arithmetic::operand(b)));
-}
-
 QString stepText(const char* words, const LoaderProgress& p, const char* tail) {
     const double seconds = p.seconds ? p.seconds() : 0.0;
     return QString::fromLatin1(words) + QStringLiteral("   ") + numberToText(roundHalfEven(seconds, 2)) +

@@ -1,6 +1,6 @@
 #pragma once
-// What the loaders of a computation share: their messages, the binding of a year and a unit, the
-// rows of one unit grouped by cause, and a product that keeps the runtime's Null.
+// What the loaders and the stores of a computation share: their messages, the binding of a year, a
+// unit or a set, the rows of one unit grouped by cause, and the text of a timed step.
 
 #include "burden/input_loaders.h"
 #include "platform/cell_array.h"
@@ -28,8 +28,6 @@ Rows readRows(const LoaderStudy& s, const QString& sql, const QVariantList& valu
               const char* source);
 // Rows grouped by the text of column `keyColumn`, each group in the order read.
 QHash<QString, Rows> groupedBy(const Rows& rows, int keyColumn);
-// a x b as the runtime multiplies dynamic cells: Null on either side is Null, Empty is 0.
-Cell product(const Cell& a, const Cell& b);
 // The text of a progress step: the words, three blanks, the seconds to two places and the tail.
 QString stepText(const char* words, const LoaderProgress& p, const char* tail);
 

@@ -3,6 +3,7 @@
 #include "burden/cell_guard.h"
 #include "burden/computation_arrays.h"
 #include "burden/kernel.h"
+#include "burden/sequela_sum.h"
 #include "foundation/error_store.h"
 #include "foundation/runtime_arithmetic.h"
 #include "foundation/runtime_error.h"
@@ -80,11 +81,6 @@ constexpr const char* kYllSource = "BldYLLArray";
 constexpr const char* kPerDeathSource = "BldYLLPerDeath";
 constexpr const char* kDalySource = "BldDALYArray";
 
-// A value added to a cause-level cell that may be Null: Null counts as 0.
-Cell plus(const Cell& base, const Cell& add) {
-    const double b = base.isNull() || base.isEmpty() ? 0.0 : base.toDouble();
-    return Cell(b + (add.isNull() || add.isEmpty() ? 0.0 : add.toDouble()));
-}
 
 void yldOfSequelae(const CellArray& in, CellArray& out, int y, int b, int d, int c, const Dap& p) {
     const CellArray& nested = in(y, b, kInputDap, c, kSequelaHolderAsg, kSequelaHolderSlot).array();
@@ -100,7 +96,7 @@ void yldOfSequelae(const CellArray& in, CellArray& out, int y, int b, int d, int
                 sq(s, m, kYldIYLD) = v.iyld;
                 sq(s, m, kYldPYLD) = v.pyld;
                 for (int k : {kYldIYLD, kYldPYLD})
-                    out(y, b, d, c, m, k) = s == 0 ? sq(s, m, k) : plus(out(y, b, d, c, m, k), sq(s, m, k));
+                    out(y, b, d, c, m, k) = s == 0 ? sq(s, m, k) : sequelaSum(out(y, b, d, c, m, k), sq(s, m, k));
             });
     }
     for (int m = 0; m < groups; ++m)
@@ -169,17 +165,6 @@ Cell BldYLLPerDeath(const Cell& ArrAGD, const Cell& MtxDAP, const CellArray& Mtx
     return Cell(std::move(out));
 }
 
-namespace {
-
-// Deaths x the YLL of one death; a Null on either side gives Null.
-Cell yllOf(const Cell& deaths, const Cell& perDeath) {
-    if (deaths.isNull() || perDeath.isNull())
-        return Cell::null();
-    return Cell(operand(deaths) * operand(perDeath));
-}
-
-} // namespace
-
 Cell BldYLLArray(const Cell& ArrDBC, const Cell& ArrYLLPerDeath) {
     if (!ArrDBC.isArray() || !ArrYLLPerDeath.isArray())
         return Cell();
@@ -197,7 +182,7 @@ Cell BldYLLArray(const Cell& ArrDBC, const Cell& ArrYLLPerDeath) {
                         for (int m = 0; m < groups; ++m)
                             guarded(kYllSource, [&] {
                                 out(y, b, d, c, m, kYllAsg) = dbc(y, b, kInputDap, c, m, kDbcAsg);
-                                out(y, b, d, c, m, kYllYLL) = yllOf(dbc(y, b, kInputDap, c, m, kDbcDeaths),
+                                out(y, b, d, c, m, kYllYLL) = runtime_arithmetic::times(dbc(y, b, kInputDap, c, m, kDbcDeaths),
                                                                     per(y, b, d, kNoCause, m, kYllPerDeathValue));
                             });
                         continue;
@@ -210,9 +195,9 @@ Cell BldYLLArray(const Cell& ArrDBC, const Cell& ArrYLLPerDeath) {
                             guarded(kYllSource, [&] {
                                 sq(s, m, kYllAsg) = nested(s, m, kDbcAsg);
                                 sq(s, m, kYllYLL) =
-                                    yllOf(nested(s, m, kDbcDeaths), per(y, b, d, kNoCause, m, kYllPerDeathValue));
+                                    runtime_arithmetic::times(nested(s, m, kDbcDeaths), per(y, b, d, kNoCause, m, kYllPerDeathValue));
                                 if (!sq(s, m, kYllYLL).isNull())
-                                    out(y, b, d, c, m, kYllYLL) = plus(out(y, b, d, c, m, kYllYLL), sq(s, m, kYllYLL));
+                                    out(y, b, d, c, m, kYllYLL) = sequelaSum(out(y, b, d, c, m, kYllYLL), sq(s, m, kYllYLL));
                             });
                     }
                     for (int m = 0; m < groups; ++m)

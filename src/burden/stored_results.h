@@ -28,10 +28,7 @@ namespace vesk {
 using ResultStudy = ComputationStudy;
 
 // The progress display of the run (the form's bar and label) and the seconds since it began.
-struct ResultProgress {
-    Progress* bar = nullptr;
-    std::function<double()> seconds;
-};
+using ResultProgress = ComputationProgress;
 
 // LoadTables with the kind "YLD" and the table "RsltYLD": ArrYld into RsltYLD.
 void LoadTables(const ResultStudy& s, const QString& kind, const QString& table, const Cell& MtxDAP,

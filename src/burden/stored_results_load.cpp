@@ -2,6 +2,7 @@
 
 #include "burden/computation_arrays.h"
 #include "burden/computation_texts.h"
+#include "burden/sequela_sum.h"
 #include "burden/input_loaders_support.h"
 #include "burden/stored_results.h"
 #include "foundation/runtime_arithmetic.h"
@@ -57,11 +58,6 @@ bool holdsRows(const ResultStudy& s, const Source& src, const CellArray& dap, bo
     return false;
 }
 
-Cell plusNested(const Cell& base, const Cell& add) {
-    const double b = base.isEmpty() ? 0.0 : runtime_arithmetic::operand(base);
-    return Cell(b + (add.isNull() ? 0.0 : runtime_arithmetic::operand(add)));
-}
-
 // The rows of one (year, unit, DAP) into `a`: record n of a cause into group n; the sequelae of a cause
 // into its nested array, their sum at cause level.
 void fillUnit(const ResultStudy& s, const Source& src, CellArray& a, int y, int b, int d, const CellArray& dap) {
@@ -101,7 +97,7 @@ void fillUnit(const ResultStudy& s, const Source& src, CellArray& a, int y, int 
                 a(y, b, d, c, n, kYldAsg) = rs[n][2];
                 for (int k = 1; k < width; ++k) {
                     nested(q, n, kYldAsg + k) = rs[n][2 + k];
-                    a(y, b, d, c, n, kYldAsg + k) = plusNested(a(y, b, d, c, n, kYldAsg + k), rs[n][2 + k]);
+                    a(y, b, d, c, n, kYldAsg + k) = sequelaSum(a(y, b, d, c, n, kYldAsg + k), rs[n][2 + k]);
                 }
             }
         }

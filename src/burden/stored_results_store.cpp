@@ -125,7 +125,7 @@ void storeResult(const ResultStudy& s, const ResultTable& t, const StoreWords& w
     const int years = rowsIn(s.years), units = rowsIn(s.units), causes = rowsIn(s.causes);
     const auto say = [&](const char* what) {
         if (p.bar)
-            p.bar->setText(loaders::stepText(what, {p.bar, p.seconds}, ct::kStoringSecs));
+            p.bar->setText(loaders::stepText(what, p, ct::kStoringSecs));
     };
     if (p.bar) {
         p.bar->setRange(0, (causes + 1) * (years + 1) * (units + 1) * (dap.size(0) + 1));

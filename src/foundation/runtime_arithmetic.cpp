@@ -53,6 +53,18 @@ double finite(double v) {
     return v;
 }
 
+Cell times(const Cell& a, const Cell& b) {
+    if (a.isNull() || b.isNull())
+        return Cell::null();
+    return Cell(finite(operand(a) * operand(b)));
+}
+
+Cell plus(const Cell& a, const Cell& b) {
+    if (a.isNull() || b.isNull())
+        return Cell::null();
+    return Cell(finite(operand(a) + operand(b)));
+}
+
 double quot(double numerator, double denominator) {
     if (denominator == 0.0) {
         if (numerator == 0.0)

@@ -31,6 +31,10 @@ double operand(const Cell& c);
 std::optional<double> comparand(const Cell& c);
 
 double finite(double v);
+// a * b and a + b of two dynamic cells as the runtime forms them: Null on either side gives Null, Empty
+// counts as 0, a text of a number as that number; a result out of the double range fails with 6.
+Cell times(const Cell& a, const Cell& b);
+Cell plus(const Cell& a, const Cell& b);
 double quot(double numerator, double denominator);
 double ex(double x);
 double ln(double x);

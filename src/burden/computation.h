@@ -34,6 +34,10 @@ public:
     // The axes of each result for the result views: kLblEntries entries, kLblYears .. kLblMeasures.
     Cell ArrYldLbl, ArrYllLbl, ArrDalyLbl;
 
+    // DALE by year, BPU and set (burden/dale.h). It lives from the first DALE run until the program
+    // ends: neither a new computation nor clear() empties it.
+    Cell ArrDale;
+
     // What a change of study empties: MtxDAP, the three results and the two single-year arrays, each
     // only where it holds an array. The inputs and the labels stay until the next computation
     // replaces them, as they always have.

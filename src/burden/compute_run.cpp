@@ -78,6 +78,14 @@ void procBDNKernel(const KernelInputs& in, const Cell& VctrYLDAsg, const Cell& V
     comp.ArrDalyLbl = labels.daly;
 }
 
+Cell singleYearPopulation(const StudyContext& study, const QString& settingsFile) {
+    const Cell population = Build4DArrPopData(computationStudy(study));
+    if (!population.isArray())
+        return Cell();
+    const std::optional<SpraguePanels> panels = ProcLoadPanels(settingsFile);
+    return Newp(population, choiceFiveYears(), panels ? &*panels : nullptr);
+}
+
 RunOutcome runComputation(StudyContext& study, Computation& comp, const CellArray& MtxLTS, Progress* bar,
                           TimeLog& log, const QString& settingsFile) {
     QElapsedTimer clock;
@@ -94,11 +102,9 @@ RunOutcome runComputation(StudyContext& study, Computation& comp, const CellArra
     const int choice = choiceFiveYears();
     const std::optional<SpraguePanels> panels = ProcLoadPanels(settingsFile);
     const SpraguePanels* given = panels ? &*panels : nullptr;
-    comp.ArrPop4D = Cell();
     comp.ArrDth4D = Cell();
-    const Cell population = Build4DArrPopData(s);
-    if (population.isArray()) {
-        comp.ArrPop4D = Newp(population, choice, given);
+    comp.ArrPop4D = singleYearPopulation(study, settingsFile);
+    if (comp.ArrPop4D.isArray()) {
         const Cell deaths = BldDthArr(s);
         if (deaths.isArray())
             comp.ArrDth4D = Newp(deaths, choice, given);

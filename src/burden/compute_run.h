@@ -46,6 +46,11 @@ struct RunOutcome {
     QString message; // the text the run ends with, as the window shows it
 };
 
+// The study's population by single year of age, as a run builds it (Build4DArrPopData, then Newp with
+// Sprague's panels from `settingsFile`, the program's own settings file when it is empty); Empty when
+// DatPOP has no row.
+Cell singleYearPopulation(const StudyContext& study, const QString& settingsFile = QString());
+
 // The run for the parameter sets of comp.MtxDAP on the standard life table MtxLTS: Time.stp opened
 // by `log` (its start line), the inputs loaded into `comp`, the kernel run, the results stored. `bar`
 // shows the step's text and progress. Sprague's panels come from `settingsFile`, the program's own

@@ -1,9 +1,13 @@
 #include "burden/leading_causes.h"
 
+#include "burden/aggregation_texts.h"
 #include "burden/cell_guard.h"
+#include "burden/computation.h"
 #include "burden/computation_arrays.h"
 #include "foundation/runtime_arithmetic.h"
+#include "platform/prompts.h"
 #include "platform/runtime.h"
+#include "platform/texts.h"
 
 #include <utility>
 #include <vector>
@@ -113,6 +117,81 @@ CellArray leadingCausesReport(const Cell& totals, int y, int d, int n, const std
 QStringList leadingCausesHeads(const QString& measure) {
     return {QStringLiteral("Cob Code"), QStringLiteral("Cob Description"), measure,
             measure + QStringLiteral(" Percentage")};
+}
+
+} // namespace vesk
+
+namespace vesk {
+
+namespace lt = aggregation_texts;
+
+std::optional<BurdenMeasure> burdenMeasureNamed(const QString& name) {
+    for (BurdenMeasure m : {BurdenMeasure::YLL, BurdenMeasure::IYLD, BurdenMeasure::PYLD, BurdenMeasure::IDALY,
+                            BurdenMeasure::PDALY})
+        if (burdenMeasureName(m).compare(name.trimmed(), Qt::CaseInsensitive) == 0)
+            return m;
+    return std::nullopt;
+}
+
+QString burdenMeasureName(BurdenMeasure measure) {
+    switch (measure) {
+    case BurdenMeasure::YLL:
+        return QStringLiteral("YLL");
+    case BurdenMeasure::IYLD:
+        return QStringLiteral("IYLD");
+    case BurdenMeasure::PYLD:
+        return QStringLiteral("PYLD");
+    case BurdenMeasure::IDALY:
+        return QStringLiteral("IDALY");
+    case BurdenMeasure::PDALY:
+        break;
+    }
+    return QStringLiteral("PDALY");
+}
+
+MeasureSource measureSource(const Computation& comp, BurdenMeasure measure) {
+    switch (measure) {
+    case BurdenMeasure::YLL:
+        return {comp.ArrYll, comp.ArrYllLbl, kYllYLL};
+    case BurdenMeasure::IYLD:
+        return {comp.ArrYld, comp.ArrYldLbl, kYldIYLD};
+    case BurdenMeasure::PYLD:
+        return {comp.ArrYld, comp.ArrYldLbl, kYldPYLD};
+    case BurdenMeasure::IDALY:
+        return {comp.ArrDaly, comp.ArrDalyLbl, kDalyIDALY};
+    case BurdenMeasure::PDALY:
+        break;
+    }
+    return {comp.ArrDaly, comp.ArrDalyLbl, kDalyPDALY};
+}
+
+std::optional<int> leadingCausesN(const QString& box) {
+    bool ok = false;
+    const int n = box.trimmed().toInt(&ok);
+    if (ok && n > 0)
+        return n;
+    const Answer a = prompts().ask(text(lt::kLeadingAskN1) + QLatin1Char('\n') + text(lt::kLeadingAskN2),
+                                   Buttons::OkCancel, Icon::None, text(lt::kLeadingAskNTitle));
+    if (a != Answer::Ok)
+        return std::nullopt;
+    return 10;
+}
+
+std::optional<LeadingCausesTable> procNLeadCausDALY(const MeasureSource& source, BurdenMeasure measure, int unit,
+                                                    int year, int dap, const QString& nBox,
+                                                    const std::function<QString(const QString&)>& name) {
+    if (!source.result.isArray() || !source.labels.isArray()) {
+        prompts().ask(text(lt::kLeadingNotShown), Buttons::Ok, Icon::Information);
+        return std::nullopt;
+    }
+    const std::optional<int> n = leadingCausesN(nBox);
+    if (!n)
+        return std::nullopt;
+    const Cell totals = FnCauseTotals(source.result, source.labels, source.slot, unit, dap, year);
+    if (!totals.isArray())
+        return std::nullopt;
+    return LeadingCausesTable{leadingCausesHeads(burdenMeasureName(measure)),
+                              leadingCausesReport(totals, year, dap, *n, name)};
 }
 
 } // namespace vesk

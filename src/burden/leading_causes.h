@@ -21,6 +21,8 @@
 
 namespace vesk {
 
+class Computation;
+
 
 // FnCauseTotals over a six-dimensional result and its label array (the cause codes in entry 3), for
 // the measure slot `slot` (2 or 3; any other gives Empty); `unit`, `dap` and `year` restrict the sums
@@ -47,5 +49,35 @@ CellArray leadingCausesReport(const Cell& totals, int y, int d, int n, const std
 
 // The heads of the report's columns for a measure ("IDALY", "PDALY", ...).
 QStringList leadingCausesHeads(const QString& measure);
+
+// The five measures a ranking can take, and where each stands in the computation: the result, its
+// label array and the slot.
+enum class BurdenMeasure { YLL, IYLD, PYLD, IDALY, PDALY };
+std::optional<BurdenMeasure> burdenMeasureNamed(const QString& name); // "YLL" .. "PDALY", any case
+QString burdenMeasureName(BurdenMeasure measure);
+struct MeasureSource {
+    Cell result;
+    Cell labels;
+    int slot = 0;
+};
+MeasureSource measureSource(const Computation& comp, BurdenMeasure measure);
+
+// N as the report's box gives it: a whole number above 0 as it stands; an empty box or 0 asks "Enter a
+// valid number for NLeading Cause" / "Do you want The Default as 10" under "Value foe N Leading cause
+// not set", OK giving 10 and Cancel nothing.
+std::optional<int> leadingCausesN(const QString& box);
+
+struct LeadingCausesTable {
+    QStringList heads;
+    CellArray rows; // (rows, 0..3): code, description, value, share
+};
+
+// procNLeadCausDALY: the N leading causes of unit `unit` (a BPU, or an aggregate of a result rolled up
+// by FnBPUToPag), year index `year` and DAP index `dap` of `source`. A result or label array that is
+// no array shows "The present result cannot be shown. Please Calculate the daly again" and gives
+// nothing; so does a Cancel of the question for N.
+std::optional<LeadingCausesTable> procNLeadCausDALY(const MeasureSource& source, BurdenMeasure measure, int unit,
+                                                    int year, int dap, const QString& nBox,
+                                                    const std::function<QString(const QString&)>& name);
 
 } // namespace vesk

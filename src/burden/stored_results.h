@@ -24,6 +24,8 @@
 
 namespace vesk {
 
+class Computation;
+
 // What storing and loading read of the study.
 using ResultStudy = ComputationStudy;
 
@@ -53,5 +55,8 @@ enum class LoadEnd {
 // of the running list, `bar` the texts of each step.
 LoadEnd LoadStroedResults(const ResultStudy& s, const Cell& MtxDAP, const std::function<void(const QString&)>& list,
                           Progress* bar, LoadedResults& out);
+
+// The loaded arrays and their labels made the computation's results (MtxDAP stays as it is).
+void adoptLoadedResults(LoadedResults&& loaded, Computation& comp);
 
 } // namespace vesk

@@ -5,6 +5,8 @@
 #include "burden/sequela_sum.h"
 #include "burden/input_loaders_support.h"
 #include "burden/stored_results.h"
+
+#include "burden/computation.h"
 #include "foundation/runtime_arithmetic.h"
 #include "foundation/runtime_error.h"
 #include "platform/prompts.h"
@@ -194,6 +196,15 @@ LoadEnd LoadStroedResults(const ResultStudy& s, const Cell& MtxDAP, const std::f
     }
     prompts().ask(text(ct::kLoadError) + failure, Buttons::Ok, Icon::None, QString());
     return LoadEnd::Failed;
+}
+
+void adoptLoadedResults(LoadedResults&& loaded, Computation& comp) {
+    comp.ArrYld = std::move(loaded.ArrYld);
+    comp.ArrYll = std::move(loaded.ArrYll);
+    comp.ArrDaly = std::move(loaded.ArrDaly);
+    comp.ArrYldLbl = std::move(loaded.labels.yld);
+    comp.ArrYllLbl = std::move(loaded.labels.yll);
+    comp.ArrDalyLbl = std::move(loaded.labels.daly);
 }
 
 } // namespace vesk

@@ -2,17 +2,11 @@
 // of the current study of STUDY.vdb, as the DALY computation window runs it, without the window.
 
 #include "app/cli/cli.h"
+#include "app/cli/study_session.h"
 #include "burden/compute_run.h"
-#include "burden/calculator_models.h"
 #include "demography/standard_life_table.h"
-#include "foundation/error_store.h"
-#include "foundation/settings.h"
-#include "foundation/settings_file.h"
 #include "platform/cell_array.h"
-#include "platform/progress.h"
-
-#include <QElapsedTimer>
-#include <QFileInfo>
+#include "foundation/time_log.h"
 
 namespace vesk::cli {
 
@@ -21,61 +15,6 @@ namespace {
 int fail(const QString& why, int code = 1) {
     err(QStringLiteral("vesk-cli compute: ") + why);
     return code;
-}
-
-// The progress of a run on standard error, once the run has taken more than a second: each new step
-// on a line of its own.
-class StderrProgress : public Progress {
-public:
-    StderrProgress() { clock_.start(); }
-    void setRange(int, int) override {}
-    void setValue(int) override {}
-    void setVisible(bool) override {}
-    void setText(const QString& text) override {
-        const QString step = text.section(QStringLiteral("   "), 0, 0);
-        if (step == last_ || clock_.elapsed() < 1000)
-            return;
-        last_ = step;
-        err(step);
-    }
-
-private:
-    QElapsedTimer clock_;
-    QString last_;
-};
-
-// MtxDAP of the sets `ids`, chosen in the window's grid as its clicks choose them.
-Cell chosenSets(const QString& ids, bool sensitivity, QString* error) {
-    DapGridModel grid(DapRowTexts::Computation);
-    const QStringList wanted = ids.split(u',', Qt::SkipEmptyParts);
-    if (wanted.isEmpty() || (!sensitivity && wanted.size() > 1)) {
-        *error = sensitivity ? QStringLiteral("--dap names no parameter set")
-                             : QStringLiteral("a quick computation takes one parameter set; add --sensitivity for more");
-        return Cell();
-    }
-    for (const QString& id : wanted) {
-        int row = -1;
-        for (int r = 0; r < DapGridModel::kCustomRow; ++r)
-            if (grid.text(r, DapGridModel::IdColumn) == id.trimmed())
-                row = r;
-        if (row < 0) {
-            *error = QStringLiteral("no built-in parameter set '%1'; the sets are 0, 1, 2 and 3").arg(id);
-            return Cell();
-        }
-        if (!grid.isSelected(row))
-            grid.chooseRow(row, sensitivity ? kCompModeSensitivity : kCompModeQuick);
-    }
-    return grid.chosenDaps();
-}
-
-void printStoredErrors() {
-    const Cell& store = ErrStore();
-    if (!store.isArray())
-        return;
-    const CellArray& e = store.array();
-    for (int r = e.lbound(0); r <= e.ubound(0); ++r)
-        err(QStringLiteral("error %1, %2, %3")
-                .arg(e(r, 0).toString(), e(r, 1).toString(), e(r, 2).toString()));
 }
 
 int compute(const QStringList& arguments) {
@@ -89,36 +28,25 @@ int compute(const QStringList& arguments) {
     const Cell sets = chosenSets(ids, sensitivity, &error);
     if (!sets.isArray())
         return fail(error, 2);
-    const QFileInfo study(args[0]);
-    if (!study.isFile())
-        return fail(QStringLiteral("no study file at %1").arg(args[0]));
-    if (!QFileInfo(stp).isFile())
-        return fail(QStringLiteral("no settings file at %1").arg(stp));
-    setErrorLogEnabled(false); // the errors go to standard error, not to a log where the tool runs
-    readSettingsFile(stp, settings(), preferences());
-    preferences().txtwklocation = study.absolutePath();
-    preferences().txtVESKObj = study.fileName();
+    if (!openStudyFile(args[0], stp, &error)) {
+        closeStudy();
+        return fail(error);
+    }
+    Computation& comp = computation();
+    comp.MtxDAP = sets;
     const StandardLifeTable table = standardLifeTable();
     const CellArray none;
-
-    int code = 1;
-    if (openComputationStudy(studyContext())) {
-        Computation& comp = computation();
-        comp.MtxDAP = sets;
-        StderrProgress progress;
-        TimeLog log;
-        const RunOutcome outcome =
-            runComputation(studyContext(), comp, table.table ? *table.table : none, &progress, log, stp);
-        for (const QString& line : log.lines())
-            out(line + u'\n');
-        printStoredErrors();
-        err(outcome.message);
-        code = outcome.end == RunEnd::Stored ? 0 : 1;
-    }
+    StderrProgress progress;
+    TimeLog log;
+    const RunOutcome outcome =
+        runComputation(studyContext(), comp, table.table ? *table.table : none, &progress, log, stp);
+    for (const QString& line : log.lines())
+        out(line + u'\n');
+    printStoredErrors();
+    err(outcome.message);
     // The connection goes before the program's statics do, as the frame's File -> Close lets it go.
-    computation() = Computation{};
-    studyContext() = StudyContext{};
-    return code;
+    closeStudy();
+    return outcome.end == RunEnd::Stored ? 0 : 1;
 }
 
 const Registrar computeCommand({

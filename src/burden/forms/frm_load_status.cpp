@@ -23,6 +23,8 @@
 #include <QTimer>
 #include <QVBoxLayout>
 
+#include <utility>
+
 namespace vesk {
 
 namespace ct = computation_texts;
@@ -105,13 +107,7 @@ void frmLoadStatus::Timer1_Timer() {
         close();
         return;
     }
-    Computation& comp = computation();
-    comp.ArrYld = loaded.ArrYld;
-    comp.ArrYll = loaded.ArrYll;
-    comp.ArrDaly = loaded.ArrDaly;
-    comp.ArrYldLbl = loaded.labels.yld;
-    comp.ArrYllLbl = loaded.labels.yll;
-    comp.ArrDalyLbl = loaded.labels.daly;
+    adoptLoadedResults(std::move(loaded), computation());
     prompts().ask(text(ct::kLoadedAll), Buttons::Ok, Icon::None, QString());
 }
 

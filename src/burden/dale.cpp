@@ -111,7 +111,9 @@ Cell FnSumYldCauses(const Cell& arrYld) {
                 for (int c = 0; c < a.size(kDimCause); ++c)
                     for (int m = 0; m < a.size(kDimAsg); ++m)
                         guarded(dt::kSourceDale, [&] {
-                            out(y, b, d, 0, m, kTotLabel) = a(y, b, d, c, m, kYldAsg);
+                            const Cell& label = a(y, b, d, c, m, kYldAsg);
+                            if (!label.isEmpty() && !label.isNull())
+                                out(y, b, d, 0, m, kTotLabel) = label;
                             add(out(y, b, d, 0, m, kTotIYLD), a(y, b, d, c, m, kYldIYLD));
                             add(out(y, b, d, 0, m, kTotPYLD), a(y, b, d, c, m, kYldPYLD));
                         });

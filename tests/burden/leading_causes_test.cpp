@@ -1,7 +1,9 @@
 // The N leading causes: cause totals, their shares, the exchange sort and the report, worked by hand.
 
 #include "burden/computation_arrays.h"
+#include "burden/computation.h"
 #include "burden/leading_causes.h"
+#include "platform/prompts.h"
 #include "foundation/error_store.h"
 
 #include <gtest/gtest.h>
@@ -135,4 +137,75 @@ TEST(LeadingCauses, ANullValueIsStoredAsAnErrorAndAddsNothing) {
     EXPECT_EQ(errorStoreCount(), 1);
     EXPECT_EQ(ErrStore().array()(0, 2).toString(), QString("FnCauseTotals"));
     clearErrorStore();
+}
+
+namespace {
+
+MeasureSource idaly(const Result& r) {
+    return {r.array, r.labels, kDalyIDALY};
+}
+
+} // namespace
+
+TEST(NLeadingCauses, WithoutResultsTheReportSaysSoAndShowsNothing) {
+    ScriptedPrompts prompts;
+    ScopedPromptService scope(&prompts);
+    const Result r = daly({1, 2});
+    EXPECT_FALSE(procNLeadCausDALY({Cell(), r.labels, kDalyIDALY}, BurdenMeasure::IDALY, 0, 0, 0, "10", name));
+    EXPECT_FALSE(procNLeadCausDALY({r.array, Cell(), kDalyIDALY}, BurdenMeasure::IDALY, 0, 0, 0, "10", name));
+    ASSERT_EQ(prompts.shown().size(), 2);
+    EXPECT_EQ(prompts.shown()[0].text, QString("The present result cannot be shown. Please Calculate the daly again"));
+    EXPECT_EQ(prompts.shown()[0].icon, Icon::Information);
+}
+
+TEST(NLeadingCauses, AnEmptyOrZeroNAsksAndOkTakesTenCancelShowsNothing) {
+    ScriptedPrompts prompts;
+    ScopedPromptService scope(&prompts);
+    QList<double> twelve;
+    for (int c = 0; c < 12; ++c)
+        twelve << c + 1.0;
+    const Result r = daly(twelve);
+    prompts.answer(Answer::Ok);
+    const auto table = procNLeadCausDALY(idaly(r), BurdenMeasure::IDALY, 0, 0, 0, "", name);
+    ASSERT_TRUE(table.has_value());
+    EXPECT_EQ(table->rows.size(0), 10);
+    EXPECT_EQ(table->heads, QStringList({"Cob Code", "Cob Description", "IDALY", "IDALY Percentage"}));
+    ASSERT_EQ(prompts.shown().size(), 1);
+    EXPECT_EQ(prompts.shown()[0].text, QString("Enter a valid number for NLeading Cause\nDo you want The Default as 10"));
+    EXPECT_EQ(prompts.shown()[0].title, QString("Value foe N Leading cause not set"));
+    EXPECT_EQ(prompts.shown()[0].buttons, Buttons::OkCancel);
+    prompts.answer(Answer::Cancel);
+    EXPECT_FALSE(procNLeadCausDALY(idaly(r), BurdenMeasure::IDALY, 0, 0, 0, "0", name).has_value());
+    EXPECT_EQ(prompts.unanswered(), 0);
+    // A number is taken as it stands, without a question.
+    EXPECT_EQ(procNLeadCausDALY(idaly(r), BurdenMeasure::IDALY, 0, 0, 0, "3", name)->rows.size(0), 3);
+    EXPECT_EQ(prompts.shown().size(), 2);
+}
+
+TEST(NLeadingCauses, ACauseWithoutDataStandsLastWithZero) {
+    ScriptedPrompts prompts;
+    ScopedPromptService scope(&prompts);
+    Result r = daly({3, 1, 2});
+    CellArray& a = r.array.array();
+    for (int m = 0; m < 2; ++m)
+        a(0, 0, 0, 0, m, kDalyIDALY) = Cell(); // C00 has no data in unit 0
+    const auto table = procNLeadCausDALY(idaly(r), BurdenMeasure::IDALY, 0, 0, 0, "10", name);
+    ASSERT_TRUE(table.has_value());
+    EXPECT_EQ(column(table->rows, 0), QStringList({"C02", "C01", "C00"}));
+    EXPECT_EQ(table->rows(2, 2).toDouble(), 0.0);
+    EXPECT_EQ(column(table->rows, 3), QStringList({"66.667", "33.333", "0.000"}));
+}
+
+TEST(NLeadingCauses, TheMeasuresAndWhereEachStands) {
+    EXPECT_EQ(burdenMeasureNamed("idaly"), BurdenMeasure::IDALY);
+    EXPECT_EQ(burdenMeasureNamed(" PYLD "), BurdenMeasure::PYLD);
+    EXPECT_FALSE(burdenMeasureNamed("DALY").has_value());
+    Computation comp;
+    comp.ArrYll = Cell(1.0);
+    comp.ArrYld = Cell(2.0);
+    EXPECT_EQ(measureSource(comp, BurdenMeasure::YLL).result, Cell(1.0));
+    EXPECT_EQ(measureSource(comp, BurdenMeasure::YLL).slot, kYllYLL);
+    EXPECT_EQ(measureSource(comp, BurdenMeasure::PYLD).result, Cell(2.0));
+    EXPECT_EQ(measureSource(comp, BurdenMeasure::PYLD).slot, kYldPYLD);
+    EXPECT_EQ(measureSource(comp, BurdenMeasure::PDALY).slot, kDalyPDALY);
 }

@@ -59,18 +59,7 @@ void frmLifeTable::fill(int decimals) {
 }
 
 QString frmLifeTable::printHtml() const {
-    QString html = QStringLiteral("<h3><pre>%1</pre></h3><table border=1 cellspacing=0 cellpadding=3><tr>")
-                       .arg(text(lt::kPrintTitle).toHtmlEscaped());
-    for (int c = 0; c < grid_.cols(); ++c)
-        html += QStringLiteral("<th>%1</th>").arg(grid_.textMatrix(0, c).toHtmlEscaped());
-    html += QStringLiteral("</tr>");
-    for (int r = 1; r < grid_.rows(); ++r) {
-        html += QStringLiteral("<tr>");
-        for (int c = 0; c < grid_.cols(); ++c)
-            html += QStringLiteral("<td align=right>%1</td>").arg(grid_.textMatrix(r, c).toHtmlEscaped());
-        html += QStringLiteral("</tr>");
-    }
-    return html + QStringLiteral("</table>");
+    return gridHtml(text(lt::kPrintTitle), grid_);
 }
 
 void frmLifeTable::IdPrn_Click() {

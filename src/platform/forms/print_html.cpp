@@ -1,5 +1,6 @@
 #include "platform/forms/print_html.h"
 
+#include "platform/grid_model.h"
 #include "platform/prompts.h"
 
 #include <QPrintDialog>
@@ -35,6 +36,21 @@ bool printHtml(QWidget* parent, const QString& html) {
         return false;
     printHtmlTo(printer, html);
     return true;
+}
+
+QString gridHtml(const QString& title, const GridModel& grid) {
+    QString html = QStringLiteral("<h3><pre>%1</pre></h3><table border=1 cellspacing=0 cellpadding=3><tr>")
+                       .arg(title.toHtmlEscaped());
+    for (int c = 0; c < grid.cols(); ++c)
+        html += QStringLiteral("<th>%1</th>").arg(grid.textMatrix(0, c).toHtmlEscaped());
+    html += QStringLiteral("</tr>");
+    for (int r = 1; r < grid.rows(); ++r) {
+        html += QStringLiteral("<tr>");
+        for (int c = 0; c < grid.cols(); ++c)
+            html += QStringLiteral("<td align=right>%1</td>").arg(grid.textMatrix(r, c).toHtmlEscaped());
+        html += QStringLiteral("</tr>");
+    }
+    return html + QStringLiteral("</table>");
 }
 
 } // namespace vesk

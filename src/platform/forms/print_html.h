@@ -9,10 +9,18 @@ class QPrinter;
 class QWidget;
 
 namespace vesk {
+class GridModel;
+}
+
+namespace vesk {
 
 // False when the user cancelled or nothing was printed.
 bool printHtml(QWidget* parent, const QString& html);
 // The same onto a printer already set up (a PDF printer in tests).
 void printHtmlTo(QPrinter& printer, const QString& html);
+
+// A grid as a page: the title, then a table with the fixed first row as its heads and the other rows
+// as the grid shows them, right-aligned.
+QString gridHtml(const QString& title, const GridModel& grid);
 
 } // namespace vesk

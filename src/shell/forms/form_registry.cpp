@@ -3,7 +3,10 @@
 #include "burden/computation.h"
 #include "burden/forms/calculators_open.h"
 #include "burden/forms/frm_comp_daly.h"
+#include "burden/forms/frm_dale.h"
 #include "burden/forms/frm_load_status.h"
+#include "burden/dale.h"
+#include "database/study_context.h"
 #include "demography/forms/frm_interpolate.h"
 #include "demography/forms/frm_life_table_entry.h"
 #include "demography/forms/frmoiagd.h"
@@ -71,6 +74,10 @@ void registerComputationForms() {
             frmCompDALY::open(f.mdiArea(), mode, [&f] { f.showErrorViewer(); });
         });
     registerMenuCommand(QStringLiteral("mns_lsr"), [](FRMMAINMENU& f) { frmLoadStatus::open(f.mdiArea()); });
+    registerMenuCommand(QStringLiteral("mnu_CmpDale"), [](FRMMAINMENU& f) {
+        procCompDALE(studyContext(), computation(), [&f] { f.showErrorViewer(); });
+    });
+    registerMenuCommand(QStringLiteral("mnu_DaleShow"), [](FRMMAINMENU& f) { frmDale::open(f.mdiArea()); });
 }
 
 void registerForms() {

@@ -26,6 +26,13 @@ bool recipeNamed(const QString& name, StudyRecipe& r) {
         r.causesWithSequelae = 3;
         return true;
     }
+    if (name == QLatin1String("demo")) {
+        r = StudyRecipe{};
+        r.id = QStringLiteral("DEM");
+        r.title = QStringLiteral("Demonstration nation 2020");
+        r.demonstration = true;
+        return true;
+    }
     return false;
 }
 

@@ -1,74 +1,23 @@
-// The tables of a synthetic study, written row by row through prepared statements in one transaction.
+// The tables of a benchmark study, written row by row through prepared statements: the definitions in
+// one transaction, each unit's data in one of its own.
 
-#include "database/db_connection.h"
-#include "database/db_create.h"
+#include "demo_study.h"
 #include "study/asg_labels.h"
 #include "study_recipe.h"
+#include "study_writer.h"
 
-#include <QSqlError>
-#include <QSqlQuery>
 #include <algorithm>
 #include <cmath>
-#include <cstdint>
-#include <functional>
-#include <map>
-#include <memory>
 
 namespace vesk::studygen {
 
 namespace {
 
-// A fixed hash of up to four small integers into [0, 1): the same figures on every machine.
-double unit(std::uint64_t a, std::uint64_t b = 0, std::uint64_t c = 0, std::uint64_t d = 0) {
-    std::uint64_t x = a * 0x9E3779B97F4A7C15ULL ^ (b + 0x632BE59BD9B4E019ULL) * 0xBF58476D1CE4E5B9ULL ^
-                      (c + 0x8CB92BA72F3D8DD7ULL) * 0x94D049BB133111EBULL ^ (d + 0x2545F4914F6CDD1DULL);
-    x ^= x >> 30;
-    x *= 0xBF58476D1CE4E5B9ULL;
-    x ^= x >> 27;
-    x *= 0x94D049BB133111EBULL;
-    x ^= x >> 31;
-    return double(x >> 11) / double(1ULL << 53);
-}
-
-double between(double lo, double hi, double u) {
-    return lo + (hi - lo) * u;
-}
-
-const QList<double> kAges = {0, 1, 5, 10, 15, 20, 25, 30, 35, 40, 45, 50, 55, 60, 65, 70, 75, 80, 85};
+const QList<double>& kAges = studyAges();
 
 struct Cause {
     QString code, cluster;
     QStringList sequelae;
-};
-
-// Each statement prepared once and kept for all its rows.
-class Writer {
-public:
-    Writer(DbConnection& db, QString* error) : db_(db), error_(error) {}
-
-    // Runs `sql` with `values`; false at a refusal, with the statement in `error`.
-    bool one(const QString& sql, const QVariantList& values) {
-        auto it = prepared_.find(sql);
-        if (it == prepared_.end()) {
-            auto q = std::make_unique<QSqlQuery>(db_.database());
-            if (!q->prepare(sql))
-                return fail(sql, q->lastError());
-            it = prepared_.emplace(sql, std::move(q)).first;
-        }
-        QSqlQuery& q = *it->second;
-        for (int i = 0; i < values.size(); ++i)
-            q.bindValue(i, values[i]);
-        return q.exec() || fail(sql, q.lastError());
-    }
-
-private:
-    bool fail(const QString& sql, const QSqlError& e) {
-        *error_ = sql + QStringLiteral(": ") + e.text();
-        return false;
-    }
-    DbConnection& db_;
-    QString* error_;
-    std::map<QString, std::unique_ptr<QSqlQuery>> prepared_;
 };
 
 QList<Cause> causeTree(const StudyRecipe& r) {
@@ -112,7 +61,7 @@ bool dictionaries(Writer& w, const StudyRecipe& r, const QList<Cause>& causes) {
         if (!w.one(QStringLiteral("INSERT INTO _DctBDMClstr (ClstrCd, Cluster, SGrpCd) VALUES (?, ?, ?)"),
                    {c, QStringLiteral("Cluster ") + c, c.left(2)}))
             return false;
-    if (!w.one(QStringLiteral("ALTER TABLE _DctBDM ADD COLUMN \"%1\" BOOLEAN").arg(r.id), {}))
+    if (!addStudyColumn(w, r.id))
         return false;
     for (const Cause& c : causes) {
         if (!w.one(QStringLiteral("INSERT INTO _DctBDM (CobCd, Disease, ClstrCd, Sqla, \"%1\") VALUES (?, ?, ?, ?, 1)")
@@ -149,21 +98,7 @@ bool studyRows(Writer& w, const StudyRecipe& r) {
                    {r.id, unitId(b), QStringLiteral("District %1").arg(b + 1), b + 1,
                     QStringLiteral("R%1").arg(b % r.regions + 1, 2, 10, QChar('0'))}))
             return false;
-    for (double age : kAges)
-        if (!w.one(QStringLiteral("INSERT INTO _DfnAgeGrps (BDSId, YLL, YLD, PND) VALUES (?, ?, ?, ?)"),
-                   {r.id, age, age, age}))
-            return false;
-    const char* sets[][5] = {{"0", "0", "0", nullptr, nullptr},
-                             {"1", "0.03", "1", "0.04", "0.1658"},
-                             {"2", "0", "1", "0.04", "0.1658"},
-                             {"3", "0.03", "0", nullptr, nullptr}};
-    for (const auto& s : sets)
-        if (!w.one(QStringLiteral("INSERT INTO _DctDAP (DAPID, r, K, Beta, C) VALUES (?, ?, ?, ?, ?)"),
-                   {QString::fromLatin1(s[0]).toInt(), QString::fromLatin1(s[1]).toDouble(),
-                    QString::fromLatin1(s[2]).toDouble(), s[3] ? QVariant(QString::fromLatin1(s[3]).toDouble()) : QVariant(),
-                    s[4] ? QVariant(QString::fromLatin1(s[4]).toDouble()) : QVariant()}))
-            return false;
-    return true;
+    return writeAgeGroups(w, r.id) && writeParameterSets(w);
 }
 
 // Men's death rate at the start age of a group.
@@ -268,37 +203,20 @@ bool weights(Writer& w, const StudyRecipe& r, const QList<Cause>& causes) {
 } // namespace
 
 bool writeStudy(const StudyRecipe& r, const QString& path, QString* error) {
-    if (!createStudyFile(path, error))
-        return false;
-    auto db = DbConnection::open(path, error);
-    if (!db)
+    if (r.demonstration)
+        return writeDemoStudy(r, path, error);
+    NewStudyFile file;
+    if (!file.create(path, error))
         return false;
     QStringList labels = asgLabelsFor(kAges, {QStringLiteral("F"), QStringLiteral("M")});
     std::sort(labels.begin(), labels.end());
     const QList<Cause> causes = causeTree(r);
-    Writer w(*db, error);
-    // A transaction for the definitions and one for each unit's data: each keeps the pages it
-    // touches in the engine's cache, whatever the size of the study.
-    db->exec(QStringLiteral("PRAGMA cache_size = -262144"));
-    const auto unitOfWork = [&](const std::function<bool()>& work) {
-        if (!db->database().transaction()) {
-            *error = db->database().lastError().text();
-            return false;
-        }
-        if (!work()) {
-            db->database().rollback();
-            return false;
-        }
-        if (!db->database().commit()) {
-            *error = db->database().lastError().text();
-            return false;
-        }
-        return true;
-    };
-    if (!unitOfWork([&] { return dictionaries(w, r, causes) && studyRows(w, r) && weights(w, r, causes); }))
+    Writer& w = file.rows();
+    // A transaction for the definitions and one for each unit's data.
+    if (!file.unitOfWork([&] { return dictionaries(w, r, causes) && studyRows(w, r) && weights(w, r, causes); }))
         return false;
     for (int b = 0; b < r.units; ++b)
-        if (!unitOfWork([&] {
+        if (!file.unitOfWork([&] {
                 return demography(w, r, b) && sharesOfDeath(w, r, causes, labels, b) &&
                        epidemiology(w, r, causes, labels, b);
             }))

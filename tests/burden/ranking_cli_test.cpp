@@ -2,9 +2,14 @@
 // and stores, the next ones read the stored results; the ranking against the stored rows sorted here.
 
 #include "cli_process.h"
+#include "database/db_connection.h"
+#include "query_rows.h"
 #include "small_study.h"
 #include "study_db_gtest.h"
 
+#include <QFile>
+#include <QProcess>
+#include <QTemporaryDir>
 #include <algorithm>
 
 using namespace vesk;
@@ -106,4 +111,74 @@ TEST_F(RankingCli, DaleTableHasItsHeadAndARowForEachUnitAndSet) {
     EXPECT_EQ(u2[4], u2[3]);
     // The fractions of U2 divide by 0: the stored errors go to standard error.
     EXPECT_TRUE(run.err.contains("FnDaleFractions"));
+}
+
+namespace {
+
+// A copy of the demonstration study built beside the programs.
+class DemoRanking : public ::testing::Test {
+protected:
+    void SetUp() override {
+        ASSERT_TRUE(dir.isValid());
+        path = dir.filePath("demo.vdb");
+        ASSERT_TRUE(QFile::copy(QStringLiteral(VESK_BIN_DIR "/demo.vdb"), path));
+        QFile(path).setPermissions(QFile::ReadOwner | QFile::WriteOwner);
+    }
+    QTemporaryDir dir;
+    QString path;
+};
+
+} // namespace
+
+TEST_F(DemoRanking, TheRankingOfARegionIsItsStoredRowsSortedHere) {
+    const CliRun run = runCli({"leading", path, "--measure", "IDALY", "--n", "10", "--level", "PAG1", "--unit", "CEN",
+                               "--settings", kSettings});
+    ASSERT_EQ(run.exitCode, 0) << run.err.toStdString();
+    QStringList lines = run.out.split('\n', Qt::SkipEmptyParts);
+    ASSERT_EQ(lines.takeFirst(), QString("Rank,COBCd,Cause,Total,Percent"));
+    ASSERT_EQ(lines.size(), 10);
+    // The rows the run stored, summed over the districts of the region and the age-sex groups, sorted
+    // here; the shares are of all causes, not of the ten.
+    QString error;
+    auto db = DbConnection::open(path, &error);
+    ASSERT_TRUE(db) << error.toStdString();
+    const QStringList sums = queryRows(*db,
+                                       "SELECT r.COBCd, d.Disease, SUM(r.IDALY) FROM RsltDALY r JOIN _DctBPU b ON "
+                                       "b.BPUID = r.BPUID JOIN _DctBDM d ON d.CobCd = r.COBCd WHERE b.PAG1Id = 'CEN' "
+                                       "AND r.DAPID = 1 GROUP BY r.COBCd",
+                                       {}, &error);
+    ASSERT_GT(sums.size(), 10);
+    std::vector<std::pair<double, QStringList>> sorted;
+    double all = 0;
+    for (const QString& s : sums) {
+        const QStringList f = s.split('|');
+        sorted.push_back({f[2].toDouble(), f});
+        all += f[2].toDouble();
+    }
+    std::stable_sort(sorted.begin(), sorted.end(), [](const auto& a, const auto& b) { return a.first > b.first; });
+    for (int k = 0; k < 10; ++k) {
+        const QStringList f = lines[k].split(',');
+        ASSERT_EQ(f.size(), 5) << lines[k].toStdString();
+        EXPECT_EQ(f[1], sorted[std::size_t(k)].second[0]);
+        EXPECT_EQ(f[2], sorted[std::size_t(k)].second[1]);
+        // The stored values are the doubles the run summed in another order.
+        EXPECT_NEAR(f[3].toDouble(), sorted[std::size_t(k)].first, 1e-9 * sorted[std::size_t(k)].first);
+        EXPECT_EQ(f[4], QString::number(100 * f[3].toDouble() / all, 'f', 3));
+    }
+}
+
+TEST(DemoScript, PrintsTheLeadingCausesOfEachRegionAndTheDaleTable) {
+    QProcess p;
+    QProcessEnvironment env = QProcessEnvironment::systemEnvironment();
+    env.remove("DISPLAY");
+    p.setProcessEnvironment(env);
+    p.start("bash", {QStringLiteral(VESK_SOURCE_DIR "/scripts/demo"), QStringLiteral(VESK_BIN_DIR "/..")});
+    ASSERT_TRUE(p.waitForFinished(120000));
+    const QString out = QString::fromUtf8(p.readAllStandardOutput());
+    ASSERT_EQ(p.exitCode(), 0) << p.readAllStandardError().toStdString();
+    EXPECT_EQ(out.count("Rank,COBCd,Cause,Total,Percent"), 3); // three regions
+    EXPECT_TRUE(out.contains("== The ten leading causes by IDALY in Coast (CST)"));
+    const int head = int(out.indexOf("Year,Region ID,DAPID,E0_F,DALE_F,E0_M,DALE_M,E0_P,DALE_P,HE_F,HE_M,HE_P"));
+    ASSERT_GE(head, 0);
+    EXPECT_EQ(out.mid(head).split('\n', Qt::SkipEmptyParts).size(), 1 + 8); // eight districts
 }

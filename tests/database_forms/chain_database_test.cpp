@@ -6,11 +6,15 @@
 #include "database/study_context.h"
 #include "foundation/settings.h"
 #include "frame_fixture.h"
+#include "screenshots.h"
+#include "shell/forms/form_registry.h"
 #include "shell/forms/frm_shw_cnt_mem.h"
 #include "shell/forms/menu_commands.h"
 #include "shell/study_backend.h"
 
 #include <QDir>
+#include <QFile>
+#include <QTemporaryDir>
 #include <QMdiArea>
 #include <QMdiSubWindow>
 #include <QtTest>
@@ -90,6 +94,34 @@ private slots:
         QVERIFY(studyContext().VctrBPULst.isArray());
         QVERIFY(studyContext().MtxCobCd.isArray());
         QCOMPARE(studyContext().StudyDB->path(), studyFile(folder));
+    }
+
+    // The delivered settings open the demonstration study built beside the programs: the chain loads it
+    // without a word, and Compute -> DALYs - Quick opens on it at once.
+    void theDemonstrationStudyOpensReadyToCompute() {
+        ProgramFolder folder;
+        folder.writeStp(QStringLiteral("demo.vdb"));
+        QVERIFY(QFile::copy(QStringLiteral(VESK_BIN_DIR "/demo.vdb"), studyFile(folder, QStringLiteral("demo.vdb"))));
+        QFile(studyFile(folder, QStringLiteral("demo.vdb"))).setPermissions(QFile::ReadOwner | QFile::WriteOwner);
+        registerComputationForms();
+        RunningProgram program(folder);
+        QVERIFY(program.waitForFrame());
+        QVERIFY(program.waitForChain());
+        QVERIFY2(program.prompts.messages().isEmpty(), qPrintable(program.prompts.messages().join('\n')));
+        QVERIFY2(stateMismatch(program.frame(), MenuState::Ready).isEmpty(),
+                 qPrintable(stateMismatch(program.frame(), MenuState::Ready)));
+        QCOMPARE(studyContext().CurBDSId, QString("DEM"));
+        QCOMPARE(program.frame().menuCaption("mnu_Pag1Results"), QString("Region"));
+        QCOMPARE(studyContext().VctrBPULst.array().size(0), 8);
+        QVERIFY(program.enabled(QStringLiteral("mnu_Daly")));
+        program.frame().item(QStringLiteral("mnu_Daly"))->trigger();
+        QTRY_VERIFY(program.frame().findChild<QWidget*>(QStringLiteral("frmCompDALY")));
+        program.frame().resize(1024, 640);
+        QTest::qWait(50);
+        QTemporaryDir scratch;
+        const QImage shot = program.frame().grab().toImage();
+        QVERIFY(hasContent(shot));
+        QVERIFY(shot.save(screenshotFolder(scratch) + QStringLiteral("/main_frame_demo.png")));
     }
 
     void aSequelaWithoutMapEndsWithTheOfferOfErrors() {

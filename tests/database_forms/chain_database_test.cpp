@@ -1,11 +1,15 @@
 // The program started on real study files: the loading chain runs the structure check and the
 // loaders of the study database, and File -> New makes a file and leads into Study Setup.
 
+#include "burden/calculator_models.h"
+#include "burden/forms/frm_comp_daly.h"
+#include "burden/forms/frm_dale.h"
 #include "database/chk_db_stru.h"
 #include "database/db_create.h"
 #include "database/study_context.h"
 #include "foundation/settings.h"
 #include "frame_fixture.h"
+#include "grid_gestures.h"
 #include "screenshots.h"
 #include "shell/forms/form_registry.h"
 #include "shell/forms/frm_shw_cnt_mem.h"
@@ -14,6 +18,7 @@
 
 #include <QDir>
 #include <QFile>
+#include <QPushButton>
 #include <QTemporaryDir>
 #include <QMdiArea>
 #include <QMdiSubWindow>
@@ -122,6 +127,50 @@ private slots:
         const QImage shot = program.frame().grab().toImage();
         QVERIFY(hasContent(shot));
         QVERIFY(shot.save(screenshotFolder(scratch) + QStringLiteral("/main_frame_demo.png")));
+    }
+
+    // A new user's first minutes on the demonstration study: Compute -> DALE before any computation says
+    // what to do first; Compute -> DALYs - Quick with set 1, then Compute -> DALE, then Results -> DALE
+    // Results shows a row for each district.
+    void theDemonstrationStudyComputesItsDalysAndDale() {
+        ProgramFolder folder;
+        folder.writeStp(QStringLiteral("demo.vdb"));
+        const QString file = studyFile(folder, QStringLiteral("demo.vdb"));
+        QVERIFY(QFile::copy(QStringLiteral(VESK_BIN_DIR "/demo.vdb"), file));
+        QFile(file).setPermissions(QFile::ReadOwner | QFile::WriteOwner);
+        registerComputationForms();
+        RunningProgram program(folder);
+        QVERIFY(program.waitForFrame());
+        QVERIFY(program.waitForChain());
+        settings().StatOutPath = folder.stat();
+
+        program.frame().item(QStringLiteral("mnu_CmpDale"))->trigger();
+        QCOMPARE(program.prompts.shown().size(), 1);
+        QVERIFY(program.prompts.shown()[0].text.startsWith("Either Compute DALY from Compute DALY"));
+        QCOMPARE(program.prompts.shown()[0].title, QString("DALE Computation"));
+
+        program.frame().item(QStringLiteral("mnu_Daly"))->trigger();
+        auto* daly = program.frame().findChild<frmCompDALY*>(QStringLiteral("frmCompDALY"));
+        QVERIFY(daly);
+        clickCell(daly->flexBuiltInDAP, 1, DapGridModel::SelectColumn);
+        program.prompts.clear();
+        daly->ID_COMPUTE->click();
+        QTRY_VERIFY(!program.frame().findChild<frmCompDALY*>(QStringLiteral("frmCompDALY")));
+        QCOMPARE(program.prompts.messages(), QStringList{"Calculation of DALY is complete.  Results are stored in tables "});
+
+        program.prompts.clear();
+        program.frame().item(QStringLiteral("mnu_CmpDale"))->trigger();
+        QCOMPARE(program.prompts.messages(), QStringList{"DALE Computation is done Succesfully"});
+        QCOMPARE(program.prompts.shown()[0].title, QString("DALE Calculation"));
+        program.frame().item(QStringLiteral("mnu_DaleShow"))->trigger();
+        auto* dale = program.frame().findChild<frmDale*>(QStringLiteral("frmDale"));
+        QVERIFY(dale);
+        QCOMPARE(dale->grid().rows(), 1 + 8);
+        QCOMPARE(dale->grid().textMatrix(1, 0), QString("CAP"));
+        // Disability takes years away from every district and sex.
+        for (int r = 1; r <= 8; ++r)
+            for (int k : {1, 3, 5})
+                QVERIFY(dale->grid().textMatrix(r, k + 1).toDouble() < dale->grid().textMatrix(r, k).toDouble());
     }
 
     void aSequelaWithoutMapEndsWithTheOfferOfErrors() {

@@ -3,10 +3,6 @@
 
 #include "app/cli/cli.h"
 #include "app/cli/study_session.h"
-#include "burden/compute_run.h"
-#include "demography/standard_life_table.h"
-#include "platform/cell_array.h"
-#include "foundation/time_log.h"
 
 namespace vesk::cli {
 
@@ -28,24 +24,15 @@ int compute(const QStringList& arguments) {
     const Cell sets = chosenSets(ids, sensitivity, &error);
     if (!sets.isArray())
         return fail(error, 2);
-    if (!openStudyFile(args[0], stp, &error)) {
-        closeStudy();
-        return fail(error);
-    }
-    Computation& comp = computation();
-    comp.MtxDAP = sets;
-    const StandardLifeTable table = standardLifeTable();
-    const CellArray none;
-    StderrProgress progress;
+    const OpenStudy study(args[0], stp);
+    if (!study)
+        return fail(study.error());
     TimeLog log;
-    const RunOutcome outcome =
-        runComputation(studyContext(), comp, table.table ? *table.table : none, &progress, log, stp);
+    const RunOutcome outcome = computeStudy(sets, stp, log);
     for (const QString& line : log.lines())
         out(line + u'\n');
     printStoredErrors();
     err(outcome.message);
-    // The connection goes before the program's statics do, as the frame's File -> Close lets it go.
-    closeStudy();
     return outcome.end == RunEnd::Stored ? 0 : 1;
 }
 

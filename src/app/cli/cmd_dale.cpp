@@ -48,21 +48,18 @@ int dale(const QStringList& arguments) {
     const Cell sets = chosenSets(ids, ids.contains(u','), &error);
     if (!sets.isArray())
         return fail(error, 2);
-    const auto finish = [](int code) {
-        closeStudy();
-        return code;
-    };
-    if (!openStudyFile(args[0], stp, &error))
-        return finish(fail(error));
+    const OpenStudy study(args[0], stp);
+    if (!study)
+        return fail(study.error());
     if (!studyResults(sets, stp, &error))
-        return finish(fail(error));
+        return fail(error);
     const bool computed = computeDale(studyContext(), computation(), stp);
     printStoredErrors();
     clearErrorStore();
     if (!computed)
-        return finish(1);
+        return 1;
     printDale(computation().ArrDale, studyContext().VctrYrLst, computation().MtxDAP);
-    return finish(0);
+    return 0;
 }
 
 const Registrar daleCommand({

@@ -81,21 +81,18 @@ int leading(const QStringList& arguments) {
     const Cell sets = chosenSets(dap, false, &error);
     if (!sets.isArray())
         return fail(error, 2);
-    const auto finish = [](int code) {
-        closeStudy();
-        return code;
-    };
-    if (!openStudyFile(args[0], stp, &error))
-        return finish(fail(error));
+    const OpenStudy study(args[0], stp);
+    if (!study)
+        return fail(study.error());
     std::vector<PagMembers> members;
     const std::vector<LevelUnit> units = unitsOf(level, members, &error);
     if (units.empty())
-        return finish(fail(error.isEmpty() ? QStringLiteral("the study has no %1").arg(level) : error));
+        return fail(error.isEmpty() ? QStringLiteral("the study has no %1").arg(level) : error);
     if (list) {
         out(QStringLiteral("ID,Name\n"));
         for (const LevelUnit& u : units)
             out(csvField(u.id) + u',' + csvField(u.name) + u'\n');
-        return finish(0);
+        return 0;
     }
     int index = 0;
     if (unit) {
@@ -104,13 +101,13 @@ int leading(const QStringList& arguments) {
             if (units[std::size_t(i)].id.compare(unit->trimmed(), Qt::CaseInsensitive) == 0)
                 index = i;
         if (index < 0)
-            return finish(fail(QStringLiteral("no %1 '%2' in the study").arg(level, *unit), 2));
+            return fail(QStringLiteral("no %1 '%2' in the study").arg(level, *unit), 2);
     }
     const int y = yearIndex(year);
     if (y < 0)
-        return finish(fail(QStringLiteral("the study has no year %1").arg(*year), 2));
+        return fail(QStringLiteral("the study has no year %1").arg(*year), 2);
     if (!studyResults(sets, stp, &error))
-        return finish(fail(error));
+        return fail(error);
     MeasureSource source = measureSource(computation(), *measure);
     if (level != QLatin1String("BPU"))
         source.result = FnBPUToPag(source.result, members);
@@ -118,13 +115,13 @@ int leading(const QStringList& arguments) {
         return FnDiseaseName(*studyContext().StudyDB, code);
     });
     if (!table)
-        return finish(1);
+        return 1;
     out(QStringLiteral("Rank,COBCd,Cause,Total,Percent\n"));
     const CellArray& rows = table->rows;
     for (int r = 0; r < rows.size(0); ++r)
         out(QString::number(r + 1) + u',' + csvField(rows(r, 0).toString()) + u',' + csvField(rows(r, 1).toString()) +
             u',' + csvNumber(rows(r, 2).toDouble()) + u',' + rows(r, 3).toString() + u'\n');
-    return finish(0);
+    return 0;
 }
 
 const Registrar leadingCommand({

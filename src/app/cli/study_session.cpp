@@ -58,25 +58,36 @@ void StderrProgress::setText(const QString& text) {
     err(step);
 }
 
-bool openStudyFile(const QString& studyFile, const QString& stp, QString* error) {
+OpenStudy::OpenStudy(const QString& studyFile, const QString& stp) {
     const QFileInfo study(studyFile);
     if (!study.isFile()) {
-        *error = QStringLiteral("no study file at %1").arg(studyFile);
-        return false;
+        error_ = QStringLiteral("no study file at %1").arg(studyFile);
+        return;
     }
     if (!QFileInfo(stp).isFile()) {
-        *error = QStringLiteral("no settings file at %1").arg(stp);
-        return false;
+        error_ = QStringLiteral("no settings file at %1").arg(stp);
+        return;
     }
     setErrorLogEnabled(false); // the errors go to standard error, not to a log where the tool runs
     readSettingsFile(stp, settings(), preferences());
     preferences().txtwklocation = study.absolutePath();
     preferences().txtVESKObj = study.fileName();
-    if (!openComputationStudy(studyContext())) {
-        *error = QStringLiteral("the study of %1 cannot be computed").arg(studyFile);
-        return false;
-    }
-    return true;
+    if (!openComputationStudy(studyContext()))
+        error_ = QStringLiteral("the study of %1 cannot be computed").arg(studyFile);
+}
+
+OpenStudy::~OpenStudy() {
+    computation() = Computation{};
+    studyContext() = StudyContext{};
+}
+
+RunOutcome computeStudy(const Cell& sets, const QString& stp, TimeLog& log) {
+    Computation& comp = computation();
+    comp.MtxDAP = sets;
+    const StandardLifeTable table = standardLifeTable();
+    const CellArray none;
+    StderrProgress progress;
+    return runComputation(studyContext(), comp, table.table ? *table.table : none, &progress, log, stp);
 }
 
 namespace {
@@ -111,14 +122,8 @@ bool loadStored(const Cell& sets, QString* error) {
 }
 
 bool computeAndStore(const Cell& sets, const QString& stp, QString* error) {
-    Computation& comp = computation();
-    comp.MtxDAP = sets;
-    const StandardLifeTable table = standardLifeTable();
-    const CellArray none;
-    StderrProgress progress;
     TimeLog log;
-    const RunOutcome outcome =
-        runComputation(studyContext(), comp, table.table ? *table.table : none, &progress, log, stp);
+    const RunOutcome outcome = computeStudy(sets, stp, log);
     printStoredErrors();
     clearErrorStore();
     if (outcome.end != RunEnd::Stored) {
@@ -134,11 +139,6 @@ bool studyResults(const Cell& sets, const QString& stp, QString* error) {
     if (storedForEverySet(studyContext(), sets))
         return loadStored(sets, error);
     return computeAndStore(sets, stp, error);
-}
-
-void closeStudy() {
-    computation() = Computation{};
-    studyContext() = StudyContext{};
 }
 
 } // namespace vesk::cli

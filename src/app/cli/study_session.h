@@ -3,6 +3,8 @@
 // chooses them, the progress and the stored errors on standard error, and the study opened with its
 // results, loaded from the result tables where they hold the sets, computed and stored otherwise.
 
+#include "burden/compute_run.h"
+#include "foundation/time_log.h"
 #include "platform/cell.h"
 #include "platform/progress.h"
 
@@ -34,15 +36,29 @@ private:
 };
 
 // The settings file `stp` read, and the current study of `studyFile` opened as the computation opens
-// it; false with `error` (a message the loaders showed has gone to standard error already).
-bool openStudyFile(const QString& studyFile, const QString& stp, QString* error);
+// it, for the life of the object: false with error() when it could not be (a message the loaders
+// showed has gone to standard error already). The study goes with the object, before the program's
+// statics do, as File -> Close lets it go.
+class OpenStudy {
+public:
+    OpenStudy(const QString& studyFile, const QString& stp);
+    ~OpenStudy();
+    OpenStudy(const OpenStudy&) = delete;
+    OpenStudy& operator=(const OpenStudy&) = delete;
+    explicit operator bool() const { return error_.isEmpty(); }
+    const QString& error() const { return error_; }
+
+private:
+    QString error_;
+};
+
+// A computation of the open study for the sets `sets`, as Compute -> DALYs runs it, on the standard
+// life table of the settings; its timed steps in `log`.
+RunOutcome computeStudy(const Cell& sets, const QString& stp, TimeLog& log);
 
 // The results of the open study for the sets `sets` in the computation: loaded when RsltYLL holds a row
 // of the study's years and units for every set, otherwise computed and stored as `vesk-cli compute`
 // does. False with `error` when neither gives a DALY array.
 bool studyResults(const Cell& sets, const QString& stp, QString* error);
-
-// Lets the study go before the program's statics do, as File -> Close does.
-void closeStudy();
 
 } // namespace vesk::cli

@@ -82,7 +82,7 @@ void addMember(CellArray& out, const CellArray& a, int y, int p, int b) {
                 }
 }
 
-Cell rollUp(const Cell& result, const CauseDictionary& dict, const Cell& mtxCobCd, CauseLevel level, int slot, int dap,
+Cell rollUp(const Cell& result, const CauseLevelDictionary& dict, const Cell& mtxCobCd, CauseLevel level, int slot, int dap,
             int year, const char* message) {
     try {
         if (!isResult(result) || !dict.ArrDict.isArray() || !mtxCobCd.isArray())
@@ -150,12 +150,12 @@ Cell FnBPUToPag(const Cell& source, const std::vector<PagMembers>& pags) {
     return Cell(std::move(out));
 }
 
-Cell FnGrpBDNPnl(const Cell& result, const CauseDictionary& dict, const Cell& mtxCobCd, CauseLevel level, int slot,
+Cell FnGrpBDNPnl(const Cell& result, const CauseLevelDictionary& dict, const Cell& mtxCobCd, CauseLevel level, int slot,
                  int dap, int year) {
     return rollUp(result, dict, mtxCobCd, level, slot, dap, year, at::kGrpBDNPnlError);
 }
 
-Cell FnGrpBDNPnlpag1(const Cell& result, const CauseDictionary& dict, const Cell& mtxCobCd, CauseLevel level,
+Cell FnGrpBDNPnlpag1(const Cell& result, const CauseLevelDictionary& dict, const Cell& mtxCobCd, CauseLevel level,
                      int slot, int dap, int year) {
     return rollUp(result, dict, mtxCobCd, level, slot, dap, year, at::kGrpBDNPnlPag1Error);
 }

@@ -36,9 +36,9 @@ Cell FnBPUToPag(const Cell& source, const std::vector<PagMembers>& pags);
 // where nothing was added. A failure shows "Error from FnGrpBDNPnl procedure : " with its number and
 // words and gives Empty. FnGrpBDNPnlpag1 is the same over a result of aggregates (FnBPUToPag), with
 // its own message.
-Cell FnGrpBDNPnl(const Cell& result, const CauseDictionary& dict, const Cell& mtxCobCd, CauseLevel level, int slot,
+Cell FnGrpBDNPnl(const Cell& result, const CauseLevelDictionary& dict, const Cell& mtxCobCd, CauseLevel level, int slot,
                  int dap, int year = 0);
-Cell FnGrpBDNPnlpag1(const Cell& result, const CauseDictionary& dict, const Cell& mtxCobCd, CauseLevel level,
+Cell FnGrpBDNPnlpag1(const Cell& result, const CauseLevelDictionary& dict, const Cell& mtxCobCd, CauseLevel level,
                      int slot, int dap, int year = 0);
 
 // FnPctOverCauses: a rolled-up array (entries, units, 0..1) with a slot 2, the entry's share of the

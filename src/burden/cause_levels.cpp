@@ -62,7 +62,7 @@ int levelColumn(CauseLevel level) {
 
 } // namespace
 
-bool LoadDictionary(const DbConnection& db, CauseLevel level, const QString& studyColumn, CauseDictionary& out) {
+bool LoadDictionary(const DbConnection& db, CauseLevel level, const QString& studyColumn, CauseLevelDictionary& out) {
     QSqlError e;
     auto q = db.query(levelQuery(level), {}, &e);
     if (!q) {

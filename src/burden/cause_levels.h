@@ -21,7 +21,7 @@ namespace cod_levels {
 inline constexpr int kCause = 0, kCluster = 1, kGroup = 2, kSubgroup = 3;
 } // namespace cod_levels
 
-struct CauseDictionary {
+struct CauseLevelDictionary {
     Cell ArrDict;
     Cell MtxCodLevels;
 };
@@ -30,7 +30,7 @@ struct CauseDictionary {
 // whose column `studyColumn` of _DctBDM is set. A level without entries shows "Please fill up the
 // Required Level dictionary" and gives false; an engine failure shows "Error from LoadDictionary of
 // DALYDist module : " with its number and words and gives false.
-bool LoadDictionary(const DbConnection& db, CauseLevel level, const QString& studyColumn, CauseDictionary& out);
+bool LoadDictionary(const DbConnection& db, CauseLevel level, const QString& studyColumn, CauseLevelDictionary& out);
 
 // FnCodeAtLevel: the code at `level` of the entry the cause `code` belongs to (trimmed codes compared
 // row by row, the first hit taken); Empty when the cause has no row.

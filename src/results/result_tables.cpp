@@ -70,6 +70,17 @@ double number(const Cell& c) {
 
 } // namespace
 
+QStringList tableFieldNames(const QStringList& heads) {
+    QStringList out;
+    for (QString h : heads) {
+        for (QChar& c : h)
+            if (!c.isLetterOrNumber())
+                c = u'_';
+        out << h;
+    }
+    return out;
+}
+
 Cell shownValue(const Cell& value, int decimals) {
     if (value.isNull() || value.isEmpty())
         return Cell();

@@ -62,6 +62,10 @@ std::optional<ResultTable> summaryTable(const ResultSource& source, int unit, in
 std::optional<ResultTable> detailTable(const ResultSource& source, int unit, int year, int dap, int decimals,
                                        const std::function<QString(const QString&)>& name);
 
+// The field names of a table written to a file: its heads with every character that is no letter or
+// digit made "_" ("Cob Code" gives Cob_Code, "F01-4" F01_4).
+QStringList tableFieldNames(const QStringList& heads);
+
 // A value as a table shows it: rounded half to even to `decimals` places when above 0 (a text of a
 // number read as that number), Null and Empty as Empty.
 Cell shownValue(const Cell& value, int decimals);

@@ -92,7 +92,7 @@ TEST(BpuToPag, NestedSequelaArraysAreAddedCellByCell) {
 }
 
 TEST(GrpBDNPnl, EachEntrySumsItsCausesOverTheGroupsATextByItsLeadingNumber) {
-    CauseDictionary dict;
+    CauseLevelDictionary dict;
     CellArray entries({2, 2});
     entries(0, 0) = Cell("11"), entries(1, 0) = Cell("12");
     dict.ArrDict = Cell(std::move(entries));
@@ -117,7 +117,7 @@ TEST(GrpBDNPnl, EachEntrySumsItsCausesOverTheGroupsATextByItsLeadingNumber) {
 TEST(GrpBDNPnl, AFailureShowsItsMessageAndGivesEmpty) {
     ScriptedPrompts prompts;
     ScopedPromptService scope(&prompts);
-    CauseDictionary dict;
+    CauseLevelDictionary dict;
     dict.ArrDict = codes({"1"});
     dict.MtxCodLevels = codes({"A1"});
     const Cell a = result(1, [](int, int, int) { return Cell(1.0); });
@@ -225,8 +225,8 @@ protected:
         return {{comp.ArrYll, kYllYLL}, {comp.ArrYld, kYldIYLD}, {comp.ArrYld, kYldPYLD},
                 {comp.ArrDaly, kDalyIDALY}, {comp.ArrDaly, kDalyPDALY}};
     }
-    CauseDictionary dictionary(CauseLevel level) {
-        CauseDictionary d;
+    CauseLevelDictionary dictionary(CauseLevel level) {
+        CauseLevelDictionary d;
         EXPECT_TRUE(LoadDictionary(*db, level, QStringLiteral("S1"), d));
         return d;
     }
@@ -245,7 +245,7 @@ protected:
 } // namespace
 
 TEST_F(Hierarchy, TheDictionaryMapsEachCauseThroughItsCluster) {
-    const CauseDictionary d = dictionary(CauseLevel::Cluster);
+    const CauseLevelDictionary d = dictionary(CauseLevel::Cluster);
     ASSERT_EQ(d.ArrDict.array().size(0), 3);
     EXPECT_EQ(FnCodeAtLevel(d.MtxCodLevels, " B0001 ", CauseLevel::Cluster).toString(), QString("1102"));
     EXPECT_EQ(FnCodeAtLevel(d.MtxCodLevels, "B0001", CauseLevel::Subgroup).toString(), QString("11"));
@@ -256,16 +256,16 @@ TEST_F(Hierarchy, TheDictionaryMapsEachCauseThroughItsCluster) {
 TEST_F(Hierarchy, ALevelWithoutEntriesAsksForItsDictionary) {
     exec("UPDATE _DctBDMSGrps SET GrpCd = NULL");
     exec("DELETE FROM _DctBDMGrps");
-    CauseDictionary d;
+    CauseLevelDictionary d;
     EXPECT_FALSE(LoadDictionary(*db, CauseLevel::Group, QStringLiteral("S1"), d));
     ASSERT_EQ(prompts.messages().size(), 1);
     EXPECT_EQ(prompts.messages()[0], QString("Please fill up the Required Level dictionary"));
 }
 
 TEST_F(Hierarchy, EveryRowOfEveryLevelIsTheSumOfItsMembers) {
-    const CauseDictionary clusters = dictionary(CauseLevel::Cluster);
-    const CauseDictionary subgroups = dictionary(CauseLevel::Subgroup);
-    const CauseDictionary groups = dictionary(CauseLevel::Group);
+    const CauseLevelDictionary clusters = dictionary(CauseLevel::Cluster);
+    const CauseLevelDictionary subgroups = dictionary(CauseLevel::Subgroup);
+    const CauseLevelDictionary groups = dictionary(CauseLevel::Group);
     const Cell causes = studyContext().MtxCobCd;
     // Which entry of the level above holds each entry, from the dictionary's own tables.
     const QStringList clusterOf = rows("SELECT ClstrCd, SGrpCd FROM _DctBDMClstr");
@@ -349,7 +349,7 @@ TEST_F(Hierarchy, AggregatesAreTheSumsOfTheirBpusAtEveryCell) {
                         EXPECT_FALSE(n1(0, 0, d, c, m, slot).isNumber());
                 }
         // The nation's groups of causes are the sums of the two units' rows.
-        const CauseDictionary groups = dictionary(CauseLevel::Group);
+        const CauseLevelDictionary groups = dictionary(CauseLevel::Group);
         const Cell byUnit = FnGrpBDNPnl(array, groups, studyContext().MtxCobCd, CauseLevel::Group, slot, 0);
         const Cell byNation = FnGrpBDNPnlpag1(FnBPUToPag(array, memberLists(*pag2)), groups, studyContext().MtxCobCd,
                                               CauseLevel::Group, slot, 0);

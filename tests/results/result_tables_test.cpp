@@ -111,8 +111,9 @@ TEST_F(ResultTables, ASummaryRanksEveryCauseWithItsShare) {
         EXPECT_EQ(t->rows(r, 1).toString(), QString("Name of ") + kSmallCauses[c]);
         EXPECT_NEAR(t->rows(r, 2).toDouble(), sums[std::size_t(c)], 1e-12 * total);
         EXPECT_EQ(t->rows(r, 3).toString(), formatNumber(100 * t->rows(r, 2).toDouble() / total, "0.000"));
-        if (r > 0)
+        if (r > 0) {
             EXPECT_GE(t->rows(r - 1, 2).toDouble(), t->rows(r, 2).toDouble());
+        }
     }
 }
 
@@ -189,8 +190,17 @@ TEST_F(ResultTables, ReportWritesTheTableTheViewerShowsIntoEachKindOfFile) {
         const CliRun run = runCli({"report", study, "--measure", "PDALY", "--out", out, "--settings",
                                    QStringLiteral(VESK_BIN_DIR "/Vesk.stp")});
         ASSERT_EQ(run.exitCode, 0) << run.err.toStdString();
-        const CellArray back = FnReadArrFile(out, QStringLiteral("Results"));
+        QStringList fields;
+        const CellArray back = FnReadArrFile(out, QStringLiteral("Results"), &fields);
         EXPECT_EQ(back.size(0), 3) << kind;
+        // A text file keeps no field names; a dBase field name holds ten characters.
+        const QStringList names = {"Cob_Code", "Cob_Description", "PDALY", "PDALY_Percentage"};
+        if (QString::fromLatin1(kind) == QLatin1String("r.dbf")) {
+            for (int k = 0; k < names.size(); ++k)
+                EXPECT_EQ(fields.value(k), names[k].left(10));
+        } else if (QString::fromLatin1(kind) != QLatin1String("r.txt")) {
+            EXPECT_EQ(fields, names) << kind;
+        }
     }
     EXPECT_EQ(runCli({"report", study, "--level", "PAG3"}).exitCode, 2);
 }

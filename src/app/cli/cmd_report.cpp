@@ -113,7 +113,7 @@ int report(const QStringList& arguments) {
         printCsv(*table);
         return 0;
     }
-    if (!FnWriteArrFile(table->rows, *target, QStringLiteral("Results"), table->heads))
+    if (!FnWriteArrFile(table->rows, *target, QStringLiteral("Results"), tableFieldNames(table->heads)))
         return fail(QStringLiteral("could not write %1: %2").arg(*target, lastForeignError().words));
     return 0;
 }

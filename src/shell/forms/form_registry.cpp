@@ -13,6 +13,8 @@
 #include "demography/forms/standard_table_commands.h"
 #include "inputs/forms/new_frm_inputs.h"
 #include "platform/forms/window_placement.h"
+#include "results/forms/result_viewer.h"
+#include "results/result_entries.h"
 #include "shell/forms/frm_main_menu.h"
 #include "shell/forms/frm_shw_cnt_mem.h"
 #include "shell/forms/frm_vesk_setup.h"
@@ -80,6 +82,16 @@ void registerComputationForms() {
     registerMenuCommand(QStringLiteral("mnu_DaleShow"), [](FRMMAINMENU& f) { frmDale::open(f.mdiArea()); });
 }
 
+void registerResultViewers() {
+    for (const ResultEntry& entry : resultEntries())
+        registerMenuCommand(QString::fromLatin1(entry.item), [&entry](FRMMAINMENU& f) {
+            if (ResultViewer* viewer = ResultViewer::open(entry, nullptr)) {
+                placeInArea(f.mdiArea(), viewer, OpeningSize::FormsOwn);
+                viewer->show();
+            }
+        });
+}
+
 void registerForms() {
     installPreferencesForm();
     registerRunLogViewers();
@@ -87,6 +99,7 @@ void registerForms() {
     registerStudySetup();
     registerStudyDefinitionForms();
     registerComputationForms();
+    registerResultViewers();
     for (const StandardTableCommand& c : standardTableCommands())
         registerMenuCommand(QString::fromLatin1(c.item), [run = c.run](FRMMAINMENU&) { run(); });
 }

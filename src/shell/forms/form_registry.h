@@ -26,4 +26,7 @@ void registerComputationForms();
 // (demography/forms/standard_table_commands.h).
 void registerForms();
 
+// The viewers of the Results menu's tables (results/forms/result_viewer.h), one command for each entry.
+void registerResultViewers();
+
 } // namespace vesk

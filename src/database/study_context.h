@@ -101,6 +101,9 @@ public:
     // the tests do) keeps it.
     static void onClear(std::function<void()> hook);
 
+    // The column of _DctBDM that carries the current study, as the file spells it; empty if none.
+    QString studyColumn() const;
+
     // Both DatPOP and DatASDR hold at least one row.
     bool CheckDatpop();
 
@@ -113,8 +116,6 @@ public:
 
 private:
     void show(const QString& text);
-    // The column of _DctBDM that carries the current study, as the file spells it; empty if none.
-    QString studyColumn();
 };
 
 // The one context of the program.

@@ -95,7 +95,7 @@ LoadReport StudyContext::InitAgeGrps(const QString& bdsId, Cell& arrAgeDfn) {
     return {StudyFinding::AgeDefinitionsFound};
 }
 
-QString StudyContext::studyColumn() {
+QString StudyContext::studyColumn() const {
     if (!StudyDB || CurBDSId.isEmpty())
         return {};
     auto q = StudyDB->query(QStringLiteral("SELECT name FROM pragma_table_info('_DctBDM')"));

@@ -1,5 +1,5 @@
 # Every library VESK links, found once for the whole tree.
-find_package(Qt6 REQUIRED COMPONENTS Core Sql Gui Widgets PrintSupport Multimedia Charts Test)
+find_package(Qt6 REQUIRED COMPONENTS Core Sql Gui Widgets PrintSupport Multimedia Charts DataVisualization Svg Test)
 find_package(PkgConfig REQUIRED)
 pkg_check_modules(MINIZIP REQUIRED IMPORTED_TARGET minizip)
 pkg_check_modules(FREEXL REQUIRED IMPORTED_TARGET freexl)

@@ -3,10 +3,13 @@
 #include "platform/grid_model.h"
 #include "platform/prompts.h"
 
+#include <QImage>
+#include <QPainter>
 #include <QPrintDialog>
 #include <QPrinter>
 #include <QPrinterInfo>
 #include <QTextDocument>
+#include <functional>
 
 namespace vesk {
 
@@ -19,7 +22,7 @@ void printHtmlTo(QPrinter& printer, const QString& html) {
     doc.print(&printer);
 }
 
-bool printHtml(QWidget* parent, const QString& html) {
+bool printWith(QWidget* parent, const std::function<void(QPrinter&)>& paint) {
     if (QPrinterInfo::availablePrinters().isEmpty()) {
         const auto path = prompts().saveFileName(QStringLiteral("Print to PDF"), QStringLiteral("PDF (*.pdf)"));
         if (!path)
@@ -27,15 +30,30 @@ bool printHtml(QWidget* parent, const QString& html) {
         QPrinter printer(QPrinter::HighResolution);
         printer.setOutputFormat(QPrinter::PdfFormat);
         printer.setOutputFileName(*path);
-        printHtmlTo(printer, html);
+        paint(printer);
         return true;
     }
     QPrinter printer(QPrinter::HighResolution);
     QPrintDialog dialog(&printer, parent);
     if (dialog.exec() != QDialog::Accepted)
         return false;
-    printHtmlTo(printer, html);
+    paint(printer);
     return true;
+}
+
+bool printHtml(QWidget* parent, const QString& html) {
+    return printWith(parent, [&html](QPrinter& printer) { printHtmlTo(printer, html); });
+}
+
+bool printImage(QWidget* parent, const QImage& image) {
+    return printWith(parent, [&image](QPrinter& printer) {
+        QPainter painter(&printer);
+        const QRect page = painter.viewport();
+        const QSize size = image.size().scaled(page.size(), Qt::KeepAspectRatio);
+        painter.setViewport(page.x(), page.y(), size.width(), size.height());
+        painter.setWindow(image.rect());
+        painter.drawImage(0, 0, image);
+    });
 }
 
 QString gridHtml(const QString& title, const GridModel& grid) {

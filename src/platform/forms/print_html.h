@@ -5,6 +5,7 @@
 
 #include <QString>
 
+class QImage;
 class QPrinter;
 class QWidget;
 
@@ -16,6 +17,9 @@ namespace vesk {
 
 // False when the user cancelled or nothing was printed.
 bool printHtml(QWidget* parent, const QString& html);
+// A picture, scaled to the page, printed the same way (a chart).
+bool printImage(QWidget* parent, const QImage& image);
+
 // The same onto a printer already set up (a PDF printer in tests).
 void printHtmlTo(QPrinter& printer, const QString& html);
 

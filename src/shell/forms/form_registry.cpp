@@ -13,6 +13,7 @@
 #include "demography/forms/standard_table_commands.h"
 #include "inputs/forms/new_frm_inputs.h"
 #include "platform/forms/window_placement.h"
+#include "results/forms/frm_new.h"
 #include "results/forms/result_viewer.h"
 #include "results/result_entries.h"
 #include "shell/forms/frm_main_menu.h"
@@ -88,6 +89,13 @@ void registerResultViewers() {
             if (ResultViewer* viewer = ResultViewer::open(entry, nullptr)) {
                 placeInArea(f.mdiArea(), viewer, OpeningSize::FormsOwn);
                 viewer->show();
+            }
+        });
+    for (const auto& [item, pag] : {std::pair{"mnu_bpuGraphs", false}, std::pair{"mnu_pag1Graphs", true}})
+        registerMenuCommand(QString::fromLatin1(item), [pag](FRMMAINMENU& f) {
+            if (frmnew* charts = frmnew::procReadGph(pag, nullptr)) {
+                placeInArea(f.mdiArea(), charts, OpeningSize::FormsOwn);
+                charts->show();
             }
         });
 }

@@ -26,7 +26,8 @@ void registerComputationForms();
 // (demography/forms/standard_table_commands.h).
 void registerForms();
 
-// The viewers of the Results menu's tables (results/forms/result_viewer.h), one command for each entry.
+// The viewers of the Results menu's tables (results/forms/result_viewer.h), one command for each entry,
+// and its charts (Graphs of BPU and PAG1: frmnew, results/forms/frm_new.h).
 void registerResultViewers();
 
 } // namespace vesk

@@ -1,0 +1,383 @@
+#include "results/forms/frm_new.h"
+
+#include "burden/computation.h"
+#include "database/study_context.h"
+#include "foundation/settings.h"
+#include "platform/forms/flex_grid_view.h"
+#include "platform/forms/named_widgets.h"
+#include "platform/forms/print_html.h"
+#include "platform/prompts.h"
+#include "platform/texts.h"
+#include "results/forms/frm_chg_prpty.h"
+#include "results/results_texts.h"
+
+#include <QApplication>
+#include <QBarCategoryAxis>
+#include <QBarSeries>
+#include <QBarSet>
+#include <QChart>
+#include <QChartView>
+#include <QClipboard>
+#include <QDir>
+#include <QFileInfo>
+#include <QHBoxLayout>
+#include <QLabel>
+#include <QLegend>
+#include <QOffscreenSurface>
+#include <QOpenGLContext>
+#include <QPainter>
+#include <QPushButton>
+#include <QStackedBarSeries>
+#include <QSvgGenerator>
+#include <QValueAxis>
+#include <QVBoxLayout>
+#include <QtDataVisualization/Q3DBars>
+#include <QtDataVisualization/QBar3DSeries>
+#include <QtDataVisualization/QCategory3DAxis>
+#include <QtDataVisualization/QValue3DAxis>
+
+namespace vesk {
+
+namespace rt = results_texts;
+
+namespace {
+
+QFont fontOf(const ChartFont& f, double fallback) {
+    QFont font(f.name.isEmpty() ? QStringLiteral("Arial") : f.name);
+    font.setPointSizeF(f.size > 0 ? f.size : fallback);
+    font.setItalic(f.italic);
+    return font;
+}
+
+Qt::BrushStyle brushOf(int fill) {
+    switch (fill) {
+    case 0:
+        return Qt::NoBrush;
+    case 2:
+        return Qt::Dense4Pattern;
+    case 3:
+        return Qt::DiagCrossPattern;
+    default:
+        return Qt::SolidPattern;
+    }
+}
+
+Qt::Alignment alignmentOf(ChartPlace p) {
+    switch (p) {
+    case ChartPlace::Top:
+        return Qt::AlignTop;
+    case ChartPlace::Bottom:
+        return Qt::AlignBottom;
+    case ChartPlace::Left:
+        return Qt::AlignLeft;
+    case ChartPlace::Right:
+        break;
+    }
+    return Qt::AlignRight;
+}
+
+// A file name made of the chart's title: characters no file system takes become "_".
+QString fileNameOf(const QString& title) {
+    QString name = title.trimmed();
+    for (QChar& c : name)
+        if (QStringLiteral("/\\:*?\"<>|").contains(c))
+            c = u'_';
+    return name;
+}
+
+} // namespace
+
+frmnew* frmnew::procReadGph(bool pag, QWidget* parent) {
+    QString error;
+    auto props = readGraphProps(graphPropsPath(), &error);
+    if (!props) {
+        prompts().ask(error);
+        return nullptr;
+    }
+    auto data = pag ? procPagGraphs(computation(), studyContext(), &error)
+                    : procBPUGraphs(computation(), studyContext(), &error);
+    if (!data) {
+        prompts().ask(error);
+        return nullptr;
+    }
+    return new frmnew(std::move(*props), std::move(*data), parent);
+}
+
+frmnew::frmnew(GraphProps props, ChartData data, QWidget* parent)
+    : QWidget(parent), props_(std::move(props)), data_(std::move(data)) {
+    setObjectName(QStringLiteral("frmnew"));
+    setWindowTitle(text(rt::kChartCaption));
+    setAttribute(Qt::WA_DeleteOnClose);
+    // The read puts each family's title into its line.
+    for (std::size_t k = 0; k < props_.size() && k < data_.tables.size(); ++k)
+        props_[k][graph_field::Title] = data_.tables[k].title;
+    MSChart1 = new QChartView(this);
+    MSChart1->setObjectName(QStringLiteral("MSChart1"));
+    MSChart1->setRenderHint(QPainter::Antialiasing);
+    MSChart1->setMinimumHeight(360);
+    FlxGrdGph = new FlexGridView(this);
+    FlxGrdGph->setObjectName(QStringLiteral("FlxGrdGph"));
+    FlxGrdGph->setEditStyle(FlexGridView::EditStyle::ReadOnly);
+    FlxGrdGph->setGrid(&grid_);
+    FlxGrdGph->setVisible(false);
+    lblDap = new QLabel(data_.dapLine, this);
+    lblDap->setObjectName(QStringLiteral("lblDap"));
+    tbFirst = namedButton(this, QStringLiteral("tbFirst"), QStringLiteral("First"));
+    tbPrev = namedButton(this, QStringLiteral("tbPrev"), QStringLiteral("Previous"));
+    tbNext = namedButton(this, QStringLiteral("tbNext"), QStringLiteral("Next"));
+    tbLast = namedButton(this, QStringLiteral("tbLast"), QStringLiteral("Last"));
+    cmdShowData = namedButton(this, QStringLiteral("cmdShowData"), text(rt::kShowData));
+    cmdCopy = namedButton(this, QStringLiteral("cmdCopy"), QStringLiteral("Copy"));
+    cmdPrint = namedButton(this, QStringLiteral("cmdPrint"), QStringLiteral("Print"));
+    cmdSave = namedButton(this, QStringLiteral("cmdSave"), QStringLiteral("Save"));
+    cmdSaveAs = namedButton(this, QStringLiteral("cmdSaveAs"), QStringLiteral("Save As"));
+    cmdProperties = namedButton(this, QStringLiteral("cmdProperties"), QStringLiteral("Properties"));
+    cmdClose = namedButton(this, QStringLiteral("cmdClose"), QStringLiteral("Close"));
+    connect(tbFirst, &QPushButton::clicked, this, [this] { moveFirst(); });
+    connect(tbPrev, &QPushButton::clicked, this, [this] { movePrevious(); });
+    connect(tbNext, &QPushButton::clicked, this, [this] { moveNext(); });
+    connect(tbLast, &QPushButton::clicked, this, [this] { moveLast(); });
+    connect(cmdShowData, &QPushButton::clicked, this, [this] { toggleData(); });
+    connect(cmdCopy, &QPushButton::clicked, this, [this] { copyChart(); });
+    connect(cmdPrint, &QPushButton::clicked, this, [this] { printChart(); });
+    connect(cmdSave, &QPushButton::clicked, this, [this] { saveChart(); });
+    connect(cmdSaveAs, &QPushButton::clicked, this, [this] { saveChartAs(); });
+    connect(cmdProperties, &QPushButton::clicked, this, [this] { properties(); });
+    connect(cmdClose, &QPushButton::clicked, this, &QWidget::close);
+    auto* moves = new QHBoxLayout;
+    for (QPushButton* b : {tbFirst, tbPrev, tbNext, tbLast})
+        moves->addWidget(b);
+    moves->addStretch();
+    for (QPushButton* b : {cmdShowData, cmdCopy, cmdPrint, cmdSave, cmdSaveAs, cmdProperties, cmdClose})
+        moves->addWidget(b);
+    auto* layout = new QVBoxLayout(this);
+    layout->addLayout(moves);
+    layout->addWidget(MSChart1, 3);
+    layout->addWidget(lblDap);
+    layout->addWidget(FlxGrdGph, 1);
+    resize(1000, 640);
+    procPaintChart(0);
+}
+
+bool frmnew::openGlAvailable() {
+    QOpenGLContext context;
+    if (!context.create())
+        return false;
+    QOffscreenSurface surface;
+    surface.create();
+    return surface.isValid() && context.makeCurrent(&surface);
+}
+
+void frmnew::procPaintChart(int index) {
+    if (index < 0 || index >= int(props_.size()))
+        return;
+    index_ = index;
+    if (index >= int(data_.tables.size())) {
+        prompts().ask(text(rt::kChartsNotLoaded));
+        return;
+    }
+    const ChartTable& table = data_.tables[std::size_t(index)];
+    spec_ = chartSpec(props_[std::size_t(index)], table);
+    if (spec_.threeD && openGlAvailable())
+        draw3D(table);
+    else
+        draw2D(table);
+    fillGrid(table);
+}
+
+void frmnew::draw2D(const ChartTable& table) {
+    drawn3D_ = false;
+    if (MSChart3D) {
+        MSChart3D->deleteLater();
+        MSChart3D = nullptr;
+    }
+    MSChart1->setVisible(true);
+    auto* chart = new QChart;
+    QAbstractBarSeries* series = spec_.stacked ? static_cast<QAbstractBarSeries*>(new QStackedBarSeries)
+                                               : static_cast<QAbstractBarSeries*>(new QBarSeries);
+    for (int k = 0; k < table.series.size(); ++k) {
+        auto* set = new QBarSet(table.series[k]);
+        for (double v : table.values[std::size_t(k)])
+            *set << v;
+        QBrush brush = set->brush();
+        if (std::size_t(k) < spec_.colours.size()) {
+            const auto& c = spec_.colours[std::size_t(k)];
+            brush.setColor(QColor(c[0], c[1], c[2]));
+        } else {
+            brush.setColor(QColor::fromHsv((k * 47) % 360, 140, 200));
+        }
+        brush.setStyle(brushOf(spec_.fill));
+        set->setBrush(brush);
+        series->append(set);
+    }
+    series->setBarWidth(std::clamp(1.0 - spec_.barGap / 100.0, 0.1, 1.0));
+    chart->addSeries(series);
+    auto* x = new QBarCategoryAxis;
+    x->append(table.categories);
+    x->setTitleText(spec_.axisXTitle);
+    x->setLabelsFont(fontOf(spec_.axisXFont, 12));
+    x->setGridLineVisible(false);
+    x->setLineVisible(spec_.ticksX);
+    auto* y = new QValueAxis;
+    y->setTitleText(spec_.axisYTitle);
+    y->setTitleFont(fontOf(spec_.axisYFont, 9));
+    y->setLabelsFont(fontOf(spec_.axisYFont, 9));
+    y->setGridLineVisible(false);
+    if (spec_.majorDivisions > 0)
+        y->setTickCount(spec_.majorDivisions + 1);
+    chart->addAxis(x, Qt::AlignBottom);
+    chart->addAxis(y, Qt::AlignLeft);
+    series->attachAxis(x);
+    series->attachAxis(y);
+    if (spec_.scaleMax != 0)
+        y->setRange(spec_.scaleMin, spec_.scaleMax);
+    else {
+        y->setMin(std::min(0.0, spec_.scaleMin));
+        y->applyNiceNumbers();
+    }
+    chart->setTitle(spec_.title + (spec_.footnote.isEmpty() ? QString() : QStringLiteral("\n") + spec_.footnote));
+    chart->setTitleFont(fontOf(spec_.titleFont, 12));
+    chart->legend()->setVisible(spec_.legend);
+    chart->legend()->setAlignment(alignmentOf(spec_.legendPlace));
+    // The legend's font is 11 points; a long list of series (the age groups) takes a smaller one so that
+    // every entry fits beside the chart.
+    chart->legend()->setFont(QFont(QStringLiteral("Arial"), table.series.size() > 10 ? 7 : 11));
+    QChart* old = MSChart1->chart();
+    MSChart1->setChart(chart);
+    delete old;
+}
+
+void frmnew::draw3D(const ChartTable& table) {
+    drawn3D_ = true;
+    auto* bars = new Q3DBars;
+    bars->setMultiSeriesUniform(true);
+    bars->rowAxis()->setLabels(table.series);
+    bars->columnAxis()->setLabels(table.categories);
+    bars->valueAxis()->setTitle(spec_.axisYTitle);
+    bars->valueAxis()->setTitleVisible(true);
+    if (spec_.scaleMax != 0)
+        bars->valueAxis()->setRange(float(spec_.scaleMin), float(spec_.scaleMax));
+    auto* proxySeries = new QBar3DSeries;
+    auto* rows = new QBarDataArray;
+    for (std::size_t k = 0; k < table.values.size(); ++k) {
+        auto* row = new QBarDataRow;
+        for (double v : table.values[k])
+            row->append(QBarDataItem(float(v)));
+        rows->append(row);
+    }
+    proxySeries->dataProxy()->resetArray(rows, table.series, table.categories);
+    bars->addSeries(proxySeries);
+    bars->setTitle(spec_.title);
+    if (MSChart3D)
+        MSChart3D->deleteLater();
+    MSChart3D = QWidget::createWindowContainer(bars, this);
+    MSChart3D->setObjectName(QStringLiteral("MSChart3D"));
+    MSChart3D->setMinimumHeight(360);
+    static_cast<QVBoxLayout*>(layout())->insertWidget(1, MSChart3D, 3);
+    MSChart1->setVisible(false);
+}
+
+void frmnew::fillGrid(const ChartTable& table) {
+    grid_.setFixedRows(0);
+    grid_.setFixedCols(0);
+    grid_.setRows(table.categories.size() + 1);
+    grid_.setCols(int(table.head.size()));
+    grid_.setFixedRows(1);
+    for (int k = 0; k < table.head.size(); ++k)
+        grid_.setTextMatrix(0, k, table.head[k]);
+    for (int u = 0; u < table.categories.size(); ++u) {
+        grid_.setTextMatrix(u + 1, 0, table.categories[u]);
+        for (std::size_t k = 0; k < table.values.size(); ++k)
+            grid_.setTextMatrix(u + 1, int(k) + 1, QString::number(table.values[k][std::size_t(u)], 'g', 15));
+    }
+    FlxGrdGph->resizeColumnsToContents();
+}
+
+void frmnew::moveFirst() {
+    procPaintChart(0);
+}
+
+void frmnew::moveNext() {
+    if (index_ + 1 >= int(props_.size())) {
+        prompts().ask(text(rt::kEndOfCharts));
+        return;
+    }
+    procPaintChart(index_ + 1);
+}
+
+void frmnew::movePrevious() {
+    if (index_ <= 0) {
+        prompts().ask(text(rt::kBeginOfCharts));
+        return;
+    }
+    procPaintChart(index_ - 1);
+}
+
+void frmnew::moveLast() {
+    procPaintChart(int(props_.size()) - 1);
+}
+
+void frmnew::toggleData() {
+    const bool show = !FlxGrdGph->isVisibleTo(this);
+    FlxGrdGph->setVisible(show);
+    cmdShowData->setText(text(show ? rt::kHideData : rt::kShowData));
+}
+
+QImage frmnew::chartImage() {
+    QWidget* on = drawn3D_ && MSChart3D ? MSChart3D : static_cast<QWidget*>(MSChart1);
+    if (on->size().isEmpty())
+        on->resize(900, 500);
+    return on->grab().toImage();
+}
+
+void frmnew::copyChart() {
+    QApplication::clipboard()->setImage(chartImage());
+    prompts().ask(text(rt::kCopied));
+}
+
+void frmnew::printChart() {
+    printImage(this, chartImage());
+}
+
+bool frmnew::writeChart(const QString& path) {
+    if (QFileInfo(path).suffix().compare(QLatin1String("svg"), Qt::CaseInsensitive) == 0) {
+        QSvgGenerator svg;
+        svg.setFileName(path);
+        const QSize size = MSChart1->size().isEmpty() ? QSize(900, 500) : MSChart1->size();
+        svg.setSize(size);
+        svg.setViewBox(QRect(QPoint(0, 0), size));
+        svg.setTitle(spec_.title);
+        QPainter painter;
+        if (!painter.begin(&svg))
+            return false;
+        MSChart1->render(&painter);
+        return painter.end() && QFileInfo(path).size() > 0;
+    }
+    return chartImage().save(path);
+}
+
+void frmnew::saveChart() {
+    const QString path = QDir(preferences().txtwklocation).filePath(fileNameOf(spec_.title) + QStringLiteral(".svg"));
+    if (QFileInfo::exists(path) && prompts().ask(text(rt::kReplace), Buttons::YesNo) != Answer::Yes)
+        return;
+    if (writeChart(path))
+        prompts().ask(text(rt::kSavedIn1) + path + text(rt::kSavedIn2));
+    else
+        prompts().ask(text(rt::kNotSavedAs));
+}
+
+void frmnew::saveChartAs() {
+    const auto path = prompts().saveFileName(QStringLiteral("Save As"), text(rt::kChartSaveFilter));
+    if (!path)
+        return;
+    prompts().ask(text(writeChart(*path) ? rt::kSavedAs : rt::kNotSavedAs));
+}
+
+void frmnew::properties() {
+    if (index_ >= int(props_.size()))
+        return;
+    frmChgPrpty dialog(props_[std::size_t(index_)], [this] { procPaintChart(index_); }, this);
+    dialog.exec();
+}
+
+} // namespace vesk

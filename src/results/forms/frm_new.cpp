@@ -190,6 +190,7 @@ void frmnew::draw2D(const ChartTable& table) {
     if (MSChart3D) {
         MSChart3D->deleteLater();
         MSChart3D = nullptr;
+        bars3D = nullptr;
     }
     MSChart1->setVisible(true);
     auto* chart = new QChart;
@@ -270,6 +271,7 @@ void frmnew::draw3D(const ChartTable& table) {
     bars->setTitle(spec_.title);
     if (MSChart3D)
         MSChart3D->deleteLater();
+    bars3D = bars;
     MSChart3D = QWidget::createWindowContainer(bars, this);
     MSChart3D->setObjectName(QStringLiteral("MSChart3D"));
     MSChart3D->setMinimumHeight(360);
@@ -324,10 +326,13 @@ void frmnew::toggleData() {
 }
 
 QImage frmnew::chartImage() {
-    QWidget* on = drawn3D_ && MSChart3D ? MSChart3D : static_cast<QWidget*>(MSChart1);
-    if (on->size().isEmpty())
-        on->resize(900, 500);
-    return on->grab().toImage();
+    // The 3D bars are a window of their own, which a grab of the form does not reach: they render
+    // themselves.
+    if (drawn3D_ && bars3D)
+        return bars3D->renderToImage(0, MSChart3D->size().isEmpty() ? QSize(900, 500) : MSChart3D->size());
+    if (MSChart1->size().isEmpty())
+        MSChart1->resize(900, 500);
+    return MSChart1->grab().toImage();
 }
 
 void frmnew::copyChart() {

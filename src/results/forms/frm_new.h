@@ -13,6 +13,7 @@
 
 #include <QWidget>
 
+class Q3DBars;
 class QChart;
 class QChartView;
 class QLabel;
@@ -31,6 +32,7 @@ public:
 
     QChartView* MSChart1 = nullptr;
     QWidget* MSChart3D = nullptr; // the 3D bars' container, when a 3D chart is on view
+    Q3DBars* bars3D = nullptr;    // its bars
     FlexGridView* FlxGrdGph = nullptr;
     QLabel* lblDap = nullptr;
     QPushButton *tbFirst = nullptr, *tbPrev = nullptr, *tbNext = nullptr, *tbLast = nullptr;

@@ -38,6 +38,10 @@ protected:
 struct BufferedTable {
     TableDef def;
     QList<QList<Cell>> rows;
+    // Where a worksheet places the table (zero-based) and whether the field names stand above the rows;
+    // a table placed whole by its writer (the chart data export) brings its own head row.
+    int firstRow = 0, firstCol = 0;
+    bool fieldHeads = true;
 };
 
 // A driver that keeps the tables it makes until close(), so that the written file can follow all

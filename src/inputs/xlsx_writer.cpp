@@ -31,9 +31,10 @@ QString quotedSheet(const QString& sheet) {
 }
 
 QString areaFormula(const BufferedTable& t) {
-    const int lastCol = std::max(0, static_cast<int>(t.def.fields.size()) - 1);
-    return quotedSheet(t.def.name) + u'!' + cellRef(0, 0, true) + u':' +
-           cellRef(static_cast<int>(t.rows.size()), lastCol, true);
+    const int lastCol = t.firstCol + std::max(0, static_cast<int>(t.def.fields.size()) - 1);
+    const int lastRow = t.firstRow + static_cast<int>(t.rows.size()) - (t.fieldHeads ? 0 : 1);
+    return quotedSheet(t.def.name) + u'!' + cellRef(t.firstRow, t.firstCol, true) + u':' +
+           cellRef(std::max(t.firstRow, lastRow), lastCol, true);
 }
 
 bool hasTime(double serial) {
@@ -115,28 +116,32 @@ QByteArray sheetXml(const BufferedTable& t, int dateXf, int dateTimeXf) {
         w.writeTextElement(QStringLiteral("v"), v);
         w.writeEndElement();
     };
-    for (int i = 0; i <= t.rows.size(); ++i) {
+    const int heads = t.fieldHeads ? 1 : 0;
+    for (int i = 0; i < heads + t.rows.size(); ++i) {
+        const int r = t.firstRow + i;
         w.writeStartElement(QStringLiteral("row"));
-        w.writeAttribute(QStringLiteral("r"), QString::number(i + 1));
-        if (i == 0) {
+        w.writeAttribute(QStringLiteral("r"), QString::number(r + 1));
+        if (i < heads) {
             for (int j = 0; j < t.def.fields.size(); ++j)
-                text(0, j, t.def.fields[j].name);
+                text(r, t.firstCol + j, t.def.fields[j].name);
         } else {
-            for (int j = 0; j < t.rows[i - 1].size(); ++j) {
-                const Cell& v = t.rows[i - 1][j];
+            const QList<Cell>& row = t.rows[i - heads];
+            for (int j = 0; j < row.size(); ++j) {
+                const Cell& v = row[j];
+                const int c = t.firstCol + j;
                 if (v.isEmpty() || v.isNull() || (v.isNumber() && !std::isfinite(v.toDouble())))
                     continue;
                 const double x = v.toDouble();
                 if (!v.isNumber())
-                    text(i, j, v.toString());
+                    text(r, c, v.toString());
                 else if (v.isBoolean())
-                    number(i, j, QStringLiteral("b"), -1,
+                    number(r, c, QStringLiteral("b"), -1,
                            x != 0.0 ? QStringLiteral("1") : QStringLiteral("0"));
                 else if (v.isDate() && dateXf >= 0)
-                    number(i, j, QString(), hasTime(x) ? dateTimeXf : dateXf,
+                    number(r, c, QString(), hasTime(x) ? dateTimeXf : dateXf,
                            QString::number(excelSerialFromDate(x), 'g', 17));
                 else
-                    number(i, j, QString(), -1, QString::number(x, 'g', 17));
+                    number(r, c, QString(), -1, QString::number(x, 'g', 17));
             }
         }
         w.writeEndElement();

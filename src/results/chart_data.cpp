@@ -143,6 +143,19 @@ ChartTable groups(int family, const LevelArrays& l, const CauseLevelDictionary& 
     return t;
 }
 
+QList<QList<Cell>> percentTable(const LevelArrays& l, const Cell& array, int slot, const CauseLevelDictionary& dict,
+                                const Cell& causes, const QString& key, const QString& head) {
+    const Cell shares = FnPctOverCauses(FnGrpBDNPnl(array, dict, causes, CauseLevel::Group, slot, kDap, kYear));
+    if (!shares.isArray())
+        throw RuntimeError(runtime_error::kTypeMismatch);
+    const CellArray& s = shares.array();
+    QList<QList<Cell>> rows{{Cell(key), Cell(QStringLiteral("Group")), Cell(head)}};
+    for (int u = 0; u < l.ids.size(); ++u)
+        for (int e = 0; e < s.size(0); ++e)
+            rows.append({Cell(l.ids[u]), s(e, u, 0), Cell(number(s(e, u, 2)))});
+    return rows;
+}
+
 QString dapLine(const Cell& mtxDap) {
     QString line = text(rt::kDapLine);
     if (!mtxDap.isArray())
@@ -194,6 +207,11 @@ std::optional<ChartData> build(bool pag, const Computation& comp, const StudyCon
         data.tables = {rates(l, pop4d, word, key), byAge(l, word, key), sexRatios(l, word, key),
                        groups(4, l, dict, study.MtxCobCd, word, key), groups(5, l, dict, study.MtxCobCd, word, key)};
         data.dapLine = dapLine(comp.MtxDAP);
+        data.percentTables = {
+            percentTable(l, l.yld, kYldIYLD, dict, study.MtxCobCd, key, QStringLiteral("IYLD Percent")),
+            percentTable(l, l.yll, kYllYLL, dict, study.MtxCobCd, key, QStringLiteral("YLL Percent")),
+            percentTable(l, l.daly, kDalyIDALY, dict, study.MtxCobCd, key, QStringLiteral("IDaly Percent")),
+            percentTable(l, l.daly, kDalyPDALY, dict, study.MtxCobCd, key, QStringLiteral("PDaly Percent"))};
         return data;
     } catch (const RuntimeError& e) {
         *error = text(e.number == runtime_error::kTypeMismatch     ? rt::kChartTypeMismatch

@@ -16,6 +16,7 @@
 #include "platform/cell.h"
 
 #include <QString>
+#include <QList>
 #include <QStringList>
 #include <optional>
 #include <vector>
@@ -37,6 +38,10 @@ struct ChartTable {
 
 struct ChartData {
     std::vector<ChartTable> tables; // families 1 to 5
+    // The four percentage tables behind them (IYLD, YLL, IDALY, PDALY): for each unit and group of causes
+    // the group's share of the unit's total (FnPctOverCauses), each under its head row
+    // (the level's key, "Group", "IYLD Percent" ...).
+    std::vector<QList<QList<Cell>>> percentTables;
     QString dapLine;                // "Burden Of Disease with DAP Values ..." with the set's parameters
 };
 

@@ -12,10 +12,18 @@
 #include "foundation/settings_file.h"
 #include "foundation/time_log.h"
 #include "query_rows.h"
+#include "foundation/chart_export_settings.h"
+#include "platform/prompts.h"
 #include "results/chart_data.h"
+#include "results/chart_export.h"
 #include "results/graph_props.h"
 
+#include <QDateTime>
 #include <QFile>
+#include <QFileInfo>
+#include <QHash>
+#include <QProcess>
+#include <QXmlStreamReader>
 #include <QTemporaryDir>
 #include <gtest/gtest.h>
 
@@ -187,4 +195,110 @@ TEST_F(DemoCharts, WithoutResultsTheChartsSaySo) {
     QString error;
     EXPECT_FALSE(procBPUGraphs(none, studyContext(), &error));
     EXPECT_EQ(error, QString("Input Arrays ArrDaly,ArrYll and ArrYld may not be properley built. Graphs cannot be shown"));
+}
+
+namespace {
+
+// The cells of a workbook as another program reads them: gnumeric's ssconvert writes its own file,
+// whose cells carry their sheet, row and column (zero-based); the text of each by "sheet!row,col".
+QHash<QString, QString> cellsOf(const QString& workbook, const QTemporaryDir& dir) {
+    QProcess convert;
+    convert.start("ssconvert", {workbook, dir.filePath("book.gnumeric")});
+    EXPECT_TRUE(convert.waitForFinished(60000));
+    QProcess unzip;
+    unzip.start("gzip", {"-dc", dir.filePath("book.gnumeric")});
+    EXPECT_TRUE(unzip.waitForFinished(60000));
+    QXmlStreamReader xml(unzip.readAllStandardOutput());
+    QHash<QString, QString> cells;
+    QString sheet;
+    bool inName = false;
+    while (!xml.atEnd()) {
+        xml.readNext();
+        if (xml.isStartElement() && xml.name() == QLatin1String("Name") && sheet.isNull())
+            inName = true;
+        else if (xml.isStartElement() && xml.name() == QLatin1String("Sheet"))
+            sheet = QString();
+        if (inName && xml.isCharacters()) {
+            sheet = xml.text().toString();
+            inName = false;
+        }
+        if (xml.isStartElement() && xml.name() == QLatin1String("Cell")) {
+            const QString key = QStringLiteral("%1!%2,%3")
+                                    .arg(sheet, xml.attributes().value("Row").toString(),
+                                         xml.attributes().value("Col").toString());
+            cells.insert(key, xml.readElementText());
+        }
+    }
+    return cells;
+}
+
+} // namespace
+
+TEST_F(DemoCharts, TheExportPutsEachTableOnItsSheetFromItsStart) {
+    ScriptedPrompts prompts;
+    ScopedPromptService scope(&prompts);
+    chartExportSettings() = ChartExportSettings{};
+    prompts.answer(Answer::No); // no sheet names: the defaults
+    EXPECT_FALSE(procCheckSheetNames());
+    EXPECT_EQ(chartExportSettings().sheetNames[8], QString("Sheet 9"));
+    EXPECT_EQ(chartExportSettings().fileName, QString("GphData"));
+    // The rates table starts at row 5, column 2; the two IDALY and PDALY group tables share a sheet.
+    chartExportSettings().startRows[4] = 5;
+    chartExportSettings().startCols[4] = 2;
+    chartExportSettings().sheetNames[3] = "Sheet 3";
+    chartExportSettings().startCols[3] = 5;
+    prompts.clear();
+    const auto path = exportChartData(false, comp, studyContext());
+    ASSERT_TRUE(path);
+    EXPECT_EQ(*path, dir.filePath("DEM/Data/GphData.xlsx"));
+    EXPECT_EQ(prompts.messages(), QStringList{"The data are stored in the file path :" + dir.filePath("DEM/Data")});
+    QString error;
+    const auto data = procBPUGraphs(comp, studyContext(), &error);
+    QTemporaryDir out;
+    const QHash<QString, QString> cells = cellsOf(*path, out);
+    ASSERT_FALSE(cells.isEmpty());
+    // Sheet 5: rows 1 to 4 empty, the rates table from B5.
+    for (auto it = cells.cbegin(); it != cells.cend(); ++it)
+        if (it.key().startsWith("Sheet 5!"))
+            EXPECT_GE(it.key().section('!', 1).section(',', 0, 0).toInt(), 4) << it.key().toStdString();
+    EXPECT_EQ(cells.value("Sheet 5!4,1"), QString("BPUID"));
+    EXPECT_EQ(cells.value("Sheet 5!4,2"), QString("YLD Rate"));
+    EXPECT_EQ(cells.value("Sheet 5!5,1"), QString("CAP"));
+    EXPECT_EQ(cells.value("Sheet 5!5,2").toDouble(), data->tables[0].values[0][0]);
+    EXPECT_EQ(cells.value("Sheet 5!12,3").toDouble(), data->tables[0].values[1][7]);
+    // Sheet 3 holds the IDALY groups from A1 and the PDALY groups from E1; sheet 4 is no sheet.
+    EXPECT_EQ(cells.value("Sheet 3!0,2"), QString("IDaly Percent"));
+    EXPECT_EQ(cells.value("Sheet 3!0,6"), QString("PDaly Percent"));
+    EXPECT_EQ(cells.value("Sheet 1!0,2"), QString("IYLD Percent"));
+    EXPECT_EQ(cells.value("Sheet 9!0,3"), QString("Group III"));
+    for (auto it = cells.cbegin(); it != cells.cend(); ++it)
+        EXPECT_FALSE(it.key().startsWith("Sheet 4!"));
+    // Once more: the question, and No leaves the file as it was.
+    const QDateTime before = QFileInfo(*path).lastModified();
+    prompts.clear();
+    prompts.answer(Answer::No);
+    EXPECT_FALSE(exportChartData(false, comp, studyContext()));
+    EXPECT_EQ(prompts.messages(), QStringList{"File Already Exists! Do you want to replace it?"});
+    EXPECT_EQ(QFileInfo(*path).lastModified(), before);
+    // The regions go to PagData.
+    prompts.clear();
+    EXPECT_EQ(exportChartData(true, comp, studyContext()).value_or(""), dir.filePath("DEM/Data/PagData.xlsx"));
+    // Without results.
+    prompts.clear();
+    EXPECT_FALSE(exportChartData(false, Computation{}, studyContext()));
+    EXPECT_EQ(prompts.messages(), QStringList{"Please Load Results from Load Results"});
+}
+
+TEST(ChartExport, NamedSheetsAskNothing) {
+    ScriptedPrompts prompts;
+    ScopedPromptService scope(&prompts);
+    chartExportSettings() = ChartExportSettings{};
+    prompts.answer(Answer::Yes);
+    EXPECT_TRUE(procCheckSheetNames()); // Yes: the caller opens Preferences
+    EXPECT_TRUE(chartExportSettings().sheetNames[0].isEmpty());
+    chartExportSettings().sheetNames[0] = "Rates";
+    prompts.clear();
+    EXPECT_FALSE(procCheckSheetNames());
+    EXPECT_TRUE(prompts.shown().isEmpty());
+    chartExportSettings() = ChartExportSettings{};
 }

@@ -8,6 +8,7 @@
 #include "database/db_connection.h"
 #include "database/study_context.h"
 #include "demography/standard_life_table.h"
+#include "foundation/chart_export_settings.h"
 #include "foundation/settings.h"
 #include "foundation/time_log.h"
 #include "frame_fixture.h"
@@ -145,7 +146,31 @@ private slots:
     void everyEntryShowsTheStoredFiguresOfItsUnits();
     void pagingStopsAtTheEnds();
     void savingReadsBackAndPrintingSaysSo();
+    void graphsAndTheirDataExportFromTheMenu();
 };
+
+void ResultMenuTest::graphsAndTheirDataExportFromTheMenu() {
+    compute();
+    chartExportSettings() = ChartExportSettings{};
+    program->prompts.answer(Answer::No); // the sheets unnamed: the defaults
+    program->frame().item(QStringLiteral("mnu_bpuGraphExptDat"))->trigger();
+    const QString book = QDir(folder->stat()).filePath("DEM/Data/GphData.xlsx");
+    QVERIFY(QFile::exists(book));
+    QCOMPARE(program->prompts.messages().last(), "The data are stored in the file path :" + QDir(folder->stat()).filePath("DEM/Data"));
+    program->prompts.clear();
+    program->frame().item(QStringLiteral("mnu_Pag1GraphExportdata"))->trigger();
+    QVERIFY(QFile::exists(QDir(folder->stat()).filePath("DEM/Data/PagData.xlsx")));
+    // Without Gph.stp beside the program the charts say so; with it they open.
+    program->prompts.clear();
+    program->frame().item(QStringLiteral("mnu_pag1Graphs"))->trigger();
+    QCOMPARE(program->prompts.messages(), QStringList{"Gph.stp is not existing, Graphs cannot be displayed"});
+    QVERIFY(QFile::copy(QStringLiteral(VESK_BIN_DIR "/Gph.stp"), settings().AppPath + "/Gph.stp"));
+    program->frame().item(QStringLiteral("mnu_pag1Graphs"))->trigger();
+    auto* charts = program->frame().findChild<QWidget*>(QStringLiteral("frmnew"));
+    QVERIFY(charts);
+    QCOMPARE(charts->windowTitle(), QString("Graphs"));
+    chartExportSettings() = ChartExportSettings{};
+}
 
 void ResultMenuTest::beforeAComputationEveryEntryAnswersItsCheckAndOpensNothing() {
     for (const ResultEntry& e : resultEntries()) {

@@ -13,10 +13,12 @@
 #include "demography/forms/standard_table_commands.h"
 #include "inputs/forms/new_frm_inputs.h"
 #include "platform/forms/window_placement.h"
+#include "results/chart_export.h"
 #include "results/forms/frm_new.h"
 #include "results/forms/result_viewer.h"
 #include "results/result_entries.h"
 #include "shell/forms/frm_main_menu.h"
+#include "shell/frame_preferences.h"
 #include "shell/forms/frm_shw_cnt_mem.h"
 #include "shell/forms/frm_vesk_setup.h"
 #include "shell/forms/menu_commands.h"
@@ -90,6 +92,15 @@ void registerResultViewers() {
                 placeInArea(f.mdiArea(), viewer, OpeningSize::FormsOwn);
                 viewer->show();
             }
+        });
+    // Graph Export Data: sheet names first (Yes opens the preferences to name them), then the workbook.
+    for (const auto& [item, pag] :
+         {std::pair{"mnu_bpuGraphExptDat", false}, std::pair{"mnu_Pag1GraphExportdata", true}})
+        registerMenuCommand(QString::fromLatin1(item), [pag](FRMMAINMENU&) {
+            if (procCheckSheetNames())
+                preferencesForm().showModal();
+            else
+                exportChartData(pag, computation(), studyContext());
         });
     for (const auto& [item, pag] : {std::pair{"mnu_bpuGraphs", false}, std::pair{"mnu_pag1Graphs", true}})
         registerMenuCommand(QString::fromLatin1(item), [pag](FRMMAINMENU& f) {

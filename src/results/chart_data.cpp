@@ -77,8 +77,8 @@ ChartTable rates(const LevelArrays& l, const Cell& pop4d, const QString& word, c
     for (int u = 0; u < l.ids.size(); ++u) {
         const double people = population(pop4d, l.members[std::size_t(u)]);
         const double yld = total(l.yld, u, kYldIYLD), yll = total(l.yll, u, kYllYLL);
-        t.values[0][std::size_t(u)] = yld == 0 || people == 0 ? 0 : text3(yld / people * 1000, "0.000");
-        t.values[1][std::size_t(u)] = yll == 0 || people == 0 ? 0 : text3(yll / people * 1000, "0.000");
+        t.values[0][std::size_t(u)] = yld == 0 || !(people > 0) ? 0 : text3(yld / people * 1000, "0.000");
+        t.values[1][std::size_t(u)] = yll == 0 || !(people > 0) ? 0 : text3(yll / people * 1000, "0.000");
     }
     return t;
 }

@@ -52,6 +52,11 @@ ChartPlace placeOf(int code) {
     }
 }
 
+void applyFamilyTitles(GraphProps& props, const ChartData& data) {
+    for (std::size_t k = 0; k < props.size() && k < data.tables.size(); ++k)
+        props[k][gf::Title] = data.tables[k].title;
+}
+
 ChartSpec chartSpec(const GraphLine& l, const ChartTable& table) {
     ChartSpec s;
     s.threeD = l.value(gf::Type).trimmed().compare(QLatin1String("3D Bar"), Qt::CaseInsensitive) == 0;

@@ -46,6 +46,10 @@ struct ChartSpec {
 // when it reads the file, so the line's title is drawn, and the family's where the line has none.
 ChartSpec chartSpec(const GraphLine& line, const ChartTable& table);
 
+// What the read of the chart list does before the first chart is drawn: the title of each family's line
+// becomes the family's stem and level word.
+void applyFamilyTitles(GraphProps& props, const ChartData& data);
+
 // The legend position codes 0-8 as a place on the chart's side.
 ChartPlace placeOf(int code);
 

@@ -302,3 +302,36 @@ TEST(ChartExport, NamedSheetsAskNothing) {
     EXPECT_TRUE(prompts.shown().isEmpty());
     chartExportSettings() = ChartExportSettings{};
 }
+
+TEST_F(DemoCharts, TheCommandDrawsTheChartTheWindowDraws) {
+    const QString study = dir.filePath("demo.vdb");
+    const QString svg = dir.filePath("rates.svg");
+    QProcessEnvironment env = QProcessEnvironment::systemEnvironment();
+    env.remove("DISPLAY");
+    QProcess p;
+    p.setProcessEnvironment(env);
+    p.start(QStringLiteral(VESK_BIN_DIR "/vesk-cli"),
+            {"chart", study, "--family", "4", "--level", "PAG1", "--out", svg, "--settings", QStringLiteral(VESK_BIN_DIR "/Vesk.stp")});
+    ASSERT_TRUE(p.waitForFinished(120000));
+    ASSERT_EQ(p.exitCode(), 0) << p.readAllStandardError().toStdString();
+    QFile f(svg);
+    ASSERT_TRUE(f.open(QIODevice::ReadOnly));
+    const QString text = QString::fromUtf8(f.readAll());
+    EXPECT_TRUE(text.contains("Group I,II,III as a Percentage of Total IDALY by PAG1"));
+    for (const char* word : {"Group I", "Group II", "Group III", "CEN", "CST", "NTH"})
+        EXPECT_TRUE(text.contains(QLatin1String(word))) << word;
+    // One unit, as an image.
+    const QString png = dir.filePath("cap.png");
+    p.start(QStringLiteral(VESK_BIN_DIR "/vesk-cli"),
+            {"chart", study, "--family", "1", "--unit", "CAP", "--out", png, "--settings", QStringLiteral(VESK_BIN_DIR "/Vesk.stp")});
+    ASSERT_TRUE(p.waitForFinished(120000));
+    ASSERT_EQ(p.exitCode(), 0) << p.readAllStandardError().toStdString();
+    QFile image(png);
+    ASSERT_TRUE(image.open(QIODevice::ReadOnly));
+    EXPECT_TRUE(image.read(8).startsWith("\x89PNG"));
+    EXPECT_GT(image.size(), 5000);
+    // Refusals.
+    p.start(QStringLiteral(VESK_BIN_DIR "/vesk-cli"), {"chart", study, "--family", "6", "--out", png});
+    ASSERT_TRUE(p.waitForFinished(120000));
+    EXPECT_EQ(p.exitCode(), 2);
+}

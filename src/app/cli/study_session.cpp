@@ -70,6 +70,9 @@ OpenStudy::OpenStudy(const QString& studyFile, const QString& stp) {
     }
     setErrorLogEnabled(false); // the errors go to standard error, not to a log where the tool runs
     readSettingsFile(stp, settings(), preferences());
+    // The settings file's folder stands as the program folder: what a run reads of "the program's own
+    // settings file" (Sprague's panels of a population built again after a load) is read there.
+    settings().AppPath = QFileInfo(stp).absolutePath();
     preferences().txtwklocation = study.absolutePath();
     preferences().txtVESKObj = study.fileName();
     if (!openComputationStudy(studyContext()))

@@ -8,13 +8,11 @@
 #include "platform/forms/print_html.h"
 #include "platform/prompts.h"
 #include "platform/texts.h"
+#include "results/forms/chart_painter.h"
 #include "results/forms/frm_chg_prpty.h"
 #include "results/results_texts.h"
 
 #include <QApplication>
-#include <QBarCategoryAxis>
-#include <QBarSeries>
-#include <QBarSet>
 #include <QChart>
 #include <QChartView>
 #include <QClipboard>
@@ -22,14 +20,10 @@
 #include <QFileInfo>
 #include <QHBoxLayout>
 #include <QLabel>
-#include <QLegend>
 #include <QOffscreenSurface>
 #include <QOpenGLContext>
 #include <QPainter>
 #include <QPushButton>
-#include <QStackedBarSeries>
-#include <QSvgGenerator>
-#include <QValueAxis>
 #include <QVBoxLayout>
 #include <QtDataVisualization/Q3DBars>
 #include <QtDataVisualization/QBar3DSeries>
@@ -41,40 +35,6 @@ namespace vesk {
 namespace rt = results_texts;
 
 namespace {
-
-QFont fontOf(const ChartFont& f, double fallback) {
-    QFont font(f.name.isEmpty() ? QStringLiteral("Arial") : f.name);
-    font.setPointSizeF(f.size > 0 ? f.size : fallback);
-    font.setItalic(f.italic);
-    return font;
-}
-
-Qt::BrushStyle brushOf(int fill) {
-    switch (fill) {
-    case 0:
-        return Qt::NoBrush;
-    case 2:
-        return Qt::Dense4Pattern;
-    case 3:
-        return Qt::DiagCrossPattern;
-    default:
-        return Qt::SolidPattern;
-    }
-}
-
-Qt::Alignment alignmentOf(ChartPlace p) {
-    switch (p) {
-    case ChartPlace::Top:
-        return Qt::AlignTop;
-    case ChartPlace::Bottom:
-        return Qt::AlignBottom;
-    case ChartPlace::Left:
-        return Qt::AlignLeft;
-    case ChartPlace::Right:
-        break;
-    }
-    return Qt::AlignRight;
-}
 
 // A file name made of the chart's title: characters no file system takes become "_".
 QString fileNameOf(const QString& title) {
@@ -108,9 +68,7 @@ frmnew::frmnew(GraphProps props, ChartData data, QWidget* parent)
     setObjectName(QStringLiteral("frmnew"));
     setWindowTitle(text(rt::kChartCaption));
     setAttribute(Qt::WA_DeleteOnClose);
-    // The read puts each family's title into its line.
-    for (std::size_t k = 0; k < props_.size() && k < data_.tables.size(); ++k)
-        props_[k][graph_field::Title] = data_.tables[k].title;
+    applyFamilyTitles(props_, data_);
     MSChart1 = new QChartView(this);
     MSChart1->setObjectName(QStringLiteral("MSChart1"));
     MSChart1->setRenderHint(QPainter::Antialiasing);
@@ -193,58 +151,8 @@ void frmnew::draw2D(const ChartTable& table) {
         bars3D = nullptr;
     }
     MSChart1->setVisible(true);
-    auto* chart = new QChart;
-    QAbstractBarSeries* series = spec_.stacked ? static_cast<QAbstractBarSeries*>(new QStackedBarSeries)
-                                               : static_cast<QAbstractBarSeries*>(new QBarSeries);
-    for (int k = 0; k < table.series.size(); ++k) {
-        auto* set = new QBarSet(table.series[k]);
-        for (double v : table.values[std::size_t(k)])
-            *set << v;
-        QBrush brush = set->brush();
-        if (std::size_t(k) < spec_.colours.size()) {
-            const auto& c = spec_.colours[std::size_t(k)];
-            brush.setColor(QColor(c[0], c[1], c[2]));
-        } else {
-            brush.setColor(QColor::fromHsv((k * 47) % 360, 140, 200));
-        }
-        brush.setStyle(brushOf(spec_.fill));
-        set->setBrush(brush);
-        series->append(set);
-    }
-    series->setBarWidth(std::clamp(1.0 - spec_.barGap / 100.0, 0.1, 1.0));
-    chart->addSeries(series);
-    auto* x = new QBarCategoryAxis;
-    x->append(table.categories);
-    x->setTitleText(spec_.axisXTitle);
-    x->setLabelsFont(fontOf(spec_.axisXFont, 12));
-    x->setGridLineVisible(false);
-    x->setLineVisible(spec_.ticksX);
-    auto* y = new QValueAxis;
-    y->setTitleText(spec_.axisYTitle);
-    y->setTitleFont(fontOf(spec_.axisYFont, 9));
-    y->setLabelsFont(fontOf(spec_.axisYFont, 9));
-    y->setGridLineVisible(false);
-    if (spec_.majorDivisions > 0)
-        y->setTickCount(spec_.majorDivisions + 1);
-    chart->addAxis(x, Qt::AlignBottom);
-    chart->addAxis(y, Qt::AlignLeft);
-    series->attachAxis(x);
-    series->attachAxis(y);
-    if (spec_.scaleMax != 0)
-        y->setRange(spec_.scaleMin, spec_.scaleMax);
-    else {
-        y->setMin(std::min(0.0, spec_.scaleMin));
-        y->applyNiceNumbers();
-    }
-    chart->setTitle(spec_.title + (spec_.footnote.isEmpty() ? QString() : QStringLiteral("\n") + spec_.footnote));
-    chart->setTitleFont(fontOf(spec_.titleFont, 12));
-    chart->legend()->setVisible(spec_.legend);
-    chart->legend()->setAlignment(alignmentOf(spec_.legendPlace));
-    // The legend's font is 11 points; a long list of series (the age groups) takes a smaller one so that
-    // every entry fits beside the chart.
-    chart->legend()->setFont(QFont(QStringLiteral("Arial"), table.series.size() > 10 ? 7 : 11));
     QChart* old = MSChart1->chart();
-    MSChart1->setChart(chart);
+    MSChart1->setChart(makeBarChart(spec_, table));
     delete old;
 }
 
@@ -345,20 +253,11 @@ void frmnew::printChart() {
 }
 
 bool frmnew::writeChart(const QString& path) {
-    if (QFileInfo(path).suffix().compare(QLatin1String("svg"), Qt::CaseInsensitive) == 0) {
-        QSvgGenerator svg;
-        svg.setFileName(path);
-        const QSize size = MSChart1->size().isEmpty() ? QSize(900, 500) : MSChart1->size();
-        svg.setSize(size);
-        svg.setViewBox(QRect(QPoint(0, 0), size));
-        svg.setTitle(spec_.title);
-        QPainter painter;
-        if (!painter.begin(&svg))
-            return false;
-        MSChart1->render(&painter);
-        return painter.end() && QFileInfo(path).size() > 0;
-    }
-    return chartImage().save(path);
+    if (drawn3D_ && bars3D && QFileInfo(path).suffix().compare(QLatin1String("svg"), Qt::CaseInsensitive) != 0)
+        return chartImage().save(path);
+    if (MSChart1->size().isEmpty())
+        MSChart1->resize(900, 500);
+    return saveChartView(*MSChart1, path, spec_.title);
 }
 
 void frmnew::saveChart() {

@@ -15,6 +15,7 @@
 #include "inputs/foreign_file.h"
 #include "platform/forms/flex_grid_view.h"
 #include "query_rows.h"
+#include "results/forms/frm_show_rslt.h"
 #include "results/forms/result_viewer.h"
 #include "results/result_entries.h"
 #include "screenshots.h"
@@ -147,7 +148,58 @@ private slots:
     void pagingStopsAtTheEnds();
     void savingReadsBackAndPrintingSaysSo();
     void graphsAndTheirDataExportFromTheMenu();
+    void theCauseGridShowsSequelaeUnderTheirCause();
 };
+
+void ResultMenuTest::theCauseGridShowsSequelaeUnderTheirCause() {
+    compute();
+    ResultViewer* v = openEntry(*resultEntry("mnu_idalyYldAgSxCu"));
+    QVERIFY(v);
+    auto* grid = dynamic_cast<frmShowRslt*>(v->openCauseGrid());
+    QVERIFY(grid);
+    QVERIFY(program->frame().mdiArea()->subWindowList().size() >= 2);
+    const CellArray& t = grid->table()->rows;
+    QCOMPARE(grid->table()->heads, QStringList({"Causes", "Description", "ASG", "IYLD"}));
+    // 25 causes of 38 groups, and 13 sequelae of 38 groups under their causes.
+    QCOMPARE(t.size(0), (25 + 13) * 38);
+    // Diabetes and its four sequelae: each group's cause value is the sum of its sequelae's.
+    int at = -1;
+    for (int r = 0; r < t.size(0); ++r)
+        if (t(r, 1).toString() == QLatin1String("Diabetes mellitus")) {
+            at = r;
+            break;
+        }
+    QVERIFY(at >= 0);
+    const QString sequela = t(at + 38, 0).toString();
+    QString error;
+    auto db = DbConnection::open(file, &error);
+    QCOMPARE(t(at + 38, 1).toString(),
+             queryRows(*db, "SELECT Sequela FROM _DctBDMSqla WHERE SqlaCd = ?", {sequela}).value(0));
+    for (int m = 0; m < 38; ++m) {
+        double sum = 0;
+        for (int q = 1; q <= 4; ++q) {
+            QCOMPARE(t(at + q * 38 + m, 2).toString(), t(at + m, 2).toString());
+            sum += t(at + q * 38 + m, 3).toDouble();
+        }
+        QVERIFY2(qAbs(sum - t(at + m, 3).toDouble()) <= 1e-12 * qMax(1.0, sum), qPrintable(t(at + m, 2).toString()));
+    }
+    // The sequelae of one cause alone; a cause without them says so and the grid stays.
+    grid->cmbCause->setCurrentIndex(grid->cmbCause->findText("Diabetes mellitus", Qt::MatchEndsWith));
+    grid->cmdSqla->click();
+    QCOMPARE(grid->table()->rows.size(0), 4 * 38);
+    program->prompts.clear();
+    grid->cmbCause->setCurrentIndex(0);
+    grid->cmdSqla->click();
+    QCOMPARE(program->prompts.messages(), QStringList{"There is no Sqla Existing for this Cobcode"});
+    QCOMPARE(grid->table()->rows.size(0), 4 * 38);
+    QTemporaryDir scratch;
+    grid->cmdAll->click();
+    grid->parentWidget()->resize(760, 520);
+    QTest::qWait(20);
+    const QImage shot = grid->grab().toImage();
+    QVERIFY(hasContent(shot));
+    QVERIFY(shot.save(screenshotFolder(scratch) + "/frmShowRslt.png"));
+}
 
 void ResultMenuTest::graphsAndTheirDataExportFromTheMenu() {
     compute();

@@ -13,13 +13,16 @@
 #include "platform/prompts.h"
 #include "platform/runtime.h"
 #include "platform/texts.h"
+#include "results/forms/frm_show_rslt.h"
 #include "results/results_texts.h"
+#include "platform/forms/window_placement.h"
 
 #include <QComboBox>
 #include <QGridLayout>
 #include <QHBoxLayout>
 #include <QLabel>
 #include <QLineEdit>
+#include <QMdiArea>
 #include <QPushButton>
 #include <QScrollBar>
 #include <QVBoxLayout>
@@ -116,6 +119,9 @@ void ResultViewer::buildControls() {
         cmdlast = namedButton(this, QStringLiteral("cmdlast"), text(rt::kLast));
     }
     cmdShow = namedButton(this, QStringLiteral("cmdShow"), text(rt::kShow));
+    cmdCauses = namedButton(this, QStringLiteral("cmdCauses"), QStringLiteral("Causes and &Sequelae"));
+    cmdCauses->setVisible(detail);
+    connect(cmdCauses, &QPushButton::clicked, this, [this] { openCauseGrid(); });
     cmdSavAs = namedButton(this, QStringLiteral("cmdSavAs"), text(rt::kSaveAs));
     CmdPrint = namedButton(this, QStringLiteral("CmdPrint"), text(rt::kPrint));
     cmdClose = namedButton(this, QStringLiteral("cmdClose"), text(rt::kClose));
@@ -149,6 +155,8 @@ void ResultViewer::layOut() {
     for (QPushButton* b : {cmdTop, cmdPrev, cmdNxt, cmdlast})
         moves->addWidget(b);
     moves->addStretch();
+    if (isDetail(source_))
+        moves->addWidget(cmdCauses);
     for (QPushButton* b : {cmdSavAs, CmdPrint, cmdClose})
         moves->addWidget(b);
     auto* layout = new QVBoxLayout(this);
@@ -205,6 +213,18 @@ void ResultViewer::ShowReport() {
 void ResultViewer::save() {
     saveResultsAs(table_ ? table_->rows : CellArray(), table_ ? tableFieldNames(table_->heads) : QStringList(),
                   QStringLiteral("Results"));
+}
+
+QWidget* ResultViewer::openCauseGrid() {
+    auto* grid = new frmShowRslt(source_, page_, std::max(0, cmbYear->currentIndex()), std::max(0, cmbDap->currentIndex()));
+    // In the frame's area where the viewer stands in one; a window of its own otherwise.
+    for (QWidget* w = parentWidget(); w; w = w->parentWidget())
+        if (auto* area = qobject_cast<QMdiArea*>(w)) {
+            placeInArea(area, grid, OpeningSize::FormsOwn);
+            break;
+        }
+    grid->show();
+    return grid;
 }
 
 void ResultViewer::print() {

@@ -36,6 +36,7 @@ public:
     FlexGridView* grid = nullptr; // MSFlexGrid1 / msflgADW
     QPushButton *cmdTop = nullptr, *cmdPrev = nullptr, *cmdNxt = nullptr, *cmdlast = nullptr;
     QPushButton *cmdShow = nullptr, *cmdSavAs = nullptr, *CmdPrint = nullptr, *cmdClose = nullptr;
+    QPushButton* cmdCauses = nullptr; // detail tables: the cause grid with sequelae (frmShowRslt)
 
     // The unit on view (the page index).
     int page() const { return page_; }
@@ -45,6 +46,8 @@ public:
     const std::optional<ResultTable>& table() const { return table_; }
     void save();
     void print();
+    // The cause grid with sequelae of the unit, year and set on view.
+    QWidget* openCauseGrid();
 
 private:
     void buildControls();

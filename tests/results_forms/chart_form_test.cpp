@@ -81,16 +81,17 @@ private:
         QCOMPARE(chart->title().section('\n', 0, 0), t.title);
     }
 
-    // The 3D bars: a row a series, a column a unit.
+    // The 3D bars: a series of bars a series of the chart, a column a unit.
     static void checkDrawn3D(frmnew& f, const ChartTable& t) {
         QVERIFY(f.bars3D);
-        QCOMPARE(f.bars3D->seriesList().size(), 1);
-        const QBarDataProxy* proxy = f.bars3D->seriesList()[0]->dataProxy();
-        QCOMPARE(proxy->rowLabels(), t.series);
-        QCOMPARE(proxy->columnLabels(), t.categories);
-        for (int k = 0; k < t.series.size(); ++k)
+        QCOMPARE(f.bars3D->seriesList().size(), int(t.series.size()));
+        for (int k = 0; k < t.series.size(); ++k) {
+            const QBarDataProxy* proxy = f.bars3D->seriesList()[k]->dataProxy();
+            QCOMPARE(f.bars3D->seriesList()[k]->name(), t.series[k]);
+            QCOMPARE(proxy->columnLabels(), t.categories);
             for (int u = 0; u < t.categories.size(); ++u)
-                QCOMPARE(proxy->itemAt(k, u)->value(), float(t.values[std::size_t(k)][std::size_t(u)]));
+                QCOMPARE(proxy->itemAt(0, u)->value(), float(t.values[std::size_t(k)][std::size_t(u)]));
+        }
     }
 
 private slots:
@@ -138,7 +139,7 @@ void ChartFormTest::everyFamilyAtBothLevelsIsDrawnFromItsData() {
             QCOMPARE(f->dataGrid().textMatrix(1, 1).toDouble(), data->tables[std::size_t(k)].values[0][0]);
             const QImage shot = f->chartImage();
             QVERIFY2(vesk::test::hasContent(shot), qPrintable(QStringLiteral("chart %1, drawn in 3D: %2").arg(k + 1).arg(f->drawn3D())));
-            QVERIFY(shot.save(QStringLiteral("%1/chart_%2_%3.png").arg(shots, pag ? "pag1" : "bpu").arg(k + 1)));
+            QVERIFY(shot.save(QStringLiteral("%1/chart_%2_%3%4.png").arg(shots, pag ? "pag1" : "bpu").arg(k + 1).arg(f->drawn3D() ? "_3d" : "")));
             if (k < 4)
                 f->tbNext->click();
         }

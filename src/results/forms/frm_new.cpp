@@ -27,6 +27,9 @@
 #include <QVBoxLayout>
 #include <QtDataVisualization/Q3DBars>
 #include <QtDataVisualization/QBar3DSeries>
+#include <QtDataVisualization/Q3DCamera>
+#include <QtDataVisualization/Q3DScene>
+#include <QtDataVisualization/Q3DTheme>
 #include <QtDataVisualization/QCategory3DAxis>
 #include <QtDataVisualization/QValue3DAxis>
 
@@ -159,23 +162,32 @@ void frmnew::draw2D(const ChartTable& table) {
 void frmnew::draw3D(const ChartTable& table) {
     drawn3D_ = true;
     auto* bars = new Q3DBars;
+    bars->activeTheme()->setType(Q3DTheme::ThemeQt);
+    bars->activeTheme()->setFont(QFont(QStringLiteral("Arial"), 30));
+    bars->scene()->activeCamera()->setCameraPreset(Q3DCamera::CameraPresetIsometricRightHigh);
     bars->setMultiSeriesUniform(true);
-    bars->rowAxis()->setLabels(table.series);
     bars->columnAxis()->setLabels(table.categories);
     bars->valueAxis()->setTitle(spec_.axisYTitle);
     bars->valueAxis()->setTitleVisible(true);
     if (spec_.scaleMax != 0)
         bars->valueAxis()->setRange(float(spec_.scaleMin), float(spec_.scaleMax));
-    auto* proxySeries = new QBar3DSeries;
-    auto* rows = new QBarDataArray;
+    // A series of bars a series of the chart, side by side, each in its colour.
     for (std::size_t k = 0; k < table.values.size(); ++k) {
+        auto* series = new QBar3DSeries;
+        series->setName(table.series.value(int(k)));
+        series->setItemLabelFormat(QStringLiteral("@seriesName: @valueLabel"));
+        if (k < spec_.colours.size()) {
+            const auto& c = spec_.colours[k];
+            series->setBaseColor(QColor(c[0], c[1], c[2]));
+        }
+        auto* rows = new QBarDataArray;
         auto* row = new QBarDataRow;
         for (double v : table.values[k])
             row->append(QBarDataItem(float(v)));
         rows->append(row);
+        series->dataProxy()->resetArray(rows, {table.series.value(int(k))}, table.categories);
+        bars->addSeries(series);
     }
-    proxySeries->dataProxy()->resetArray(rows, table.series, table.categories);
-    bars->addSeries(proxySeries);
     bars->setTitle(spec_.title);
     if (MSChart3D)
         MSChart3D->deleteLater();
@@ -236,8 +248,11 @@ void frmnew::toggleData() {
 QImage frmnew::chartImage() {
     // The 3D bars are a window of their own, which a grab of the form does not reach: they render
     // themselves.
-    if (drawn3D_ && bars3D)
-        return bars3D->renderToImage(0, MSChart3D->size().isEmpty() ? QSize(900, 500) : MSChart3D->size());
+    if (drawn3D_ && bars3D) {
+        const QSize size = MSChart3D->size().expandedTo(QSize(900, 500));
+        bars3D->resize(size);
+        return bars3D->renderToImage(0, size);
+    }
     if (MSChart1->size().isEmpty())
         MSChart1->resize(900, 500);
     return MSChart1->grab().toImage();

@@ -43,24 +43,17 @@ QString levelWord(const StudyContext& study, ResultLevel level) {
 }
 
 bool rollUp(ResultSource& s, const StudyContext& study) {
-    if (s.entry.level == ResultLevel::BPU) {
-        s.units = bpuUnits(study);
+    std::vector<PagMembers> members;
+    s.units = levelUnits(s.entry.level, study, &members);
+    if (s.entry.level == ResultLevel::BPU)
         return true;
-    }
-    QString error;
-    const auto aggregates =
-        study.StudyDB ? populationAggregates(*study.StudyDB, study.CurBDSId, study.VctrBPULst,
-                                             s.entry.level == ResultLevel::PAG1 ? PagLevel::Pag1 : PagLevel::Pag2, &error)
-                      : std::nullopt;
-    if (!aggregates || aggregates->empty()) {
+    if (s.units.empty()) {
         const QString word = levelWord(study, s.entry.level);
         prompts().ask(s.entry.level == ResultLevel::PAG1 ? text(rt::kNoPag1Start) + word + text(rt::kNoPag1End)
                                                          : text(rt::kNoPag2Start) + word + text(rt::kNoPag2End));
         return false;
     }
-    for (const auto& a : *aggregates)
-        s.units.push_back({a.id, a.name});
-    s.measure.result = FnBPUToPag(s.measure.result, memberLists(*aggregates));
+    s.measure.result = FnBPUToPag(s.measure.result, members);
     return s.measure.result.isArray();
 }
 
@@ -79,6 +72,29 @@ QStringList tableFieldNames(const QStringList& heads) {
         out << h;
     }
     return out;
+}
+
+std::vector<ResultUnit> levelUnits(ResultLevel level, const StudyContext& study, std::vector<PagMembers>* members) {
+    if (level == ResultLevel::BPU) {
+        std::vector<ResultUnit> units = bpuUnits(study);
+        if (members)
+            for (std::size_t b = 0; b < units.size(); ++b)
+                members->push_back({int(b)});
+        return units;
+    }
+    QString error;
+    const auto aggregates =
+        study.StudyDB ? populationAggregates(*study.StudyDB, study.CurBDSId, study.VctrBPULst,
+                                             level == ResultLevel::PAG1 ? PagLevel::Pag1 : PagLevel::Pag2, &error)
+                      : std::nullopt;
+    std::vector<ResultUnit> units;
+    if (!aggregates)
+        return units;
+    for (const auto& a : *aggregates)
+        units.push_back({a.id, a.name});
+    if (members)
+        *members = memberLists(*aggregates);
+    return units;
 }
 
 Cell shownValue(const Cell& value, int decimals) {

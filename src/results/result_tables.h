@@ -33,6 +33,11 @@ struct ResultUnit {
     QString id, name;
 };
 
+// The units of a level: the BPUs of VctrBPULst with their names, or the aggregates with theirs, and the
+// BPU indices of each in `members`; none when the level has none or the engine fails.
+std::vector<ResultUnit> levelUnits(ResultLevel level, const StudyContext& study,
+                                   std::vector<PagMembers>* members = nullptr);
+
 struct ResultSource {
     ResultEntry entry{};
     MeasureSource measure; // the array at the entry's level (aggregates rolled up), its labels, the slot

@@ -6,7 +6,7 @@
 #include "burden/aggregation.h"
 #include "burden/computation.h"
 #include "burden/leading_causes.h"
-#include "burden/population_aggregates.h"
+#include "results/result_tables.h"
 #include "database/study_context.h"
 #include "platform/cell_array.h"
 
@@ -17,34 +17,6 @@ namespace {
 int fail(const QString& why, int code = 1) {
     err(QStringLiteral("vesk-cli leading: ") + why);
     return code;
-}
-
-struct LevelUnit {
-    QString id, name;
-};
-
-// The units of a level: the BPUs of VctrBPULst, or the aggregates with their member lists.
-std::vector<LevelUnit> unitsOf(const QString& level, std::vector<PagMembers>& members, QString* error) {
-    const StudyContext& study = studyContext();
-    std::vector<LevelUnit> units;
-    if (level == QLatin1String("BPU")) {
-        const CellArray& v = study.VctrBPULst.array();
-        for (int b = v.lbound(0); b <= v.ubound(0); ++b) {
-            auto q = study.StudyDB->query(QStringLiteral("SELECT BPUName FROM _DctBPU WHERE BDSId = ? AND BPUID = ?"),
-                                          {study.CurBDSId, v(b).toString()});
-            units.push_back({v(b).toString(), q && q->next() ? q->value(0).toString() : QString()});
-        }
-        return units;
-    }
-    const auto aggregates = populationAggregates(*study.StudyDB, study.CurBDSId, study.VctrBPULst,
-                                                 level == QLatin1String("PAG1") ? PagLevel::Pag1 : PagLevel::Pag2,
-                                                 error);
-    if (!aggregates)
-        return units;
-    members = memberLists(*aggregates);
-    for (const auto& a : *aggregates)
-        units.push_back({a.id, a.name});
-    return units;
 }
 
 int yearIndex(const std::optional<QString>& year) {
@@ -85,12 +57,15 @@ int leading(const QStringList& arguments) {
     if (!study)
         return fail(study.error());
     std::vector<PagMembers> members;
-    const std::vector<LevelUnit> units = unitsOf(level, members, &error);
+    const ResultLevel at = level == QLatin1String("BPU")    ? ResultLevel::BPU
+                           : level == QLatin1String("PAG1") ? ResultLevel::PAG1
+                                                            : ResultLevel::PAG2;
+    const std::vector<ResultUnit> units = levelUnits(at, studyContext(), &members);
     if (units.empty())
-        return fail(error.isEmpty() ? QStringLiteral("the study has no %1").arg(level) : error);
+        return fail(QStringLiteral("the study has no %1").arg(level));
     if (list) {
         out(QStringLiteral("ID,Name\n"));
-        for (const LevelUnit& u : units)
+        for (const ResultUnit& u : units)
             out(csvField(u.id) + u',' + csvField(u.name) + u'\n');
         return 0;
     }

@@ -7,7 +7,13 @@
 #include "burden/forms/frm_load_status.h"
 #include "burden/dale.h"
 #include "database/study_context.h"
+#include "burden/compute_run.h"
 #include "demography/forms/frm_interpolate.h"
+#include "demography/forms/frm_pop_prymd.h"
+#include "demography/forms/frm_tools_pp.h"
+#include "demography/pyramid_texts.h"
+#include "platform/prompts.h"
+#include "platform/texts.h"
 #include "demography/forms/frm_life_table_entry.h"
 #include "demography/forms/frmoiagd.h"
 #include "demography/forms/standard_table_commands.h"
@@ -111,6 +117,28 @@ void registerResultViewers() {
         });
 }
 
+void registerPyramids() {
+    registerMenuCommand(QStringLiteral("mnu_popPryd"), [](FRMMAINMENU& f) {
+        StudyContext& study = studyContext();
+        if (!study.VctrBPULst.isArray()) {
+            prompts().ask(text(pyramid_texts::kNoBpu));
+            return;
+        }
+        // The population by single year of age: the computation's, or built for the pyramid.
+        Computation& comp = computation();
+        if (!comp.ArrPop4D.isArray())
+            comp.ArrPop4D = singleYearPopulation(study);
+        auto* pyramid = new frmPopPrymd(comp.ArrPop4D, study.VctrBPULst);
+        placeInArea(f.mdiArea(), pyramid, OpeningSize::FormsOwn);
+        pyramid->show();
+    });
+    registerMenuCommand(QStringLiteral("mnu_toolsPP"), [](FRMMAINMENU& f) {
+        auto* tool = new frmToolsPP;
+        placeInArea(f.mdiArea(), tool, OpeningSize::FormsOwn);
+        tool->show();
+    });
+}
+
 void registerForms() {
     installPreferencesForm();
     registerRunLogViewers();
@@ -119,6 +147,7 @@ void registerForms() {
     registerStudyDefinitionForms();
     registerComputationForms();
     registerResultViewers();
+    registerPyramids();
     for (const StandardTableCommand& c : standardTableCommands())
         registerMenuCommand(QString::fromLatin1(c.item), [run = c.run](FRMMAINMENU&) { run(); });
 }

@@ -26,6 +26,9 @@ void registerComputationForms();
 // (demography/forms/standard_table_commands.h).
 void registerForms();
 
+// Results -> Population Pyramid (the BPUs of the study) and Tools -> Population Pyramid (frmToolsPP).
+void registerPyramids();
+
 // The viewers of the Results menu's tables (results/forms/result_viewer.h), one command for each entry,
 // and its charts (Graphs of BPU and PAG1: frmnew, results/forms/frm_new.h).
 void registerResultViewers();

@@ -1,6 +1,7 @@
 // The population pyramid as a user draws it: typed into the tool, checked, drawn; a study's units paged;
 // the bars measured in the painted picture against the data; copy, save; pictures for the documentation.
 
+#include "demography/forms/frm_pop_dth_as.h"
 #include "demography/forms/frm_pop_prymd.h"
 #include "demography/forms/frm_tools_pp.h"
 #include "platform/cell_array.h"
@@ -12,6 +13,7 @@
 #include <QFileInfo>
 #include <QGuiApplication>
 #include <QLabel>
+#include <QAction>
 #include <QPushButton>
 #include <QTemporaryDir>
 #include <QtTest>
@@ -56,7 +58,59 @@ private slots:
     void typedTableIsCheckedAndDrawnToScale();
     void studyUnitsArePaged();
     void copyAndSave();
+    void populationByAgeAndSex();
 };
+
+void PyramidFormTest::populationByAgeAndSex() {
+    // Two units, single years 0..9 and the open row 10: women 1 a year, men 2 (unit 2: twice).
+    CellArray pop({1, 2, 11, 5});
+    CellArray units({2});
+    for (int b = 0; b < 2; ++b) {
+        units(b) = Cell(QStringLiteral("U%1").arg(b + 1));
+        for (int r = 0; r <= 10; ++r) {
+            pop(0, b, r, 0) = Cell(double(r));
+            pop(0, b, r, 2) = Cell(1.0 * (b + 1));
+            pop(0, b, r, 3) = Cell(2.0 * (b + 1));
+        }
+    }
+    QVERIFY(!frmPopDthAS::open(frmPopDthAS::Population, Cell(pop), Cell()));
+    QCOMPARE(prompts.messages(), QStringList{"NO BPU values are exist for the current study"});
+    prompts.clear();
+    std::unique_ptr<frmPopDthAS> f(frmPopDthAS::open(frmPopDthAS::Deaths, Cell(pop), Cell(units)));
+    QVERIFY(f);
+    QCOMPARE(f->windowTitle(), QString("Deaths by Age and Sex"));
+    // No intervals: the check's message.
+    QVERIFY(!f->showFor("P"));
+    QCOMPARE(prompts.messages(), QStringList{"The Age Intervals are not set, Please enter the Age Intervals"});
+    f->mnu_5Yr->trigger();
+    QCOMPARE(f->grid().textMatrix(3, 0), QString("10")); // 0-4, 5-9, then the open row from 10
+    QCOMPARE(f->grid().textMatrix(3, 1), QString("w"));
+    f->grid().setTextMatrix(4, 0, "3");
+    f->grid().setTextMatrix(4, 1, "3"); // one year, BAI equal to EAI
+    prompts.clear();
+    std::unique_ptr<frmShowRsltpopdth> all(f->showFor("ALL"));
+    QVERIFY(all);
+    QCOMPARE(all->grid().textMatrix(0, 4), QString("Persons"));
+    QCOMPARE(all->grid().textMatrix(1, 2), QString("10")); // men 0-4 of U1
+    QCOMPARE(all->grid().textMatrix(4, 4), QString("3"));  // persons aged 3
+    all->cmdNext->click();
+    QCOMPARE(all->lblUnit->text(), QString("U2"));
+    QCOMPARE(all->grid().textMatrix(3, 3), QString("2")); // women 10+ of U2
+    all->showUnit(5); // past the last unit: the last stays
+    QCOMPARE(all->unit(), 1);
+    f->grid().setTextMatrix(4, 0, "7");
+    QVERIFY(!f->showFor("M"));
+    QCOMPARE(prompts.messages(), QStringList{"The BAI value should not be morethan EAI value"});
+    // No array for the mode yet: the table stays empty.
+    frmShowRsltpopdth none(popDeathTables(Cell(), Cell(units), fiveAgeGroups(), "P"), "Deaths by Age and Sex");
+    QCOMPARE(none.grid().rows(), 0);
+    QTemporaryDir scratch;
+    f->show();
+    all->show();
+    QVERIFY(QTest::qWaitForWindowExposed(all.get()));
+    QVERIFY(f->grab().toImage().save(screenshotFolder(scratch) + "/frmPopDthAS.png"));
+    QVERIFY(all->grab().toImage().save(screenshotFolder(scratch) + "/frmShowRsltpopdth.png"));
+}
 
 void PyramidFormTest::typedTableIsCheckedAndDrawnToScale() {
     frmToolsPP tool;

@@ -258,9 +258,11 @@ TEST_F(DemoCharts, TheExportPutsEachTableOnItsSheetFromItsStart) {
     const QHash<QString, QString> cells = cellsOf(*path, out);
     ASSERT_FALSE(cells.isEmpty());
     // Sheet 5: rows 1 to 4 empty, the rates table from B5.
-    for (auto it = cells.cbegin(); it != cells.cend(); ++it)
-        if (it.key().startsWith("Sheet 5!"))
+    for (auto it = cells.cbegin(); it != cells.cend(); ++it) {
+        if (it.key().startsWith("Sheet 5!")) {
             EXPECT_GE(it.key().section('!', 1).section(',', 0, 0).toInt(), 4) << it.key().toStdString();
+        }
+    }
     EXPECT_EQ(cells.value("Sheet 5!4,1"), QString("BPUID"));
     EXPECT_EQ(cells.value("Sheet 5!4,2"), QString("YLD Rate"));
     EXPECT_EQ(cells.value("Sheet 5!5,1"), QString("CAP"));
@@ -332,6 +334,26 @@ TEST_F(DemoCharts, TheCommandDrawsTheChartTheWindowDraws) {
     EXPECT_GT(image.size(), 5000);
     // Refusals.
     p.start(QStringLiteral(VESK_BIN_DIR "/vesk-cli"), {"chart", study, "--family", "6", "--out", png});
+    ASSERT_TRUE(p.waitForFinished(120000));
+    EXPECT_EQ(p.exitCode(), 2);
+}
+
+TEST_F(DemoCharts, ThePyramidCommandDrawsAUnitsPopulation) {
+    QProcessEnvironment env = QProcessEnvironment::systemEnvironment();
+    env.remove("DISPLAY");
+    QProcess p;
+    p.setProcessEnvironment(env);
+    const QString svg = dir.filePath("ker.svg");
+    p.start(QStringLiteral(VESK_BIN_DIR "/vesk-cli"), {"pyramid", dir.filePath("demo.vdb"), "--unit", "KER", "--out", svg,
+                                                       "--settings", QStringLiteral(VESK_BIN_DIR "/Vesk.stp")});
+    ASSERT_TRUE(p.waitForFinished(120000));
+    ASSERT_EQ(p.exitCode(), 0) << p.readAllStandardError().toStdString();
+    QFile f(svg);
+    ASSERT_TRUE(f.open(QIODevice::ReadOnly));
+    const QString text = QString::fromUtf8(f.readAll());
+    for (const char* word : {"Population in", "Male", "Female", "85+"})
+        EXPECT_TRUE(text.contains(QLatin1String(word))) << word;
+    p.start(QStringLiteral(VESK_BIN_DIR "/vesk-cli"), {"pyramid", dir.filePath("demo.vdb"), "--unit", "NONE", "--out", svg});
     ASSERT_TRUE(p.waitForFinished(120000));
     EXPECT_EQ(p.exitCode(), 2);
 }

@@ -32,12 +32,21 @@ void paintPyramid(QPainter& p, const PyramidTable& table, const QSize& size) {
     const PyramidGeometry g = pyramidGeometry(table, width, height);
     p.translate(left, top);
     const QColor male(70, 130, 180), female(220, 120, 60);
-    for (const PyramidBar& b : g.bars) {
+    // Steps lower than a line of text (single years of age) keep the labels of every fifth age and of the
+    // last row, so that no two labels overlap.
+    const bool thin = !g.bars.empty() && g.bars.front().height < p.fontMetrics().height();
+    for (std::size_t i = 0; i < g.bars.size(); ++i) {
+        const PyramidBar& b = g.bars[i];
         const double y = b.top + b.height * 0.1, h = b.height * 0.8;
         p.fillRect(QRectF(g.centre - b.maleLength, y, b.maleLength, h), male);
         p.fillRect(QRectF(g.centre, y, b.femaleLength, h), female);
         p.setPen(Qt::black);
-        p.drawText(QRectF(-left, b.top, left - 6, b.height), Qt::AlignRight | Qt::AlignVCenter, b.label);
+        const bool last = i + 1 == g.bars.size();
+        if (thin && !last && int(table[i].age) % 5 != 0)
+            continue;
+        const double textHeight = p.fontMetrics().height();
+        p.drawText(QRectF(-left, b.top + b.height / 2 - textHeight / 2, left - 6, textHeight),
+                   Qt::AlignRight | Qt::AlignVCenter, b.label);
     }
     // The axes: the base line, the centre, and the ticks on both sides.
     p.setPen(Qt::black);
@@ -146,6 +155,10 @@ QImage frmPopPrymd::picture(const QSize& size) const {
 }
 
 bool frmPopPrymd::saveTo(const QString& path) const {
+    return savePyramid(picPyramid->table(), path);
+}
+
+bool savePyramid(const PyramidTable& table, const QString& path) {
     const QString kind = QFileInfo(path).suffix().toLower();
     const QSize size(800, 600);
     if (kind == QLatin1String("svg")) {
@@ -156,7 +169,7 @@ bool frmPopPrymd::saveTo(const QString& path) const {
         QPainter p;
         if (!p.begin(&svg))
             return false;
-        paintPyramid(p, picPyramid->table(), size);
+        paintPyramid(p, table, size);
         return p.end();
     }
     if (kind == QLatin1String("pdf")) {
@@ -165,10 +178,14 @@ bool frmPopPrymd::saveTo(const QString& path) const {
         QPainter p;
         if (!p.begin(&pdf))
             return false;
-        paintPyramid(p, picPyramid->table(), size);
+        paintPyramid(p, table, size);
         return p.end();
     }
-    return picture(size).save(path);
+    QImage image(size, QImage::Format_ARGB32);
+    QPainter p(&image);
+    paintPyramid(p, table, size);
+    p.end();
+    return image.save(path);
 }
 
 } // namespace vesk

@@ -16,6 +16,8 @@ namespace vesk {
 
 // Paints a pyramid's geometry on any surface of `size`.
 void paintPyramid(QPainter& painter, const PyramidTable& table, const QSize& size);
+// The pyramid of `table` saved as SVG, PDF or an image (PNG ...) by the path's extension, 800 by 600.
+bool savePyramid(const PyramidTable& table, const QString& path);
 
 class PyramidCanvas : public QWidget {
 public:

@@ -9,6 +9,7 @@
 #include "database/study_context.h"
 #include "burden/compute_run.h"
 #include "demography/forms/frm_interpolate.h"
+#include "demography/forms/frm_pop_dth_as.h"
 #include "demography/forms/frm_pop_prymd.h"
 #include "demography/forms/frm_tools_pp.h"
 #include "demography/pyramid_texts.h"
@@ -132,6 +133,17 @@ void registerPyramids() {
         placeInArea(f.mdiArea(), pyramid, OpeningSize::FormsOwn);
         pyramid->show();
     });
+    // Reports -> Population and Deaths by age and sex, over the computation's single-year arrays.
+    for (const auto& [item, mode] : {std::pair{"mnu_Population", frmPopDthAS::Population},
+                                     std::pair{"mnu_DthsByAgeSex", frmPopDthAS::Deaths}})
+        registerMenuCommand(QString::fromLatin1(item), [mode](FRMMAINMENU& f) {
+            const Computation& comp = computation();
+            if (frmPopDthAS* view = frmPopDthAS::open(mode, mode == frmPopDthAS::Population ? comp.ArrPop4D : comp.ArrDth4D,
+                                                      studyContext().VctrBPULst)) {
+                placeInArea(f.mdiArea(), view, OpeningSize::FormsOwn);
+                view->show();
+            }
+        });
     registerMenuCommand(QStringLiteral("mnu_toolsPP"), [](FRMMAINMENU& f) {
         auto* tool = new frmToolsPP;
         placeInArea(f.mdiArea(), tool, OpeningSize::FormsOwn);

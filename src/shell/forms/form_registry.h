@@ -26,7 +26,8 @@ void registerComputationForms();
 // (demography/forms/standard_table_commands.h).
 void registerForms();
 
-// Results -> Population Pyramid (the BPUs of the study) and Tools -> Population Pyramid (frmToolsPP).
+// Results -> Population Pyramid (the BPUs of the study), Tools -> Population Pyramid (frmToolsPP), and
+// Reports -> Population / Deaths by age and sex (frmPopDthAS).
 void registerPyramids();
 
 // The viewers of the Results menu's tables (results/forms/result_viewer.h), one command for each entry,

@@ -1,4 +1,4 @@
-// vesk-chart: the drawing behind `vesk-cli chart` (see its usage there), one chart of Results -> Graphs
+// vesk-chart: the drawing behind `vesk-cli chart` and `vesk-cli pyramid` (see their usage there), one chart of Results -> Graphs
 // drawn as the chart window draws it, on an offscreen surface where no display is found. A program of its
 // own, so that vesk-cli links no GUI library: vesk-cli chart runs it beside itself.
 
@@ -7,6 +7,9 @@
 #include "burden/computation.h"
 #include "database/study_context.h"
 #include "foundation/settings.h"
+#include "burden/compute_run.h"
+#include "demography/forms/frm_pop_prymd.h"
+#include "demography/pyramid.h"
 #include "results/chart_data.h"
 #include "results/chart_spec.h"
 #include "results/forms/chart_painter.h"
@@ -89,6 +92,38 @@ int drawChart(const QStringList& arguments) {
     return 0;
 }
 
+int drawPyramid(const QStringList& arguments) {
+    QStringList args = arguments;
+    const auto unit = takeOption(args, QStringLiteral("--unit"));
+    const auto target = takeOption(args, QStringLiteral("--out"));
+    const QString stp = takeOption(args, QStringLiteral("--settings")).value_or(defaultSettingsPath());
+    const auto failWith = [](const QString& why, int code) {
+        err(QStringLiteral("vesk-cli pyramid: ") + why);
+        return code;
+    };
+    if (args.size() != 1 || !target || target->isEmpty())
+        return failWith(QStringLiteral("give STUDY.vdb and --out FILE; `vesk-cli pyramid --help` tells more"), 2);
+    const OpenStudy study(args[0], stp);
+    if (!study)
+        return failWith(study.error(), 1);
+    const Cell& units = studyContext().VctrBPULst;
+    int index = 0;
+    if (unit) {
+        index = -1;
+        for (int b = 0; units.isArray() && b < units.array().size(0); ++b)
+            if (units.array()(units.array().lbound(0) + b).toString().compare(unit->trimmed(), Qt::CaseInsensitive) == 0)
+                index = b;
+        if (index < 0)
+            return failWith(QStringLiteral("no BPU '%1' in the study").arg(*unit), 2);
+    }
+    const PyramidTable table = pyramidOfUnit(singleYearPopulation(studyContext(), stp), index);
+    if (table.empty())
+        return failWith(QStringLiteral("the study has no population for this unit"), 1);
+    if (!savePyramid(table, *target))
+        return failWith(QStringLiteral("could not write %1").arg(*target), 1);
+    return 0;
+}
+
 } // namespace vesk::cli
 
 int main(int argc, char** argv) {
@@ -96,5 +131,8 @@ int main(int argc, char** argv) {
         qEnvironmentVariableIsEmpty("QT_QPA_PLATFORM"))
         qputenv("QT_QPA_PLATFORM", "offscreen");
     QApplication app(argc, argv);
-    return vesk::cli::drawChart(app.arguments().mid(1));
+    QStringList args = app.arguments().mid(1);
+    if (!args.isEmpty() && args.first() == QLatin1String("pyramid"))
+        return vesk::cli::drawPyramid(args.mid(1));
+    return vesk::cli::drawChart(args);
 }

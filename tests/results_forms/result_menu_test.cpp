@@ -15,6 +15,8 @@
 #include "inputs/foreign_file.h"
 #include "platform/forms/flex_grid_view.h"
 #include "query_rows.h"
+#include "demography/forms/frm_pop_dth_as.h"
+#include "demography/forms/frm_pop_prymd.h"
 #include "results/forms/frm_show_rslt.h"
 #include "results/forms/result_viewer.h"
 #include "results/result_entries.h"
@@ -26,6 +28,7 @@
 #include <QComboBox>
 #include <QDir>
 #include <QFile>
+#include <QAction>
 #include <QLabel>
 #include <QLineEdit>
 #include <QMdiArea>
@@ -87,6 +90,7 @@ private:
         computation() = Computation{};
         setStudyBackend(&backend);
         registerResultViewers();
+        registerPyramids();
         folder = std::make_unique<ProgramFolder>();
         folder->writeStp(QStringLiteral("demo.vdb"));
         file = QDir(folder->work()).filePath("demo.vdb");
@@ -149,7 +153,30 @@ private slots:
     void savingReadsBackAndPrintingSaysSo();
     void graphsAndTheirDataExportFromTheMenu();
     void theCauseGridShowsSequelaeUnderTheirCause();
+    void pyramidAndViewsFromTheMenus();
 };
+
+void ResultMenuTest::pyramidAndViewsFromTheMenus() {
+    // Before a computation the pyramid builds the population itself.
+    program->frame().item(QStringLiteral("mnu_popPryd"))->trigger();
+    auto* pyramid = program->frame().findChild<frmPopPrymd*>(QStringLiteral("frmPopPrymd"));
+    QVERIFY(pyramid);
+    QCOMPARE(pyramid->lblBPU->text(), QString("CAP"));
+    QVERIFY(!pyramid->picPyramid->table().empty());
+    pyramid->cmdlast->click();
+    QCOMPARE(pyramid->lblBPU->text(), QString("SLO"));
+    // The views read the computation's arrays: after one, the deaths of each district.
+    compute();
+    program->frame().item(QStringLiteral("mnu_DthsByAgeSex"))->trigger();
+    auto* view = program->frame().findChild<frmPopDthAS*>(QStringLiteral("frmPopDthAS"));
+    QVERIFY(view);
+    view->mnu_5->trigger();
+    std::unique_ptr<frmShowRsltpopdth> shown(view->showFor("P"));
+    QVERIFY(shown);
+    QCOMPARE(shown->grid().rows(), 1 + 5);
+    QCOMPARE(shown->lblUnit->text(), QString("CAP"));
+    QVERIFY(shown->grid().textMatrix(5, 2).toDouble() > 0); // deaths at 60 and over
+}
 
 void ResultMenuTest::theCauseGridShowsSequelaeUnderTheirCause() {
     compute();

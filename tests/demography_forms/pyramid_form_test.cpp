@@ -4,6 +4,7 @@
 #include "demography/forms/frm_pop_dth_as.h"
 #include "demography/forms/frm_pop_prymd.h"
 #include "demography/forms/frm_tools_pp.h"
+#include "inputs/foreign_file.h"
 #include "platform/cell_array.h"
 #include "platform/forms/flex_grid_view.h"
 #include "platform/prompts.h"
@@ -98,6 +99,17 @@ void PyramidFormTest::populationByAgeAndSex() {
     QCOMPARE(all->grid().textMatrix(3, 3), QString("2")); // women 10+ of U2
     all->showUnit(5); // past the last unit: the last stays
     QCOMPARE(all->unit(), 1);
+    // Save As in a kind read back, and Print to PDF.
+    prompts.fileAnswer(dir.filePath("view.dbf"));
+    all->cmdSavAs->click();
+    QVERIFY(prompts.messages().last().startsWith("Data exported successfully:"));
+    const CellArray back = FnReadArrFile(dir.filePath("view.dbf"), "Results");
+    QCOMPARE(back.size(0), 4);
+    QCOMPARE(back(back.lbound(0), back.lbound(1) + 2).toDouble(), 20.0); // men 0-4 of U2
+    prompts.fileAnswer(dir.filePath("view.pdf"));
+    all->CmdPrint->click();
+    QVERIFY(QFileInfo(dir.filePath("view.pdf")).size() > 500);
+    prompts.clear();
     f->grid().setTextMatrix(4, 0, "7");
     QVERIFY(!f->showFor("M"));
     QCOMPARE(prompts.messages(), QStringList{"The BAI value should not be morethan EAI value"});
@@ -197,6 +209,11 @@ void PyramidFormTest::copyAndSave() {
         QVERIFY2(QFileInfo(path).size() > 500, name);
     }
     QVERIFY(prompts.messages().isEmpty());
+    // Print goes to a PDF where no printer is attached.
+    const QString pdf = dir.filePath("printed.pdf");
+    prompts.fileAnswer(pdf);
+    f.cmdPrint->click();
+    QVERIFY(QFileInfo(pdf).size() > 500);
 }
 
 QTEST_MAIN(PyramidFormTest)

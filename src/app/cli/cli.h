@@ -36,6 +36,10 @@ std::optional<QString> readInput(const QString& path, QString* error);
 std::optional<CsvTable> readCsvTable(const QString& path, QString* error);
 void out(const QString& text); // standard output, UTF-8
 void err(const QString& text); // standard error, UTF-8, with a line end
+// Runs `program` beside vesk-cli with `args`, its output and errors passed through; its exit code, or 1
+// when it cannot be run (the message names `command`).
+int runBeside(const QString& program, const QStringList& args, const QString& command);
+
 // The settings file beside the program, or the one named by --settings.
 QString defaultSettingsPath();
 

@@ -6,6 +6,7 @@
 #include <QCoreApplication>
 #include <QDir>
 #include <QFile>
+#include <QProcess>
 #include <cstdio>
 
 namespace vesk::cli {
@@ -56,6 +57,19 @@ void err(const QString& text) {
 
 QString defaultSettingsPath() {
     return QDir(QCoreApplication::applicationDirPath()).filePath(QStringLiteral("Vesk.stp"));
+}
+
+int runBeside(const QString& program, const QStringList& args, const QString& command) {
+    const QString path = QDir(QCoreApplication::applicationDirPath()).filePath(program);
+    QProcess p;
+    p.setProcessChannelMode(QProcess::ForwardedChannels);
+    p.start(path, args);
+    if (!p.waitForStarted()) {
+        err(QStringLiteral("vesk-cli %1: cannot run %2: %3").arg(command, path, p.errorString()));
+        return 1;
+    }
+    p.waitForFinished(-1);
+    return p.exitStatus() == QProcess::NormalExit ? p.exitCode() : 1;
 }
 
 } // namespace vesk::cli

@@ -5,25 +5,13 @@
 
 #include "app/cli/cli.h"
 
-#include <QCoreApplication>
-#include <QDir>
-#include <QProcess>
 
 namespace vesk::cli {
 
 namespace {
 
 int chart(const QStringList& arguments) {
-    const QString drawer = QDir(QCoreApplication::applicationDirPath()).filePath(QStringLiteral("vesk-chart"));
-    QProcess p;
-    p.setProcessChannelMode(QProcess::ForwardedChannels);
-    p.start(drawer, arguments);
-    if (!p.waitForStarted()) {
-        err(QStringLiteral("vesk-cli chart: cannot run %1: %2").arg(drawer, p.errorString()));
-        return 1;
-    }
-    p.waitForFinished(-1);
-    return p.exitStatus() == QProcess::NormalExit ? p.exitCode() : 1;
+    return runBeside(QStringLiteral("vesk-chart"), arguments, QStringLiteral("chart"));
 }
 
 const Registrar chartCommand({

@@ -4,25 +4,13 @@
 
 #include "app/cli/cli.h"
 
-#include <QCoreApplication>
-#include <QDir>
-#include <QProcess>
 
 namespace vesk::cli {
 
 namespace {
 
 int pyramid(const QStringList& arguments) {
-    const QString drawer = QDir(QCoreApplication::applicationDirPath()).filePath(QStringLiteral("vesk-chart"));
-    QProcess p;
-    p.setProcessChannelMode(QProcess::ForwardedChannels);
-    p.start(drawer, QStringList{QStringLiteral("pyramid")} + arguments);
-    if (!p.waitForStarted()) {
-        err(QStringLiteral("vesk-cli pyramid: cannot run %1: %2").arg(drawer, p.errorString()));
-        return 1;
-    }
-    p.waitForFinished(-1);
-    return p.exitStatus() == QProcess::NormalExit ? p.exitCode() : 1;
+    return runBeside(QStringLiteral("vesk-chart"), QStringList{QStringLiteral("pyramid")} + arguments, QStringLiteral("pyramid"));
 }
 
 const Registrar pyramidCommand({

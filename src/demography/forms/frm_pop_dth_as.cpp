@@ -12,7 +12,6 @@
 
 #include <QHBoxLayout>
 #include <QLabel>
-#include <QMdiArea>
 #include <QMenu>
 #include <QPushButton>
 #include <QRadioButton>
@@ -31,14 +30,6 @@ int openAgeOf(const Cell& array4D) {
     const CellArray& a = array4D.array();
     const Cell& age = a(0, 0, a.size(2) - 1, 0);
     return age.isNumber() ? int(age.toDouble()) : 85;
-}
-
-void placeBeside(QWidget* self, QWidget* form) {
-    for (QWidget* w = self->parentWidget(); w; w = w->parentWidget())
-        if (auto* area = qobject_cast<QMdiArea*>(w)) {
-            placeInArea(area, form, OpeningSize::FormsOwn);
-            return;
-        }
 }
 
 } // namespace
@@ -206,7 +197,7 @@ frmShowRsltpopdth* frmPopDthAS::showFor(const QString& sex) {
         return nullptr;
     }
     auto* shown = new frmShowRsltpopdth(popDeathTables(array_, units_, rows, sex), windowTitle());
-    placeBeside(this, shown);
+    placeBesideOpener(this, shown);
     return shown;
 }
 

@@ -13,7 +13,6 @@
 #include "platform/texts.h"
 
 #include <QHBoxLayout>
-#include <QMdiArea>
 #include <QPushButton>
 #include <QVBoxLayout>
 
@@ -128,12 +127,7 @@ frmPopPrymd* frmToolsPP::showChart() {
     if (table.empty())
         return nullptr;
     auto* pyramid = new frmPopPrymd(std::move(table), text(pt::kToolCaption));
-    // In the frame's area where the tool stands in one.
-    for (QWidget* w = parentWidget(); w; w = w->parentWidget())
-        if (auto* area = qobject_cast<QMdiArea*>(w)) {
-            placeInArea(area, pyramid, OpeningSize::FormsOwn);
-            break;
-        }
+    placeBesideOpener(this, pyramid);
     return pyramid;
 }
 

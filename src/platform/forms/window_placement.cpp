@@ -49,4 +49,12 @@ void raiseWindow(QWidget* form) {
     }
 }
 
+void placeBesideOpener(QWidget* opener, QWidget* form) {
+    for (QWidget* w = opener ? opener->parentWidget() : nullptr; w; w = w->parentWidget())
+        if (auto* area = qobject_cast<QMdiArea*>(w)) {
+            placeInArea(area, form, OpeningSize::FormsOwn);
+            return;
+        }
+}
+
 } // namespace vesk

@@ -24,6 +24,10 @@ void showSingleInArea(QMdiArea* area, QWidget* form, QPointer<QMdiSubWindow>& sl
 // A new window in `parent` when that is an area, otherwise a window of its own over `parent`.
 void placeWindow(QWidget* form, QWidget* parent);
 
+// A window opened from `opener`: in the frame's area where the opener stands in one (its own opening
+// size kept), a window of its own otherwise.
+void placeBesideOpener(QWidget* opener, QWidget* form);
+
 // Brings an open window forward, in the area or on the desktop.
 void raiseWindow(QWidget* form);
 

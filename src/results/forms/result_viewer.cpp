@@ -217,12 +217,7 @@ void ResultViewer::save() {
 
 QWidget* ResultViewer::openCauseGrid() {
     auto* grid = new frmShowRslt(source_, page_, std::max(0, cmbYear->currentIndex()), std::max(0, cmbDap->currentIndex()));
-    // In the frame's area where the viewer stands in one; a window of its own otherwise.
-    for (QWidget* w = parentWidget(); w; w = w->parentWidget())
-        if (auto* area = qobject_cast<QMdiArea*>(w)) {
-            placeInArea(area, grid, OpeningSize::FormsOwn);
-            break;
-        }
+    placeBesideOpener(this, grid);
     grid->show();
     return grid;
 }

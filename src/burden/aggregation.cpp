@@ -22,10 +22,6 @@ bool isResult(const Cell& c) {
     return c.isArray() && c.array().rank() == kComputationRank;
 }
 
-// A value's number as the roll-ups read it: a number as it is, a text by its leading number (Val).
-double leadingNumber(const Cell& c) {
-    return c.isText() ? Val(c.toString()) : c.toDouble();
-}
 
 QString share(double value, double total, const char* picture) {
     return formatNumber(100.0 * value / total, QString::fromLatin1(picture));
@@ -112,7 +108,7 @@ Cell rollUp(const Cell& result, const CauseLevelDictionary& dict, const Cell& mt
                     for (int m = 0; m < a.size(kDimAsg); ++m) {
                         const Cell& v = a(year, u, dap, c, m, slot);
                         if (!v.isNull())
-                            sum = runtime_arithmetic::plus(sum, Cell(leadingNumber(v)));
+                            sum = runtime_arithmetic::plus(sum, Cell(v.toDouble()));
                     }
                 }
             }
@@ -127,9 +123,6 @@ Cell rollUp(const Cell& result, const CauseLevelDictionary& dict, const Cell& mt
     return Cell();
 }
 
-double sumOrZero(const Cell& c) {
-    return c.isNull() || c.isEmpty() ? 0.0 : leadingNumber(c);
-}
 
 } // namespace
 
@@ -168,12 +161,12 @@ Cell FnPctOverCauses(const Cell& rolled) {
     for (int u = 0; u < r.size(1); ++u) {
         double total = 0;
         for (int e = 0; e < r.size(0); ++e)
-            total += sumOrZero(r(r.lbound(0) + e, r.lbound(1) + u, r.lbound(2) + 1));
+            total += r(r.lbound(0) + e, r.lbound(1) + u, r.lbound(2) + 1).toDouble();
         for (int e = 0; e < r.size(0); ++e) {
             out(e, u, 0) = r(r.lbound(0) + e, r.lbound(1) + u, r.lbound(2));
             const Cell& v = r(r.lbound(0) + e, r.lbound(1) + u, r.lbound(2) + 1);
             out(e, u, 1) = v;
-            out(e, u, 2) = total == 0 ? Cell(0.0) : Cell(share(sumOrZero(v), total, "0.000"));
+            out(e, u, 2) = total == 0 ? Cell(0.0) : Cell(share(v.toDouble(), total, "0.000"));
         }
     }
     return Cell(std::move(out));
@@ -193,7 +186,7 @@ Cell FnSexRatioByUnit(const Cell& result, const Cell& unitIds, int slot) {
                 for (int c = 0; c < a.size(kDimCause); ++c)
                     for (int m = 0; m < a.size(kDimAsg); ++m) {
                         const QString label = a(y, b, d, c, m, kYldAsg).toString();
-                        const double v = sumOrZero(a(y, b, d, c, m, slot));
+                        const double v = a(y, b, d, c, m, slot).toDouble();
                         if (label.startsWith(QLatin1Char('M')))
                             male += v;
                         else if (label.startsWith(QLatin1Char('F')))
@@ -226,7 +219,7 @@ Cell FnPctByAge(const Cell& result, int slot) {
                     double sum = 0;
                     Cell label;
                     for (int c = 0; c < a.size(kDimCause); ++c) {
-                        sum += sumOrZero(a(y, b, d, c, m, slot));
+                        sum += a(y, b, d, c, m, slot).toDouble();
                         if (label.isEmpty() || label.isNull())
                             label = a(y, b, d, c, m, kYldAsg);
                     }

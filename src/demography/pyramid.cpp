@@ -1,7 +1,6 @@
 #include "demography/pyramid.h"
 
 #include "demography/pyramid_texts.h"
-#include "platform/runtime.h"
 #include "platform/texts.h"
 
 #include <algorithm>
@@ -72,12 +71,11 @@ PyramidTable pyramidOfUnit(const Cell& arrPop4D, int unit) {
     const CellArray& a = arrPop4D.array();
     if (unit < 0 || unit >= a.size(1))
         return out;
-    const auto num = [](const Cell& c) { return c.isNumber() ? c.toDouble() : c.isText() ? Val(c.toString()) : 0.0; };
     for (int r = 0; r < a.size(2); ++r) {
         const Cell& age = a(0, unit, r, kAge);
         if (!age.isNumber() && !age.isText())
             continue;
-        out.push_back({num(age), num(a(0, unit, r, kMale)), num(a(0, unit, r, kFemale))});
+        out.push_back({age.toDouble(), a(0, unit, r, kMale).toDouble(), a(0, unit, r, kFemale).toDouble()});
     }
     return out;
 }

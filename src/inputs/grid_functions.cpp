@@ -1,5 +1,7 @@
 #include "inputs/grid_functions.h"
 
+#include <algorithm>
+
 #include "platform/runtime.h"
 
 #include <QSqlQuery>
@@ -36,6 +38,17 @@ void FnArrToGrid(const CellArray& values, GridModel& grid, const QStringList* he
         }
     }
     grid.setRedraw(true);
+}
+
+void showTable(GridModel& grid, const QStringList& heads, const CellArray& values) {
+    grid.setFixedCols(0);
+    grid.setRows(std::max(grid.rows(), 1));
+    grid.setFixedRows(1);
+    CellArray texts = values;
+    for (std::size_t k = 0; k < texts.count(); ++k)
+        if (const Cell& v = texts.flat(k); v.isNumber())
+            texts.flat(k) = Cell(valueText(v.isSingle() ? Cell(v.toDouble()) : v));
+    FnArrToGrid(texts, grid, &heads);
 }
 
 void FnFillGrid(const CellArray& values, GridModel& grid, int fixedCols, int fixedRows, int option) {

@@ -19,6 +19,12 @@ namespace vesk {
 // Nothing happens when `values` is not two-dimensional.
 void FnArrToGrid(const CellArray& values, GridModel& grid, const QStringList* headers = nullptr);
 
+// A table under its heads: one fixed row holding `heads`, no fixed column, the rows of `values` below
+// (FnArrToGrid), each number as the text that reads back to the same double (valueText), so that a
+// figure computed in single precision shows the double that is stored of it. The result viewers, the
+// chart data and the views show their tables so.
+void showTable(GridModel& grid, const QStringList& heads, const CellArray& values);
+
 // The array carries its own headings: the grid takes exactly its size, `fixedCols` and `fixedRows`
 // fixed bands (at most one less than the grid has), and every cell the value at its position.
 // `option` >= 0 asks the view to fit its columns with that many pixels to spare; -1 leaves them.

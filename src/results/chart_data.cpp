@@ -34,9 +34,6 @@ double text3(double v, const char* picture) {
     return Val(formatNumber(v, QString::fromLatin1(picture)));
 }
 
-double number(const Cell& c) {
-    return c.isNumber() ? c.toDouble() : c.isText() ? Val(c.toString()) : 0.0;
-}
 
 // The sum of slot `slot` over the causes and groups of unit `u`; a Null adds nothing.
 double total(const Cell& array, int u, int slot) {
@@ -44,7 +41,7 @@ double total(const Cell& array, int u, int slot) {
     double s = 0;
     for (int c = 0; c < a.size(kDimCause); ++c)
         for (int m = 0; m < a.size(kDimAsg); ++m)
-            s += number(a(kYear, u, kDap, c, m, slot));
+            s += a(kYear, u, kDap, c, m, slot).toDouble();
     return s;
 }
 
@@ -56,7 +53,7 @@ double population(const Cell& pop4d, const PagMembers& members) {
     for (int b : members)
         if (b < p.size(kAgeDimBPU))
             for (int r = 0; r < p.size(kAgeDimRow); ++r)
-                s += number(p(kYear, b, r, kAgeBoth));
+                s += p(kYear, b, r, kAgeBoth).toDouble();
     return s;
 }
 
@@ -99,7 +96,7 @@ ChartTable byAge(const LevelArrays& l, const QString& word, const QString& key) 
         double all = 0;
         for (int m = 0; m < p.size(3); ++m) {
             const int k = int(persons.indexOf(QStringLiteral("P") + p(kYear, u, kDap, m, 0).toString().mid(1)));
-            const double v = number(p(kYear, u, kDap, m, 1));
+            const double v = p(kYear, u, kDap, m, 1).toDouble();
             if (k >= 0)
                 sums[std::size_t(k)] += v;
             all += v;
@@ -114,8 +111,8 @@ ChartTable sexRatios(const LevelArrays& l, const QString& word, const QString& k
     ChartTable t = table(3, rt::kStem3, word, l.ids, {text(rt::kSeriesYldMfr), text(rt::kSeriesYllMfr)}, key);
     const Cell yld = FnSexRatioByUnit(l.yld, Cell(), kYldIYLD), yll = FnSexRatioByUnit(l.yll, Cell(), kYllYLL);
     for (int u = 0; u < l.ids.size(); ++u) {
-        t.values[0][std::size_t(u)] = number(yld.array()(kYear, u, kDap, 3));
-        t.values[1][std::size_t(u)] = number(yll.array()(kYear, u, kDap, 3));
+        t.values[0][std::size_t(u)] = yld.array()(kYear, u, kDap, 3).toDouble();
+        t.values[1][std::size_t(u)] = yll.array()(kYear, u, kDap, 3).toDouble();
     }
     return t;
 }
@@ -139,7 +136,7 @@ ChartTable groups(int family, const LevelArrays& l, const CauseLevelDictionary& 
     t.stacked = true;
     for (int e = 0; e < s.size(0); ++e)
         for (int u = 0; u < l.ids.size(); ++u)
-            t.values[std::size_t(e)][std::size_t(u)] = number(s(e, u, 2));
+            t.values[std::size_t(e)][std::size_t(u)] = s(e, u, 2).toDouble();
     return t;
 }
 
@@ -152,7 +149,7 @@ QList<QList<Cell>> percentTable(const LevelArrays& l, const Cell& array, int slo
     QList<QList<Cell>> rows{{Cell(key), Cell(QStringLiteral("Group")), Cell(head)}};
     for (int u = 0; u < l.ids.size(); ++u)
         for (int e = 0; e < s.size(0); ++e)
-            rows.append({Cell(l.ids[u]), s(e, u, 0), Cell(number(s(e, u, 2)))});
+            rows.append({Cell(l.ids[u]), s(e, u, 0), Cell(s(e, u, 2).toDouble())});
     return rows;
 }
 
@@ -164,7 +161,7 @@ QString dapLine(const Cell& mtxDap) {
     const char* names[] = {" R: ", " K: ", " B: ", " C: "};
     for (int k = 0; k < 4; ++k)
         line += QString::fromLatin1(names[k]) + u'(' +
-                formatNumber(number(m(m.lbound(0) + kDap, m.lbound(1) + kDapR + k)), QStringLiteral("0.00")) + u')';
+                formatNumber(m(m.lbound(0) + kDap, m.lbound(1) + kDapR + k).toDouble(), QStringLiteral("0.00")) + u')';
     return line;
 }
 

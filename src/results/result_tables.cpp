@@ -57,9 +57,6 @@ bool rollUp(ResultSource& s, const StudyContext& study) {
     return s.measure.result.isArray();
 }
 
-double number(const Cell& c) {
-    return c.isText() ? Val(c.toString()) : c.toDouble();
-}
 
 } // namespace
 
@@ -102,7 +99,7 @@ Cell shownValue(const Cell& value, int decimals) {
         return Cell();
     if (decimals <= 0)
         return value;
-    return Cell(roundHalfEven(number(value), decimals));
+    return Cell(roundHalfEven(value.toDouble(), decimals));
 }
 
 std::optional<ResultSource> resultSource(const ResultEntry& entry, const Computation& comp, const StudyContext& study) {

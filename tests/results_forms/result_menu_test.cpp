@@ -294,7 +294,7 @@ void ResultMenuTest::everyEntryShowsTheStoredFiguresOfItsUnits() {
             const double got = detail ? g.textMatrix(r, 2).toDouble() : g.textMatrix(r, 2).toDouble();
             const double want = detail ? stored(e, unit, 2, cause, g.textMatrix(0, 2)) : stored(e, unit, 2, cause);
             QVERIFY2(qAbs(got - want) <= 1e-9 * qMax(1.0, qAbs(want)),
-                     qPrintable(QStringLiteral("%1 %2 %3: %4 against %5").arg(e.item, unit, cause).arg(got).arg(want)));
+                     qPrintable(QStringLiteral("%1 %2 %3: %4 against %5").arg(e.item, unit, cause).arg(got, 0, 'g', 17).arg(want, 0, 'g', 17)));
         }
         const QString kind = v->objectName();
         if (!pictured.contains(kind)) {

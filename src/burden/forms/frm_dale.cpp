@@ -6,13 +6,13 @@
 #include "burden/dale_texts.h"
 #include "database/study_context.h"
 #include "foundation/settings.h"
+#include "inputs/grid_functions.h"
 #include "inputs/save_results.h"
 #include "platform/cell_array.h"
 #include "platform/forms/flex_grid_view.h"
 #include "platform/forms/named_widgets.h"
 #include "platform/forms/print_html.h"
 #include "platform/forms/window_placement.h"
-#include "platform/runtime.h"
 #include "platform/texts.h"
 
 #include <QGridLayout>
@@ -118,24 +118,15 @@ frmDale::frmDale(const Cell& arrDale, const Cell& years, const Cell& mtxDap, QWi
 
 void frmDale::flxdalefill() {
     const QStringList h = heads();
-    const Cell rows = daleRows(arrDale_, lstYear->currentRow(), lstDap->currentRow());
-    const int count = rowsOf(rows);
     const int decimals = std::clamp(txtDecimals->text().trimmed().toInt(), 0, 15);
-    grid_.setFixedRows(0);
-    grid_.setFixedCols(0);
-    grid_.setRows(count + 1);
-    grid_.setCols(int(h.size()));
-    grid_.setFixedRows(1);
-    for (int c = 0; c < h.size(); ++c)
-        grid_.setTextMatrix(0, c, h[c]);
+    // The figures rounded half to even by daleRows, shown with their decimals.
+    const Cell rows = daleRows(arrDale_, lstYear->currentRow(), lstDap->currentRow(), decimals);
+    const int count = rowsOf(rows);
+    CellArray texts({count, dale_slot::kLast + 1});
     for (int b = 0; b < count; ++b)
-        for (int k = 0; k <= dale_slot::kLast; ++k) {
-            const Cell& v = rows.array()(b, k);
-            grid_.setTextMatrix(b + 1, k,
-                                k == dale_slot::kRegion ? v.toString()
-                                                        : shown(v.isNumber() ? Cell(roundHalfEven(v.toDouble(), decimals)) : v,
-                                                                decimals));
-        }
+        for (int k = 0; k <= dale_slot::kLast; ++k)
+            texts(b, k) = Cell(k == dale_slot::kRegion ? rows.array()(b, k).toString() : shown(rows.array()(b, k), decimals));
+    showTable(grid_, h, texts);
     // The long heads wrap over three lines in columns of one width, so that a row reads at a glance.
     flxdale->horizontalHeader()->setDefaultAlignment(Qt::Alignment(Qt::AlignCenter | Qt::TextWordWrap));
     flxdale->horizontalHeader()->setMinimumHeight(64);

@@ -1,6 +1,7 @@
 #include "demography/forms/frm_pop_dth_as.h"
 
 #include "demography/pyramid_texts.h"
+#include "inputs/grid_functions.h"
 #include "inputs/save_results.h"
 #include "platform/cell_array.h"
 #include "platform/forms/flex_grid_view.h"
@@ -95,14 +96,11 @@ void frmShowRsltpopdth::showUnit(int unit) {
     unit_ = std::clamp(unit, 0, int(tables_.size()) - 1);
     const UnitTable& t = tables_[std::size_t(unit_)];
     lblUnit->setText(t.unit);
-    grid_.setRows(int(t.rows.size()) + 1);
-    grid_.setCols(int(t.heads.size()));
-    grid_.setFixedRows(1);
-    for (int k = 0; k < t.heads.size(); ++k)
-        grid_.setTextMatrix(0, k, t.heads[k]);
+    CellArray rows({int(t.rows.size()), int(t.heads.size())});
     for (int r = 0; r < int(t.rows.size()); ++r)
         for (int k = 0; k < int(t.rows[std::size_t(r)].size()); ++k)
-            grid_.setTextMatrix(r + 1, k, t.rows[std::size_t(r)][std::size_t(k)]);
+            rows(r, k) = Cell(t.rows[std::size_t(r)][std::size_t(k)]);
+    showTable(grid_, t.heads, rows);
     const int last = int(tables_.size()) - 1;
     cmdNext->setEnabled(unit_ < last);
     cmdLast->setEnabled(unit_ < last);

@@ -3,6 +3,8 @@
 #include "burden/computation.h"
 #include "database/study_context.h"
 #include "foundation/settings.h"
+#include "inputs/grid_functions.h"
+#include "platform/cell_array.h"
 #include "platform/forms/flex_grid_view.h"
 #include "platform/forms/named_widgets.h"
 #include "platform/forms/print_html.h"
@@ -200,18 +202,13 @@ void frmnew::draw3D(const ChartTable& table) {
 }
 
 void frmnew::fillGrid(const ChartTable& table) {
-    grid_.setFixedRows(0);
-    grid_.setFixedCols(0);
-    grid_.setRows(table.categories.size() + 1);
-    grid_.setCols(int(table.head.size()));
-    grid_.setFixedRows(1);
-    for (int k = 0; k < table.head.size(); ++k)
-        grid_.setTextMatrix(0, k, table.head[k]);
+    CellArray rows({int(table.categories.size()), int(table.head.size())});
     for (int u = 0; u < table.categories.size(); ++u) {
-        grid_.setTextMatrix(u + 1, 0, table.categories[u]);
+        rows(u, 0) = Cell(table.categories[u]);
         for (std::size_t k = 0; k < table.values.size(); ++k)
-            grid_.setTextMatrix(u + 1, int(k) + 1, QString::number(table.values[k][std::size_t(u)], 'g', 15));
+            rows(u, int(k) + 1) = Cell(table.values[k][std::size_t(u)]);
     }
+    showTable(grid_, table.head, rows);
     FlxGrdGph->resizeColumnsToContents();
 }
 

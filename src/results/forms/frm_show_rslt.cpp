@@ -4,6 +4,7 @@
 #include "burden/leading_causes.h"
 #include "database/study_context.h"
 #include "foundation/settings.h"
+#include "inputs/grid_functions.h"
 #include "inputs/save_results.h"
 #include "platform/forms/flex_grid_view.h"
 #include "platform/forms/named_widgets.h"
@@ -102,16 +103,7 @@ void frmShowRslt::fill() {
         grid_.setRows(0);
         return;
     }
-    grid_.setRows(table_->rows.size(0) + 1);
-    grid_.setCols(int(table_->heads.size()));
-    grid_.setFixedRows(1);
-    for (int k = 0; k < table_->heads.size(); ++k)
-        grid_.setTextMatrix(0, k, table_->heads[k]);
-    for (int r = 0; r < table_->rows.size(0); ++r)
-        for (int k = 0; k < table_->rows.size(1); ++k) {
-            const Cell& v = table_->rows(r, k);
-            grid_.setTextMatrix(r + 1, k, v.isNumber() ? QString::number(v.toDouble(), 'g', 15) : v.toString());
-        }
+    showTable(grid_, table_->heads, table_->rows);
     grdRslt->resizeColumnsToContents();
 }
 

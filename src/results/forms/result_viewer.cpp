@@ -6,6 +6,7 @@
 #include "burden/leading_causes.h"
 #include "database/study_context.h"
 #include "foundation/settings.h"
+#include "inputs/grid_functions.h"
 #include "inputs/save_results.h"
 #include "platform/forms/flex_grid_view.h"
 #include "platform/forms/named_widgets.h"
@@ -43,9 +44,6 @@ QString viewerName(const ResultSource& s) {
     return s.entry.level == ResultLevel::BPU ? QStringLiteral("frmDetailsForBpu") : QStringLiteral("frmDetails");
 }
 
-QString shown(const Cell& c) {
-    return c.isNumber() ? QString::number(c.toDouble(), 'g', 15) : c.toString();
-}
 
 QString causeName(const QString& code) {
     return studyContext().StudyDB ? FnDiseaseName(*studyContext().StudyDB, code) : QString();
@@ -196,15 +194,7 @@ void ResultViewer::ShowReport() {
         grid_.setCols(0);
         return;
     }
-    const CellArray& rows = table_->rows;
-    grid_.setRows(rows.size(0) + 1);
-    grid_.setCols(int(table_->heads.size()));
-    grid_.setFixedRows(1);
-    for (int k = 0; k < table_->heads.size(); ++k)
-        grid_.setTextMatrix(0, k, table_->heads[k]);
-    for (int r = 0; r < rows.size(0); ++r)
-        for (int k = 0; k < rows.size(1) && k < table_->heads.size(); ++k)
-            grid_.setTextMatrix(r + 1, k, shown(rows(r, k)));
+    showTable(grid_, table_->heads, table_->rows);
     grid->resizeColumnsToContents();
     grid->horizontalScrollBar()->setValue(0);
     grid->verticalScrollBar()->setValue(0);

@@ -13,7 +13,7 @@
 #include "foundation/time_log.h"
 #include "platform/forms/flex_grid_view.h"
 #include "platform/prompts.h"
-#include "results/chart_spec.h"
+#include "results/chart_look.h"
 #include "results/forms/frm_chg_prpty.h"
 #include "results/forms/frm_new.h"
 #include "screenshots.h"
@@ -69,7 +69,7 @@ private:
         QCOMPARE(chart->series().size(), 1);
         auto* series = static_cast<QAbstractBarSeries*>(chart->series()[0]);
         QCOMPARE(series->count(), int(t.series.size()));
-        QCOMPARE(bool(qobject_cast<QStackedBarSeries*>(series)), f.spec().stacked);
+        QCOMPARE(bool(qobject_cast<QStackedBarSeries*>(series)), f.look().stacked);
         for (int k = 0; k < series->count(); ++k) {
             QCOMPARE(series->barSets()[k]->label(), t.series[k]);
             for (int u = 0; u < t.categories.size(); ++u)
@@ -144,7 +144,7 @@ void ChartFormTest::everyFamilyAtBothLevelsIsDrawnFromItsData() {
                 f->tbNext->click();
         }
         // The fifth is a "3D Bar" chart: drawn flat here, where no OpenGL context can be made.
-        QCOMPARE(f->spec().threeD, true);
+        QCOMPARE(f->look().threeD, true);
         QCOMPARE(f->drawn3D(), frmnew::openGlAvailable());
         // The runs that know their display say which it must be: under Xvfb the bars are 3D; offscreen,
         // where no OpenGL context can be made, they fall back to 2D.
@@ -224,7 +224,7 @@ void ChartFormTest::propertiesAreCheckedThenApplied() {
     QCOMPARE(repainted, 1);
     QCOMPARE(line[graph_field::LegendPosition], QString("7"));
     QCOMPARE(line[graph_field::AxisYTitle], QString("Per 1,000 \"people\"; ünits"));
-    const ChartSpec s = chartSpec(line, ChartTable{});
+    const ChartLook s = chartLook(line, ChartTable{});
     QCOMPARE(s.scaleMax, 50.0);
     QCOMPARE(s.legendPlace, ChartPlace::Bottom);
 }

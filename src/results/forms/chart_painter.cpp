@@ -53,54 +53,54 @@ Qt::Alignment alignmentOf(ChartPlace p) {
 
 } // namespace
 
-QChart* makeBarChart(const ChartSpec& spec, const ChartTable& table) {
+QChart* makeBarChart(const ChartLook& look, const ChartTable& table) {
     auto* chart = new QChart;
-    QAbstractBarSeries* series = spec.stacked ? static_cast<QAbstractBarSeries*>(new QStackedBarSeries)
+    QAbstractBarSeries* series = look.stacked ? static_cast<QAbstractBarSeries*>(new QStackedBarSeries)
                                               : static_cast<QAbstractBarSeries*>(new QBarSeries);
     for (int k = 0; k < table.series.size(); ++k) {
         auto* set = new QBarSet(table.series[k]);
         for (double v : table.values[std::size_t(k)])
             *set << v;
         QBrush brush = set->brush();
-        if (std::size_t(k) < spec.colours.size()) {
-            const auto& c = spec.colours[std::size_t(k)];
+        if (std::size_t(k) < look.colours.size()) {
+            const auto& c = look.colours[std::size_t(k)];
             brush.setColor(QColor(c[0], c[1], c[2]));
         } else {
             brush.setColor(QColor::fromHsv((k * 47) % 360, 140, 200));
         }
-        brush.setStyle(brushOf(spec.fill));
+        brush.setStyle(brushOf(look.fill));
         set->setBrush(brush);
         series->append(set);
     }
-    series->setBarWidth(std::clamp(1.0 - spec.barGap / 100.0, 0.1, 1.0));
+    series->setBarWidth(std::clamp(1.0 - look.barGap / 100.0, 0.1, 1.0));
     chart->addSeries(series);
     auto* x = new QBarCategoryAxis;
     x->append(table.categories);
-    x->setTitleText(spec.axisXTitle);
-    x->setLabelsFont(fontOf(spec.axisXFont, 12));
+    x->setTitleText(look.axisXTitle);
+    x->setLabelsFont(fontOf(look.axisXFont, 12));
     x->setGridLineVisible(false);
-    x->setLineVisible(spec.ticksX);
+    x->setLineVisible(look.ticksX);
     auto* y = new QValueAxis;
-    y->setTitleText(spec.axisYTitle);
-    y->setTitleFont(fontOf(spec.axisYFont, 9));
-    y->setLabelsFont(fontOf(spec.axisYFont, 9));
+    y->setTitleText(look.axisYTitle);
+    y->setTitleFont(fontOf(look.axisYFont, 9));
+    y->setLabelsFont(fontOf(look.axisYFont, 9));
     y->setGridLineVisible(false);
-    if (spec.majorDivisions > 0)
-        y->setTickCount(spec.majorDivisions + 1);
+    if (look.majorDivisions > 0)
+        y->setTickCount(look.majorDivisions + 1);
     chart->addAxis(x, Qt::AlignBottom);
     chart->addAxis(y, Qt::AlignLeft);
     series->attachAxis(x);
     series->attachAxis(y);
-    if (spec.scaleMax != 0) {
-        y->setRange(spec.scaleMin, spec.scaleMax);
+    if (look.scaleMax != 0) {
+        y->setRange(look.scaleMin, look.scaleMax);
     } else {
-        y->setMin(std::min(0.0, spec.scaleMin));
+        y->setMin(std::min(0.0, look.scaleMin));
         y->applyNiceNumbers();
     }
-    chart->setTitle(spec.title + (spec.footnote.isEmpty() ? QString() : QStringLiteral("\n") + spec.footnote));
-    chart->setTitleFont(fontOf(spec.titleFont, 12));
-    chart->legend()->setVisible(spec.legend);
-    chart->legend()->setAlignment(alignmentOf(spec.legendPlace));
+    chart->setTitle(look.title + (look.footnote.isEmpty() ? QString() : QStringLiteral("\n") + look.footnote));
+    chart->setTitleFont(fontOf(look.titleFont, 12));
+    chart->legend()->setVisible(look.legend);
+    chart->legend()->setAlignment(alignmentOf(look.legendPlace));
     // The legend's font is 11 points; a long list of series (the age groups) takes a smaller one so that
     // every entry fits beside the chart.
     chart->legend()->setFont(QFont(QStringLiteral("Arial"), table.series.size() > 10 ? 7 : 11));

@@ -3,7 +3,7 @@
 #include "platform/forms/named_widgets.h"
 #include "platform/prompts.h"
 #include "platform/texts.h"
-#include "results/chart_spec.h"
+#include "results/chart_look.h"
 #include "results/results_texts.h"
 
 #include <QComboBox>

@@ -140,8 +140,8 @@ void frmnew::procPaintChart(int index) {
         return;
     }
     const ChartTable& table = data_.tables[std::size_t(index)];
-    spec_ = chartSpec(props_[std::size_t(index)], table);
-    if (spec_.threeD && openGlAvailable())
+    look_ = chartLook(props_[std::size_t(index)], table);
+    if (look_.threeD && openGlAvailable())
         draw3D(table);
     else
         draw2D(table);
@@ -157,7 +157,7 @@ void frmnew::draw2D(const ChartTable& table) {
     }
     MSChart1->setVisible(true);
     QChart* old = MSChart1->chart();
-    MSChart1->setChart(makeBarChart(spec_, table));
+    MSChart1->setChart(makeBarChart(look_, table));
     delete old;
 }
 
@@ -169,17 +169,17 @@ void frmnew::draw3D(const ChartTable& table) {
     bars->scene()->activeCamera()->setCameraPreset(Q3DCamera::CameraPresetIsometricRightHigh);
     bars->setMultiSeriesUniform(true);
     bars->columnAxis()->setLabels(table.categories);
-    bars->valueAxis()->setTitle(spec_.axisYTitle);
+    bars->valueAxis()->setTitle(look_.axisYTitle);
     bars->valueAxis()->setTitleVisible(true);
-    if (spec_.scaleMax != 0)
-        bars->valueAxis()->setRange(float(spec_.scaleMin), float(spec_.scaleMax));
+    if (look_.scaleMax != 0)
+        bars->valueAxis()->setRange(float(look_.scaleMin), float(look_.scaleMax));
     // A series of bars a series of the chart, side by side, each in its colour.
     for (std::size_t k = 0; k < table.values.size(); ++k) {
         auto* series = new QBar3DSeries;
         series->setName(table.series.value(int(k)));
         series->setItemLabelFormat(QStringLiteral("@seriesName: @valueLabel"));
-        if (k < spec_.colours.size()) {
-            const auto& c = spec_.colours[k];
+        if (k < look_.colours.size()) {
+            const auto& c = look_.colours[k];
             series->setBaseColor(QColor(c[0], c[1], c[2]));
         }
         auto* rows = new QBarDataArray;
@@ -190,7 +190,7 @@ void frmnew::draw3D(const ChartTable& table) {
         series->dataProxy()->resetArray(rows, {table.series.value(int(k))}, table.categories);
         bars->addSeries(series);
     }
-    bars->setTitle(spec_.title);
+    bars->setTitle(look_.title);
     if (MSChart3D)
         MSChart3D->deleteLater();
     bars3D = bars;
@@ -269,11 +269,11 @@ bool frmnew::writeChart(const QString& path) {
         return chartImage().save(path);
     if (MSChart1->size().isEmpty())
         MSChart1->resize(900, 500);
-    return saveChartView(*MSChart1, path, spec_.title);
+    return saveChartView(*MSChart1, path, look_.title);
 }
 
 void frmnew::saveChart() {
-    const QString path = QDir(preferences().txtwklocation).filePath(fileNameOf(spec_.title) + QStringLiteral(".svg"));
+    const QString path = QDir(preferences().txtwklocation).filePath(fileNameOf(look_.title) + QStringLiteral(".svg"));
     if (QFileInfo::exists(path) && prompts().ask(text(rt::kReplace), Buttons::YesNo) != Answer::Yes)
         return;
     if (writeChart(path))

@@ -8,7 +8,7 @@
 
 #include "platform/grid_model.h"
 #include "results/chart_data.h"
-#include "results/chart_spec.h"
+#include "results/chart_look.h"
 #include "results/graph_props.h"
 
 #include <QWidget>
@@ -40,7 +40,7 @@ public:
                 *cmdSaveAs = nullptr, *cmdProperties = nullptr, *cmdClose = nullptr;
 
     int current() const { return index_; }
-    const ChartSpec& spec() const { return spec_; }
+    const ChartLook& look() const { return look_; }
     const GraphProps& props() const { return props_; }
     const GridModel& dataGrid() const { return grid_; }
     // Whether the chart on view is drawn in 3D (false for a 2D chart, or a 3D one drawn flat).
@@ -70,7 +70,7 @@ private:
 
     GraphProps props_;
     ChartData data_;
-    ChartSpec spec_;
+    ChartLook look_;
     GridModel grid_;
     int index_ = 0;
     bool drawn3D_ = false;

@@ -11,7 +11,7 @@
 #include "demography/forms/frm_pop_prymd.h"
 #include "demography/pyramid.h"
 #include "results/chart_data.h"
-#include "results/chart_spec.h"
+#include "results/chart_look.h"
 #include "results/forms/chart_painter.h"
 #include "results/graph_props.h"
 
@@ -82,12 +82,12 @@ int drawChart(const QStringList& arguments) {
             return fail(QStringLiteral("no %1 '%2' in the study").arg(level, *unit), 2);
         table = oneUnit(table, u);
     }
-    const ChartSpec spec = chartSpec((*props)[std::size_t(family - 1)], table);
+    const ChartLook look = chartLook((*props)[std::size_t(family - 1)], table);
     QChartView view;
     view.setRenderHint(QPainter::Antialiasing);
     view.resize(1000, 560);
-    view.setChart(makeBarChart(spec, table));
-    if (!saveChartView(view, *target, spec.title))
+    view.setChart(makeBarChart(look, table));
+    if (!saveChartView(view, *target, look.title))
         return fail(QStringLiteral("could not write %1").arg(*target));
     return 0;
 }

@@ -1,6 +1,6 @@
 #pragma once
 // A chart as the painter draws it: the fields of its Gph.stp line read into typed properties, beside the
-// data of its family. No drawing here: the chart window turns a ChartSpec into bars.
+// data of its family. No drawing here: the chart window turns a ChartLook into bars.
 //
 // Words decide booleans ("True", any case; anything else false); numbers are read by the lenient
 // leading-number parse; colours are "R,G,B" with ";" between series (a series past the list takes none,
@@ -26,7 +26,7 @@ struct ChartFont {
 
 enum class ChartPlace { Top, Bottom, Left, Right };
 
-struct ChartSpec {
+struct ChartLook {
     bool threeD = false;
     bool stacked = false;
     bool legend = true;
@@ -42,9 +42,9 @@ struct ChartSpec {
     bool narrower = false;
 };
 
-// The spec of a chart line for a family's table; the chart window puts the family's title into the line
+// The look of a chart line for a family's table; the chart window puts the family's title into the line
 // when it reads the file, so the line's title is drawn, and the family's where the line has none.
-ChartSpec chartSpec(const GraphLine& line, const ChartTable& table);
+ChartLook chartLook(const GraphLine& line, const ChartTable& table);
 
 // What the read of the chart list does before the first chart is drawn: the title of each family's line
 // becomes the family's stem and level word.

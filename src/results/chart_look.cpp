@@ -1,4 +1,4 @@
-#include "results/chart_spec.h"
+#include "results/chart_look.h"
 
 #include "platform/runtime.h"
 #include "platform/texts.h"
@@ -57,8 +57,8 @@ void applyFamilyTitles(GraphProps& props, const ChartData& data) {
         props[k][gf::Title] = data.tables[k].title;
 }
 
-ChartSpec chartSpec(const GraphLine& l, const ChartTable& table) {
-    ChartSpec s;
+ChartLook chartLook(const GraphLine& l, const ChartTable& table) {
+    ChartLook s;
     s.threeD = l.value(gf::Type).trimmed().compare(QLatin1String("3D Bar"), Qt::CaseInsensitive) == 0;
     s.stacked = word(l.value(gf::Stacking)) || table.stacked;
     s.legend = word(l.value(gf::ShowLegend));

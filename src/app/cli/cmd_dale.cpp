@@ -44,15 +44,9 @@ int dale(const QStringList& arguments) {
     const QString stp = takeOption(args, QStringLiteral("--settings")).value_or(defaultSettingsPath());
     if (args.size() != 1)
         return fail(QStringLiteral("give STUDY.vdb; `vesk-cli dale --help` tells more"), 2);
-    QString error;
-    const Cell sets = chosenSets(ids, ids.contains(u','), &error);
-    if (!sets.isArray())
-        return fail(error, 2);
-    const OpenStudy study(args[0], stp);
+    const StudyWithResults study(args[0], stp, ids, ids.contains(u','));
     if (!study)
-        return fail(study.error());
-    if (!studyResults(sets, stp, &error))
-        return fail(error);
+        return fail(study.error(), study.exitCode());
     const bool computed = computeDale(studyContext(), computation(), stp);
     printStoredErrors();
     clearErrorStore();

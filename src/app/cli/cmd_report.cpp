@@ -83,15 +83,9 @@ int report(const QStringList& arguments) {
     const ResultEntry* entry = entryFor(level, detail, *measure);
     if (!entry)
         return fail(QStringLiteral("--level is one of BPU, PAG1, PAG2"), 2);
-    QString error;
-    const Cell sets = chosenSets(dap, false, &error);
-    if (!sets.isArray())
-        return fail(error, 2);
-    const OpenStudy study(args[0], stp);
+    const StudyWithResults study(args[0], stp, dap, false);
     if (!study)
-        return fail(study.error());
-    if (!studyResults(sets, stp, &error))
-        return fail(error);
+        return fail(study.error(), study.exitCode());
     const auto source = resultSource(*entry, computation(), studyContext());
     if (!source)
         return 1;

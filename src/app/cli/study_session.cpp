@@ -144,4 +144,19 @@ bool studyResults(const Cell& sets, const QString& stp, QString* error) {
     return computeAndStore(sets, stp, error);
 }
 
+StudyWithResults::StudyWithResults(const QString& studyFile, const QString& stp, const QString& ids, bool sensitivity) {
+    const Cell sets = chosenSets(ids, sensitivity, &error_);
+    if (!sets.isArray()) {
+        code_ = 2;
+        return;
+    }
+    study_.emplace(studyFile, stp);
+    if (!*study_)
+        error_ = study_->error();
+    else
+        studyResults(sets, stp, &error_);
+    if (!error_.isEmpty())
+        code_ = 1;
+}
+
 } // namespace vesk::cli

@@ -10,6 +10,7 @@
 
 #include <QElapsedTimer>
 #include <QString>
+#include <optional>
 
 namespace vesk::cli {
 
@@ -50,6 +51,22 @@ public:
 
 private:
     QString error_;
+};
+
+// What the commands that read a study's results do first: the built-in sets `ids` chosen (a refusal
+// calls for exit code 2), the study opened and its results loaded or computed (a failure calls for 1).
+// The study stays open for the life of the object.
+class StudyWithResults {
+public:
+    StudyWithResults(const QString& studyFile, const QString& stp, const QString& ids, bool sensitivity);
+    explicit operator bool() const { return error_.isEmpty(); }
+    const QString& error() const { return error_; }
+    int exitCode() const { return code_; }
+
+private:
+    std::optional<OpenStudy> study_;
+    QString error_;
+    int code_ = 0;
 };
 
 // A computation of the open study for the sets `sets`, as Compute -> DALYs runs it, on the standard

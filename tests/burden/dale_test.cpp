@@ -180,7 +180,7 @@ class DaleStudy : public SmallStudyTest {
 protected:
     void SetUp() override {
         SmallStudyTest::SetUp();
-        exec("UPDATE DatASDR SET P = (F * 500 + M * 400) / 900");
+        exec(kSmallPersonsRates);
     }
     void computeSets(const QStringList& ids) {
         DapGridModel grid(DapRowTexts::Computation);

@@ -27,7 +27,7 @@ protected:
         ASSERT_TRUE(openCurrentStudy(&error)) << error.toStdString();
         for (const auto& [sql, values] : smallStudySql())
             exec(sql, values);
-        exec("UPDATE DatASDR SET P = (F * 500 + M * 400) / 900");
+        exec(kSmallPersonsRates);
     }
     CliRun cli(QStringList args) {
         args << db->path() << "--settings" << kSettings;

@@ -14,6 +14,7 @@
 #include "query_rows.h"
 #include "screenshots.h"
 #include "small_study.h"
+#include "small_study_open.h"
 #include "study_db_fixture.h"
 
 #include <QFile>
@@ -52,18 +53,8 @@ private:
     // The program's settings file, the output folder in the fixture's folder, and the small study
     // opened as the loading chain opens it.
     void smallStudy() {
-        QVERIFY(readSettingsFile(kSettings, settings(), preferences()).outcome == SettingsOutcome::Ok);
-        settings().AppPath = QStringLiteral(VESK_BIN_DIR);
-        settings().StatOutPath = fx_->dir.path() + u'/';
         QString error;
-        QVERIFY2(fx_->openCurrentStudy(&error), qPrintable(error));
-        for (const auto& [sql, values] : smallStudySql())
-            QVERIFY2(StudyDbFixture::exec(*fx_->db, sql, values, &error), qPrintable(error));
-        preferences().txtwklocation = fx_->dir.path();
-        preferences().txtVESKObj = QStringLiteral("study.vdb");
-        QVERIFY(openComputationStudy(studyContext()));
-        fx_->prompts.clear();
-        clearErrorStore();
+        QVERIFY2(openSmallStudy(*fx_, {}, &error), qPrintable(error));
     }
     void clickSelect(frmCompDALY& f, int row) { clickCell(f.flexBuiltInDAP, row, DapGridModel::SelectColumn); }
     QStringList selects(QTableView* view) {

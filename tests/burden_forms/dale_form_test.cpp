@@ -15,6 +15,7 @@
 #include "platform/runtime.h"
 #include "screenshots.h"
 #include "small_study.h"
+#include "small_study_open.h"
 #include "study_db_fixture.h"
 
 #include <QFile>
@@ -42,16 +43,8 @@ private:
     // The small study (with the death rates of both sexes together) computed for sets 1 and 2, and
     // its DALE.
     void computedStudy() {
-        QVERIFY(readSettingsFile(kSettings, settings(), preferences()).outcome == SettingsOutcome::Ok);
-        settings().StatOutPath = fx_->dir.path() + u'/';
         QString error;
-        QVERIFY2(fx_->openCurrentStudy(&error), qPrintable(error));
-        for (const auto& [sql, values] : smallStudySql())
-            QVERIFY2(StudyDbFixture::exec(*fx_->db, sql, values, &error), qPrintable(error));
-        QVERIFY(StudyDbFixture::exec(*fx_->db, "UPDATE DatASDR SET P = (F * 500 + M * 400) / 900", {}, &error));
-        preferences().txtwklocation = fx_->dir.path();
-        preferences().txtVESKObj = QStringLiteral("study.vdb");
-        QVERIFY(openComputationStudy(studyContext()));
+        QVERIFY2(openSmallStudy(*fx_, {kSmallPersonsRates}, &error), qPrintable(error));
         DapGridModel grid(DapRowTexts::Computation);
         grid.chooseRow(1, kCompModeSensitivity);
         grid.chooseRow(2, kCompModeSensitivity);

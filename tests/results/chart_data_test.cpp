@@ -11,6 +11,7 @@
 #include "foundation/settings.h"
 #include "foundation/settings_file.h"
 #include "foundation/time_log.h"
+#include "demo_study.h"
 #include "query_rows.h"
 #include "foundation/chart_export_settings.h"
 #include "platform/prompts.h"
@@ -83,23 +84,8 @@ namespace {
 class DemoCharts : public ::testing::Test {
 protected:
     void SetUp() override {
-        ASSERT_TRUE(QFile::copy(QStringLiteral(VESK_BIN_DIR "/demo.vdb"), dir.filePath("demo.vdb")));
-        QFile(dir.filePath("demo.vdb")).setPermissions(QFile::ReadOwner | QFile::WriteOwner);
-        readSettingsFile(QStringLiteral(VESK_BIN_DIR "/Vesk.stp"), settings(), preferences());
-        settings().StatOutPath = dir.path() + u'/';
-        settings().AppPath = QStringLiteral(VESK_BIN_DIR); // Sprague's panels from the program's settings
-        setErrorLogEnabled(false);
-        preferences().txtwklocation = dir.path();
-        preferences().txtVESKObj = QStringLiteral("demo.vdb");
-        ASSERT_TRUE(openComputationStudy(studyContext()));
-        DapGridModel grid(DapRowTexts::Computation);
-        grid.chooseRow(1, kCompModeQuick);
-        comp.MtxDAP = grid.chosenDaps();
-        const StandardLifeTable table = standardLifeTable();
-        ASSERT_TRUE(table.table);
-        TimeLog log;
-        ASSERT_EQ(runComputation(studyContext(), comp, *table.table, nullptr, log).end, RunEnd::Stored);
-        clearErrorStore();
+        QString error;
+        ASSERT_TRUE(openComputedDemo(dir, comp, &error)) << error.toStdString();
     }
     void TearDown() override {
         comp = Computation{};

@@ -16,6 +16,7 @@
 #include "results/chart_look.h"
 #include "results/forms/frm_chg_prpty.h"
 #include "results/forms/frm_new.h"
+#include "demo_study.h"
 #include "screenshots.h"
 
 #include <QBarSet>
@@ -46,22 +47,8 @@ private:
     std::unique_ptr<ScopedPromptService> scope;
 
     void computeDemo() {
-        QVERIFY(QFile::copy(QStringLiteral(VESK_BIN_DIR "/demo.vdb"), dir.filePath("demo.vdb")));
-        QFile(dir.filePath("demo.vdb")).setPermissions(QFile::ReadOwner | QFile::WriteOwner);
-        readSettingsFile(QStringLiteral(VESK_BIN_DIR "/Vesk.stp"), settings(), preferences());
-        settings().AppPath = QStringLiteral(VESK_BIN_DIR);
-        settings().StatOutPath = dir.path() + u'/';
-        setErrorLogEnabled(false);
-        preferences().txtwklocation = dir.path();
-        preferences().txtVESKObj = QStringLiteral("demo.vdb");
-        QVERIFY(openComputationStudy(studyContext()));
-        DapGridModel grid(DapRowTexts::Computation);
-        grid.chooseRow(1, kCompModeQuick);
-        computation().MtxDAP = grid.chosenDaps();
-        const StandardLifeTable table = standardLifeTable();
-        TimeLog log;
-        QCOMPARE(runComputation(studyContext(), computation(), *table.table, nullptr, log).end, RunEnd::Stored);
-        clearErrorStore();
+        QString error;
+        QVERIFY2(vesk::test::openComputedDemo(dir, computation(), &error), qPrintable(error));
     }
     // The bars drawn: series names, categories and values.
     static void checkDrawn(frmnew& f, const ChartTable& t) {

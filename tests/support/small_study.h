@@ -33,6 +33,10 @@ inline const QStringList kSmallYldLabels = {"F0-14", "F15-29", "F30-44", "F45-59
                                             "M0-14", "M15-29", "M30-44", "M45-59", "M60-w"};
 inline const QStringList kSmallCauses = {"A0001", "B0001", "C0001"};
 
+// The small study leaves the death rates of both sexes together at 0, which no life table can close
+// (DALE runs one for both sexes): this fills them, U1's population weighing the sexes.
+inline const QString kSmallPersonsRates = QStringLiteral("UPDATE DatASDR SET P = (F * 500 + M * 400) / 900");
+
 inline std::vector<SqlStep> smallStudySql(const QString& study = QStringLiteral("S1"), int year = 2000) {
     std::vector<SqlStep> s;
     const auto add = [&s](const char* sql, QVariantList values) { s.emplace_back(QString::fromLatin1(sql), values); };

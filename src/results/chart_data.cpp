@@ -5,12 +5,12 @@
 #include "burden/computation.h"
 #include "burden/computation_arrays.h"
 #include "burden/compute_run.h"
-#include "burden/population_aggregates.h"
 #include "database/study_context.h"
 #include "foundation/runtime_error.h"
 #include "platform/cell_array.h"
 #include "platform/runtime.h"
 #include "platform/texts.h"
+#include "results/result_tables.h"
 #include "results/results_texts.h"
 
 #include <QHash>
@@ -172,23 +172,19 @@ std::optional<ChartData> build(bool pag, const Computation& comp, const StudyCon
     }
     try {
         LevelArrays l;
+        QString engine;
+        const auto units = levelUnits(pag ? ResultLevel::PAG1 : ResultLevel::BPU, study, &l.members, &engine);
+        if (!engine.isEmpty()) {
+            *error = engine;
+            return std::nullopt;
+        }
+        for (const ResultUnit& u : units)
+            l.ids << u.id;
         if (pag) {
-            const auto aggregates =
-                populationAggregates(*study.StudyDB, study.CurBDSId, study.VctrBPULst, PagLevel::Pag1, error);
-            if (!aggregates)
-                return std::nullopt;
-            for (const auto& a : *aggregates)
-                l.ids << a.id;
-            l.members = memberLists(*aggregates);
             l.yld = FnBPUToPag(comp.ArrYld, l.members);
             l.yll = FnBPUToPag(comp.ArrYll, l.members);
             l.daly = FnBPUToPag(comp.ArrDaly, l.members);
         } else {
-            const CellArray& v = study.VctrBPULst.array();
-            for (int b = 0; b < v.size(0); ++b) {
-                l.ids << v(v.lbound(0) + b).toString();
-                l.members.push_back({b});
-            }
             l.yld = comp.ArrYld, l.yll = comp.ArrYll, l.daly = comp.ArrDaly;
         }
         const Cell pop4d = comp.ArrPop4D.isArray() ? comp.ArrPop4D : singleYearPopulation(study);

@@ -71,7 +71,8 @@ QStringList tableFieldNames(const QStringList& heads) {
     return out;
 }
 
-std::vector<ResultUnit> levelUnits(ResultLevel level, const StudyContext& study, std::vector<PagMembers>* members) {
+std::vector<ResultUnit> levelUnits(ResultLevel level, const StudyContext& study, std::vector<PagMembers>* members,
+                                   QString* error) {
     if (level == ResultLevel::BPU) {
         std::vector<ResultUnit> units = bpuUnits(study);
         if (members)
@@ -79,14 +80,17 @@ std::vector<ResultUnit> levelUnits(ResultLevel level, const StudyContext& study,
                 members->push_back({int(b)});
         return units;
     }
-    QString error;
+    QString engine;
     const auto aggregates =
         study.StudyDB ? populationAggregates(*study.StudyDB, study.CurBDSId, study.VctrBPULst,
-                                             level == ResultLevel::PAG1 ? PagLevel::Pag1 : PagLevel::Pag2, &error)
+                                             level == ResultLevel::PAG1 ? PagLevel::Pag1 : PagLevel::Pag2, &engine)
                       : std::nullopt;
     std::vector<ResultUnit> units;
-    if (!aggregates)
+    if (!aggregates) {
+        if (error)
+            *error = engine;
         return units;
+    }
     for (const auto& a : *aggregates)
         units.push_back({a.id, a.name});
     if (members)

@@ -34,9 +34,10 @@ struct ResultUnit {
 };
 
 // The units of a level: the BPUs of VctrBPULst with their names, or the aggregates with theirs, and the
-// BPU indices of each in `members`; none when the level has none or the engine fails.
+// BPU indices of each in `members`; none when the level has none or the engine fails (then `error`,
+// when given, holds the engine's words).
 std::vector<ResultUnit> levelUnits(ResultLevel level, const StudyContext& study,
-                                   std::vector<PagMembers>* members = nullptr);
+                                   std::vector<PagMembers>* members = nullptr, QString* error = nullptr);
 
 struct ResultSource {
     ResultEntry entry{};

@@ -19,16 +19,6 @@ int fail(const QString& why, int code = 1) {
     return code;
 }
 
-int yearIndex(const std::optional<QString>& year) {
-    const CellArray& v = studyContext().VctrYrLst.array();
-    if (!year)
-        return 0;
-    for (int y = 0; y < v.size(0); ++y)
-        if (v(v.lbound(0) + y).toString() == year->trimmed())
-            return y;
-    return -1;
-}
-
 int leading(const QStringList& arguments) {
     QStringList args = arguments;
     const auto measureName = takeOption(args, QStringLiteral("--measure"));
@@ -69,16 +59,13 @@ int leading(const QStringList& arguments) {
             out(csvField(u.id) + u',' + csvField(u.name) + u'\n');
         return 0;
     }
-    int index = 0;
-    if (unit) {
-        index = -1;
-        for (int i = 0; i < int(units.size()); ++i)
-            if (units[std::size_t(i)].id.compare(unit->trimmed(), Qt::CaseInsensitive) == 0)
-                index = i;
-        if (index < 0)
-            return fail(QStringLiteral("no %1 '%2' in the study").arg(level, *unit), 2);
-    }
-    const int y = yearIndex(year);
+    QStringList ids;
+    for (const ResultUnit& u : units)
+        ids << u.id;
+    const int index = chosenIndex(ids, unit);
+    if (index < 0)
+        return fail(QStringLiteral("no %1 '%2' in the study").arg(level, *unit), 2);
+    const int y = chosenIndex(entryTexts(studyContext().VctrYrLst), year);
     if (y < 0)
         return fail(QStringLiteral("the study has no year %1").arg(*year), 2);
     if (!studyResults(sets, stp, &error))

@@ -32,23 +32,6 @@ const ResultEntry* entryFor(const QString& level, bool detail, BurdenMeasure mea
     return found;
 }
 
-int indexOf(const QStringList& list, const std::optional<QString>& wanted) {
-    if (!wanted)
-        return 0;
-    for (int i = 0; i < list.size(); ++i)
-        if (list[i].compare(wanted->trimmed(), Qt::CaseInsensitive) == 0)
-            return i;
-    return -1;
-}
-
-QStringList texts(const Cell& vector) {
-    QStringList out;
-    if (vector.isArray())
-        for (int i = vector.array().lbound(0); i <= vector.array().ubound(0); ++i)
-            out << vector.array()(i).toString();
-    return out;
-}
-
 QString field(const Cell& c) {
     return c.isNumber() ? csvNumber(c.toDouble()) : csvField(c.toString());
 }
@@ -92,7 +75,7 @@ int report(const QStringList& arguments) {
     QStringList ids;
     for (const ResultUnit& u : source->units)
         ids << u.id;
-    const int u = indexOf(ids, unit), y = indexOf(texts(studyContext().VctrYrLst), year);
+    const int u = chosenIndex(ids, unit), y = chosenIndex(entryTexts(studyContext().VctrYrLst), year);
     if (u < 0)
         return fail(QStringLiteral("no %1 '%2' in the study").arg(level, *unit), 2);
     if (y < 0)

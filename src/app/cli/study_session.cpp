@@ -159,4 +159,21 @@ StudyWithResults::StudyWithResults(const QString& studyFile, const QString& stp,
         code_ = 1;
 }
 
+int chosenIndex(const QStringList& list, const std::optional<QString>& wanted) {
+    if (!wanted)
+        return 0;
+    for (int i = 0; i < list.size(); ++i)
+        if (list[i].trimmed().compare(wanted->trimmed(), Qt::CaseInsensitive) == 0)
+            return i;
+    return -1;
+}
+
+QStringList entryTexts(const Cell& vector) {
+    QStringList out;
+    if (vector.isArray())
+        for (int i = vector.array().lbound(0); i <= vector.array().ubound(0); ++i)
+            out << vector.array()(i).toString();
+    return out;
+}
+
 } // namespace vesk::cli

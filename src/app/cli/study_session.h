@@ -53,6 +53,12 @@ private:
     QString error_;
 };
 
+// The index of `wanted` in `list`, compared trimmed and without regard to case: 0 when none is given
+// (the first), -1 when it is not there. With entryTexts, how a command finds its --unit or --year.
+int chosenIndex(const QStringList& list, const std::optional<QString>& wanted);
+// The texts of a vector's entries (VctrYrLst, VctrBPULst); none for a cell that is no array.
+QStringList entryTexts(const Cell& vector);
+
 // What the commands that read a study's results do first: the built-in sets `ids` chosen (a refusal
 // calls for exit code 2), the study opened and its results loaded or computed (a failure calls for 1).
 // The study stays open for the life of the object.

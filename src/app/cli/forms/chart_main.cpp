@@ -106,16 +106,9 @@ int drawPyramid(const QStringList& arguments) {
     const OpenStudy study(args[0], stp);
     if (!study)
         return failWith(study.error(), 1);
-    const Cell& units = studyContext().VctrBPULst;
-    int index = 0;
-    if (unit) {
-        index = -1;
-        for (int b = 0; units.isArray() && b < units.array().size(0); ++b)
-            if (units.array()(units.array().lbound(0) + b).toString().compare(unit->trimmed(), Qt::CaseInsensitive) == 0)
-                index = b;
-        if (index < 0)
-            return failWith(QStringLiteral("no BPU '%1' in the study").arg(*unit), 2);
-    }
+    const int index = chosenIndex(entryTexts(studyContext().VctrBPULst), unit);
+    if (index < 0)
+        return failWith(QStringLiteral("no BPU '%1' in the study").arg(*unit), 2);
     const PyramidTable table = pyramidOfUnit(singleYearPopulation(studyContext(), stp), index);
     if (table.empty())
         return failWith(QStringLiteral("the study has no population for this unit"), 1);

@@ -118,8 +118,8 @@ CellArray tableOf(const Fields& f) {
 
 } // namespace
 
-bool writeTextTable(const QString& path, const CellArray& array, QString* error) {
-    QByteArray out;
+QString textTableLines(const CellArray& array) {
+    QString out;
     const bool flat = array.rank() == 1;
     const int rows = array.rank() >= 1 ? array.size(0) : 0;
     const int cols = flat ? 1 : (array.rank() >= 2 ? array.size(1) : 0);
@@ -128,8 +128,13 @@ bool writeTextTable(const QString& path, const CellArray& array, QString* error)
         for (int j = 0; j < cols; ++j)
             fields << fieldText(flat ? array.at({array.lbound(0) + i})
                                      : array.at({array.lbound(0) + i, array.lbound(1) + j}));
-        out += fields.join(u';').toUtf8() + "\r\n";
+        out += fields.join(u';') + QStringLiteral("\r\n");
     }
+    return out;
+}
+
+bool writeTextTable(const QString& path, const CellArray& array, QString* error) {
+    const QByteArray out = textTableLines(array).toUtf8();
     QSaveFile f(path);
     if (!f.open(QIODevice::WriteOnly) || f.write(out) != out.size() || !f.commit()) {
         *error = f.errorString();
@@ -138,15 +143,17 @@ bool writeTextTable(const QString& path, const CellArray& array, QString* error)
     return true;
 }
 
-std::optional<CellArray> readTextTable(const QString& path, QString* error) {
+std::optional<QString> readTextContent(const QString& path) {
     QFile f(path);
     if (!f.open(QIODevice::ReadOnly))
         return std::nullopt;
     QByteArray bytes = f.readAll();
     if (bytes.startsWith("\xEF\xBB\xBF"))
         bytes.remove(0, 3);
-    const QString text = decodeGuessingUtf8(bytes, CodePage::Cp1252);
-    bytes.clear();
+    return decodeGuessingUtf8(bytes, CodePage::Cp1252);
+}
+
+std::optional<CellArray> parseTextTable(const QString& text, const QString& source, QString* error) {
     const Fields fields = splitFields(text);
     const auto rows = static_cast<qsizetype>(fields.rowStart.size());
     if (rows == 0)
@@ -155,12 +162,19 @@ std::optional<CellArray> readTextTable(const QString& path, QString* error) {
         if (error)
             *error = QStringLiteral("The text file '%1' has %2 lines and one of %3 fields: its table "
                                     "would be far larger than the file, and it is not read.")
-                         .arg(path)
+                         .arg(source)
                          .arg(rows)
                          .arg(fields.widest);
         return std::nullopt;
     }
     return tableOf(fields);
+}
+
+std::optional<CellArray> readTextTable(const QString& path, QString* error) {
+    const auto text = readTextContent(path);
+    if (!text)
+        return std::nullopt;
+    return parseTextTable(*text, path, error);
 }
 
 } // namespace vesk

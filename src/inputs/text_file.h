@@ -27,4 +27,12 @@ bool writeTextTable(const QString& path, const CellArray& array, QString* error)
 // naming the file when its shape is refused.
 std::optional<CellArray> readTextTable(const QString& path, QString* error = nullptr);
 
+// The pieces of the two for files that hold more than one table (a file of sections): the lines of
+// an array, each ended by carriage return and line feed; the text of a file as the reader decodes
+// it (std::nullopt when it cannot be read); and a text cut into rows and fields, refused as the
+// reader refuses it (`source` names it in the refusal).
+QString textTableLines(const CellArray& array);
+std::optional<QString> readTextContent(const QString& path);
+std::optional<CellArray> parseTextTable(const QString& text, const QString& source, QString* error = nullptr);
+
 } // namespace vesk

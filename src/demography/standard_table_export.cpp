@@ -1,16 +1,17 @@
 #include "demography/standard_table_export.h"
 
+#include "demography/standard_life_table.h"
 #include "demography/standard_table_texts.h"
+#include "demography/user_life_table_import.h"
 #include "foundation/settings_file_keys.h"
 #include "inputs/foreign_file.h"
 #include "inputs/messages.h"
+#include "inputs/transfer_tables.h"
 #include "platform/prompts.h"
 #include "platform/texts.h"
 
-#include <QDir>
-#include <QFile>
 #include <QFileInfo>
-#include <QUuid>
+#include <QSaveFile>
 #include <algorithm>
 
 namespace vesk {
@@ -55,34 +56,33 @@ QStringList fieldNames() {
     return names;
 }
 
-// Writes the rows over a dBase table that is there: the old file steps aside under a name of its
-// own in the same folder and comes back when the new one fails, so that it stays whole.
-bool replaceDbf(const CellArray& rows, const QString& path, const QString& tableName) {
-    const QFileInfo target(path);
-    const QString unique = QUuid::createUuid().toString(QUuid::Id128);
-    const QString aside =
-        target.dir().filePath(QStringLiteral(".%1.%2.aside").arg(target.fileName(), unique));
-    if (!QFile::rename(path, aside)) {
-        setForeignError(engine_error::kNotWritable, QStringLiteral("'%1' cannot be replaced.").arg(path));
-        return false;
-    }
-    const bool written = FnWriteArrFile(rows, path, tableName, fieldNames());
-    if (written)
-        QFile::remove(aside);
-    else
-        QFile::rename(aside, path);
-    return written;
-}
-
 bool writeRows(const CellArray& rows, const QString& path, const QString& tableName) {
-    if (foreignKind(path) == ForeignKind::Dbf && QFileInfo::exists(path))
-        return replaceDbf(rows, path, tableName);
-    return FnWriteArrFile(rows, path, tableName, fieldNames());
+    return writeTableFile(rows, path, tableName, fieldNames());
 }
 
 void tellFailure(const FixedTable& fixed, const QString& reason) {
     prompts().ask(text(fixed.notExported) + (reason.isEmpty() ? QString() : u'\n' + reason), Buttons::Ok,
                   Icon::Critical);
+}
+
+// The user's table as its text import reads it: the block title and the three tagged lines.
+bool writeUserTableText(const CellArray& rows, const QString& path) {
+    auto column = [&](int c) {
+        QStringList values;
+        for (int i = 0; i < rows.size(0); ++i)
+            values << valueText(rows(i, c));
+        return values.join(u'|');
+    };
+    const QByteArray bytes = (text(t::kTextTitle) + QStringLiteral("\r\n[BAI]:") + column(0) +
+                              QStringLiteral("\r\n[EXM]:") + column(2) + QStringLiteral("\r\n[EXF]:") + column(1) +
+                              QStringLiteral("\r\n"))
+                                 .toUtf8();
+    QSaveFile f(path);
+    if (!f.open(QIODevice::WriteOnly) || f.write(bytes) != bytes.size() || !f.commit()) {
+        setForeignError(engine_error::kCannotOpen, f.errorString());
+        return false;
+    }
+    return true;
 }
 
 } // namespace
@@ -113,6 +113,24 @@ StandardTableExport exportStandardTable(FixedStandardTable which, const QString&
         return StandardTableExport::Failed;
     }
     prompts().ask(text(fixed.exported), Buttons::Ok, Icon::Information);
+    return StandardTableExport::Exported;
+}
+
+StandardTableExport exportUserTable(const QString& path, const VeskSettings& s, const PreferencesControls& p) {
+    const Cell table = GetUsrLifeTable(p);
+    if (!table.isArray() || table.array().rank() != 2 || table.array().size(0) == 0)
+        return StandardTableExport::Declined;
+    if (fileIsTheTable(path) && QFileInfo::exists(path) &&
+        prompts().ask(text(texts::kReplaceExistingFile), Buttons::YesNo, Icon::Question) != Answer::Yes)
+        return StandardTableExport::Declined;
+    const CellArray rows = standardTableRows(table.array());
+    const bool written = foreignKind(path) == ForeignKind::Text ? writeUserTableText(rows, path)
+                                                                : writeRows(rows, path, userTableSourceName(s));
+    if (!written) {
+        prompts().ask(text(t::kUserNotExported) + u'\n' + lastForeignError().words, Buttons::Ok, Icon::Critical);
+        return StandardTableExport::Failed;
+    }
+    prompts().ask(text(t::kUserExported), Buttons::Ok, Icon::Information);
     return StandardTableExport::Exported;
 }
 

@@ -28,4 +28,12 @@ CellArray standardTableRows(const CellArray& table);
 StandardTableExport exportStandardTable(FixedStandardTable which, const QString& path,
                                         const VeskSettings& s = settings());
 
+// File -> Export -> Life Tables -> User Defined Standard Life Table: the user's table of the
+// preferences (GetUsrLifeTable) in the layout its import reads back: in a text file the block
+// "[User Defined Tables]" with its lines [BAI]:, [EXM]:, [EXF]:, values separated by "|"; in any
+// other kind the table named UsrLTSTblNm, fields [Age] [EXF] [EXM]. Without a user table it does
+// nothing (Declined, nothing shown).
+StandardTableExport exportUserTable(const QString& path, const VeskSettings& s = settings(),
+                                    const PreferencesControls& p = preferences());
+
 } // namespace vesk

@@ -152,12 +152,7 @@ QList<Slot> slotsOf(const StudyContext& context, std::optional<StudyData> kind, 
 }
 
 QString labelOf(std::optional<StudyData> kind) {
-    if (kind)
-        return studyDataLabel(*kind);
-    QStringList all;
-    for (const Kind& k : kinds())
-        all << text(k.label);
-    return all.join(u' ');
+    return kind ? studyDataLabel(*kind) : text(t::kAllStudyDataLabel);
 }
 
 // A cross table in a text file carries its field names on its first line.

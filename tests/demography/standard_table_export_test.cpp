@@ -4,6 +4,7 @@
 
 #include "demography/standard_table_export.h"
 #include "demography/standard_table_texts.h"
+#include "demography/user_life_table_import.h"
 #include "inputs/foreign_file.h"
 #include "inputs/messages.h"
 #include "platform/prompts.h"
@@ -168,6 +169,37 @@ TEST_F(StandardTableExportTest, NoTableInTheSettingsIsAFailure) {
     EXPECT_EQ(prompts.messages(), QStringList{text(t::kWhoNotExported) +
                                               "\nThe settings hold no table [Standard Life Table-WHO]."});
     EXPECT_FALSE(QFile::exists(path("who.WK1")));
+}
+
+// File -> Export -> Life Tables -> User Defined Standard Life Table: the user's table goes out in
+// each kind and comes back through File -> Import -> User Defined Standard Life Table, value for value.
+TEST_F(StandardTableExportTest, TheUserTableGoesOutAndComesBackThroughItsImportInEachKind) {
+    PreferencesControls p;
+    p.userLifeTable = kro;
+    p.userLifeTableLoaded = true;
+    s.UsrLTSTblNm = QStringLiteral("USRLTS");
+    for (const char* stem : {"user.txt", "user.WK1", "user.xlsx", "USRLTS.dbf", "user.vdb"}) {
+        const QString file = path(QString::fromLatin1(stem));
+        prompts.clear();
+        ASSERT_EQ(exportUserTable(file, s, p), StandardTableExport::Exported) << stem << ' '
+                                                                             << prompts.messages().join('\n').toStdString();
+        EXPECT_EQ(prompts.messages(), QStringList{text(t::kUserExported)});
+        PreferencesControls back;
+        prompts.answer(Answer::Yes); // the layout of the kind
+        ASSERT_EQ(importUserLifeTable(file, s, back), UserTableImport::Imported)
+            << stem << ' ' << prompts.messages().join('\n').toStdString();
+        ASSERT_EQ(back.userLifeTable.size(0), kro.size(0));
+        for (int i = 0; i < kro.size(0); ++i)
+            for (int c = 0; c < 3; ++c)
+                ASSERT_EQ(back.userLifeTable(i, c).toDouble(), kro(i, c).toDouble()) << stem << " row " << i;
+    }
+}
+
+TEST_F(StandardTableExportTest, WithoutAUserTableItsExportDoesNothing) {
+    PreferencesControls p;
+    EXPECT_EQ(exportUserTable(path("user.txt"), s, p), StandardTableExport::Declined);
+    EXPECT_TRUE(prompts.shown().isEmpty());
+    EXPECT_FALSE(QFile::exists(path("user.txt")));
 }
 
 } // namespace

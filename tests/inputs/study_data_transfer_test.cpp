@@ -74,7 +74,7 @@ TEST_F(StudyDataTransferTest, AllStudyDataGoesOutZapAndComesBack) {
         EXPECT_TRUE(lastMessage().endsWith(QStringLiteral(": 33 tables written"))) << lastMessage().toStdString();
         answer({Answer::Yes});
         ASSERT_EQ(zapStudyData(db()), ZapResult::Purged);
-        for (const QString& table : {"DatPOP", "DatASDR", "DatCSM", "DatADW"})
+        for (const char* table : {"DatPOP", "DatASDR", "DatCSM", "DatADW"})
             ASSERT_EQ(sorted(table), "");
         // The weights are the study's, not the zapped data's: their rows are replaced after the question.
         answer({Answer::Yes});

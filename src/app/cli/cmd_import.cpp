@@ -1,7 +1,9 @@
 // vesk-cli import STUDY.vdb --sheet SHEET --bpu ID [--year Y] FILE [--table NAME]: a sheet's import
-// and Confirm, as the Inputs window does them, for the current study of STUDY.vdb.
+// and Confirm, as the Inputs window does them, for the current study of STUDY.vdb; with --what, the
+// import of a whole export (cmd_transfer.h).
 
 #include "app/cli/cli.h"
+#include "app/cli/cmd_transfer.h"
 #include "database/study_context.h"
 #include "foundation/settings.h"
 #include "inputs/sheet_import.h"
@@ -13,6 +15,8 @@ namespace vesk::cli {
 namespace {
 
 int importSheet(const QStringList& arguments) {
+    if (isTransferImport(arguments))
+        return transferImport(arguments);
     QStringList args = arguments;
     const auto sheetName = takeOption(args, QStringLiteral("--sheet"));
     const auto bpu = takeOption(args, QStringLiteral("--bpu"));
@@ -49,7 +53,7 @@ int importSheet(const QStringList& arguments) {
 
 const Registrar importCommand({
     QStringLiteral("import"),
-    QStringLiteral("import an input sheet of a study from a file, and confirm it"),
+    QStringLiteral("import an input sheet of a study from a file and confirm it, or a whole export"),
     QStringLiteral(
         "Usage: vesk-cli import STUDY.vdb --sheet SHEET --bpu ID [--year Y] FILE [--table NAME]\n\n"
         "Imports the rows of the unit ID and the year Y (the study's year by default) from FILE into\n"
@@ -69,7 +73,8 @@ const Registrar importCommand({
         "        weights: fields by position: study, code (cause or sequela), name, U0-4, U05-14,\n"
         "        U15-44, U45-59, U60-w (a worksheet's range is named after the study)\n\n"
         "Exit code 0 when the rows were stored, 1 when a test or the engine refused them, 2 for a\n"
-        "command that cannot be run."),
+        "command that cannot be run.\n\n") +
+        transferImportUsage(),
     importSheet,
 });
 

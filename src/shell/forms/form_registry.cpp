@@ -19,6 +19,7 @@
 #include "demography/forms/frmoiagd.h"
 #include "demography/forms/standard_table_commands.h"
 #include "inputs/forms/new_frm_inputs.h"
+#include "inputs/forms/transfer_commands.h"
 #include "platform/forms/window_placement.h"
 #include "results/chart_export.h"
 #include "results/forms/frm_new.h"
@@ -151,6 +152,17 @@ void registerPyramids() {
     });
 }
 
+void registerTransfers() {
+    // An import or purge that may have changed the study's definitions has the chain load it again.
+    for (const TransferCommand& c : transferCommands())
+        registerMenuCommand(QString::fromLatin1(c.item), [run = c.run](FRMMAINMENU&) {
+            if (run())
+                enableTimer1();
+        });
+    for (const StandardTableCommand& c : standardTableCommands())
+        registerMenuCommand(QString::fromLatin1(c.item), [run = c.run](FRMMAINMENU&) { run(); });
+}
+
 void registerForms() {
     installPreferencesForm();
     registerRunLogViewers();
@@ -160,8 +172,7 @@ void registerForms() {
     registerComputationForms();
     registerResultViewers();
     registerPyramids();
-    for (const StandardTableCommand& c : standardTableCommands())
-        registerMenuCommand(QString::fromLatin1(c.item), [run = c.run](FRMMAINMENU&) { run(); });
+    registerTransfers();
 }
 
 } // namespace vesk

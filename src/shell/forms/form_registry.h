@@ -22,9 +22,14 @@ void registerStudyDefinitionForms();
 // Stored Results (mns_lsr: frmLoadStatus).
 void registerComputationForms();
 // The preferences form (frmVESKSetup) as the frame's Preferences, all of the above, the run-log
-// viewers, and the import and export of the standard life tables
-// (demography/forms/standard_table_commands.h).
+// viewers, the import and export of the standard life tables
+// (demography/forms/standard_table_commands.h), and the transfers below.
 void registerForms();
+
+// File -> Import, Export and Zap (inputs/forms/transfer_commands.h; an import or purge that may have
+// changed the study's definitions has the chain load the study again) and the standard life tables'
+// import and exports (demography/forms/standard_table_commands.h).
+void registerTransfers();
 
 // Results -> Population Pyramid (the BPUs of the study), Tools -> Population Pyramid (frmToolsPP), and
 // Reports -> Population / Deaths by age and sex (frmPopDthAS).

@@ -50,3 +50,16 @@ if "$cli" import nothing.vdb --what units units.txt 2>err.txt; then echo "a miss
 grep -q 'no study file at nothing.vdb' err.txt
 "$cli" export --help | grep -q 'Usage: vesk-cli export STUDY.vdb --what WHAT'
 "$cli" import --help | grep -q 'vesk-cli import STUDY.vdb --what WHAT'
+
+# The user defined standard life table: into a settings file, out of it in each kind, and back.
+cp "$VESK_BIN_DIR/Vesk.stp" Vesk.stp
+"$cli" import demo.vdb --what lifetable "$VESK_SOURCE_DIR/data/standard_tables/who_ghe_frontier.txt" --settings Vesk.stp 2>log.txt
+"$cli" standard-table --table USER --settings Vesk.stp > user.csv
+for kind in txt WK1 xlsx vdb; do
+    "$cli" export demo.vdb --what lifetable --out "user.$kind" --settings Vesk.stp 2>log.txt
+    grep -q 'User Defined Standard Life Table exported successfully' log.txt
+    [ "$("$cli" standard-table --import "user.$kind" --settings Vesk.stp)" = "$(cat user.csv)" ] ||
+        { echo "the user table through $kind differs"; exit 1; }
+done
+if "$cli" export demo.vdb --what lifetable --out none.txt 2>err.txt; then echo "no user table was exported"; exit 1; fi
+grep -q 'holds no user defined standard life table' err.txt

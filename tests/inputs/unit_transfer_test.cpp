@@ -190,5 +190,28 @@ TEST_F(UnitTransferTest, ANameThatWouldStartALevelIsRefusedByTheTextFile) {
     EXPECT_FALSE(QFile::exists(file));
 }
 
+// A code like 007, a name with ";", quotes and text beyond any code page come back whole, or the kind
+// of file that cannot hold them says so and writes nothing.
+TEST_F(UnitTransferTest, UglyValuesComeBackWholeOrAreRefused) {
+    exec(QStringLiteral("UPDATE _DctBPU SET BPUID = '007', BPUName = ? WHERE BPUID = 'CAP'"),
+         {QStringLiteral("Cap; \"quoted\" 一二三 'é'")});
+    const std::string before = sorted(QStringLiteral("_DctBPU"));
+    for (const QString& kind : transferKinds()) {
+        const QString file = path(QStringLiteral("ugly_%1.%1").arg(kind));
+        prompts.clear();
+        const TransferResult out = exportUnits(db(), QStringLiteral("DEM"), std::nullopt, file);
+        if (out != TransferResult::Done) {
+            // Only a kind whose text cannot hold the name may refuse it, and it says which value.
+            EXPECT_EQ(kind.toStdString(), "dbf");
+            EXPECT_TRUE(lastMessage().contains(QStringLiteral("一二三"))) << lastMessage().toStdString();
+            continue;
+        }
+        answer({Answer::Yes});
+        ASSERT_EQ(FnImpPopUntsAll(studyContext(), std::nullopt, file), TransferResult::Done)
+            << kind.toStdString() << ' ' << lastMessage().toStdString();
+        EXPECT_EQ(sorted(QStringLiteral("_DctBPU")), before) << kind.toStdString();
+    }
+}
+
 } // namespace
 } // namespace vesk::test

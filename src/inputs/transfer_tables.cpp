@@ -254,25 +254,12 @@ bool writeSections(const QString& path, const QList<Section>& sections, QString*
     return true;
 }
 
-std::optional<CellArray> sectionRows(const QString& text, const QString& source,
-                                     const std::function<bool(const QString&)>& isHeading,
-                                     const std::function<bool(const QString&)>& ends, QString* error) {
-    qsizetype pos = 0;
-    bool found = false;
-    while (pos < text.size() && !found) {
-        qsizetype end = text.indexOf(u'\n', pos);
-        if (end < 0)
-            end = text.size();
-        QString line = text.mid(pos, end - pos);
-        if (line.endsWith(u'\r'))
-            line.chop(1);
-        found = isHeading(line);
-        pos = end + 1;
-    }
-    if (!found)
-        return CellArray();
-    const qsizetype first = pos;
-    qsizetype stop = text.size();
+namespace {
+
+// The start of the first line at or after `pos` that `accepts`, or the end of the text; `after` is
+// where the line after it starts.
+qsizetype findLine(const QString& text, qsizetype pos, const std::function<bool(const QString&)>& accepts,
+                   qsizetype* after) {
     while (pos < text.size()) {
         qsizetype end = text.indexOf(u'\n', pos);
         if (end < 0)
@@ -280,12 +267,25 @@ std::optional<CellArray> sectionRows(const QString& text, const QString& source,
         QString line = text.mid(pos, end - pos);
         if (line.endsWith(u'\r'))
             line.chop(1);
-        if (ends(line)) {
-            stop = pos;
-            break;
+        if (accepts(line)) {
+            *after = end + 1;
+            return pos;
         }
         pos = end + 1;
     }
+    *after = text.size();
+    return text.size();
+}
+
+} // namespace
+
+std::optional<CellArray> sectionRows(const QString& text, const QString& source,
+                                     const std::function<bool(const QString&)>& isHeading,
+                                     const std::function<bool(const QString&)>& ends, QString* error) {
+    qsizetype first = 0, unused = 0;
+    if (findLine(text, 0, isHeading, &first) >= text.size())
+        return CellArray();
+    const qsizetype stop = findLine(text, first, ends, &unused);
     return parseTextTable(text.mid(first, std::max<qsizetype>(stop - first, 0)), source, error);
 }
 

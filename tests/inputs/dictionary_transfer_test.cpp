@@ -23,16 +23,7 @@ const QStringList kDictionaryTables = {QStringLiteral("_DctBDMGrps"), QStringLit
                                        QStringLiteral("_DctBDMClstr"), QStringLiteral("_DctBDM"),
                                        QStringLiteral("_DctBDMSqla"),  QStringLiteral("_MapBDMSqla")};
 
-void writeText(const QString& file, const QByteArray& bytes) {
-    QFile f(file);
-    ASSERT_TRUE(f.open(QIODevice::WriteOnly));
-    f.write(bytes);
-}
 
-QByteArray readBytes(const QString& file) {
-    QFile f(file);
-    return f.open(QIODevice::ReadOnly) ? f.readAll() : QByteArray();
-}
 
 using DictionaryTransferTest = TransferTest;
 
@@ -107,7 +98,7 @@ TEST_F(DictionaryTransferTest, TheTextOfAllSixHoldsASectionForEachTableByItsName
 
 TEST_F(DictionaryTransferTest, ASectionEndsAtALineOpeningWithABracket) {
     const QString file = path(QStringLiteral("brackets.txt"));
-    writeText(file, "[_DctBDMGrps]\r\n1;One\r\n2;Two\r\n[anything]\r\n3;Three\r\n");
+    ASSERT_TRUE(writeBytes(file, "[_DctBDMGrps]\r\n1;One\r\n2;Two\r\n[anything]\r\n3;Three\r\n"));
     const auto groups = ImpDctTxtAll(file, QStringLiteral("_DctBDMGrps"));
     ASSERT_TRUE(groups && groups->rank() == 2);
     EXPECT_EQ(groups->size(0), 2);
@@ -120,7 +111,7 @@ TEST_F(DictionaryTransferTest, TheCausesFourthColumnIsYesOrNoInATextFile) {
     EXPECT_TRUE(content.contains(QStringLiteral("11011;Tuberculosis;1101;No;")));
     EXPECT_TRUE(content.contains(QStringLiteral(";Yes;")));
     // A file written by hand with "yes" / "NO" in any case stores the Boolean.
-    writeText(file, "11011;Tuberculosis;1101;yes\r\n11012;HIV/AIDS;1101;NO\r\n");
+    ASSERT_TRUE(writeBytes(file, "11011;Tuberculosis;1101;yes\r\n11012;HIV/AIDS;1101;NO\r\n"));
     answer({Answer::Yes, Answer::Yes});
     ASSERT_EQ(importDictionary(db(), DictionaryTable::Causes, file), TransferResult::Done) << lastMessage().toStdString();
     EXPECT_EQ(sorted(QStringLiteral("_DctBDM")), "11011|Tuberculosis|1101|-1|<null>\n11012|HIV/AIDS|1101|0|<null>");
@@ -147,7 +138,7 @@ TEST_F(DictionaryTransferTest, TheLayoutQuestionFollowsTheKindOfFile) {
 
 TEST_F(DictionaryTransferTest, NoToOverwritingLeavesTheTableAsItWas) {
     const QString file = path(QStringLiteral("g.txt"));
-    writeText(file, "1;One\r\n");
+    ASSERT_TRUE(writeBytes(file, "1;One\r\n"));
     const auto before = dumpAll();
     answer({Answer::Yes, Answer::No});
     EXPECT_EQ(importDictionary(db(), DictionaryTable::Groups, file), TransferResult::Declined);
@@ -181,7 +172,7 @@ TEST_F(DictionaryTransferTest, ATableMissingFromAllSixStopsTheImportWithItsMessa
     ASSERT_EQ(exportDictionary(db(), std::nullopt, file), TransferResult::Done);
     QString content = QString::fromUtf8(readBytes(file));
     content.replace(QStringLiteral("[_MapBDMSqla]"), QStringLiteral("[SomethingElse]"));
-    writeText(file, content.toUtf8());
+    ASSERT_TRUE(writeBytes(file, content.toUtf8()));
     const auto before = dumpAll();
     answer({Answer::Yes});
     EXPECT_EQ(ImpAllDct(db(), file), TransferResult::Failed);
@@ -196,7 +187,7 @@ TEST_F(DictionaryTransferTest, ABadRowMidwayLeavesEveryTableAsItWas) {
     QString content = QString::fromUtf8(readBytes(file));
     // A cluster code too long for its field, in the fourth table: three are written before it fails.
     content.replace(QStringLiteral("\r\n11011;Tuberculosis;1101;"), QStringLiteral("\r\n11011;Tuberculosis;110199;"));
-    writeText(file, content.toUtf8());
+    ASSERT_TRUE(writeBytes(file, content.toUtf8()));
     const auto before = dumpAll();
     answer({Answer::Yes});
     EXPECT_EQ(ImpAllDct(db(), file), TransferResult::Failed);
@@ -205,7 +196,7 @@ TEST_F(DictionaryTransferTest, ABadRowMidwayLeavesEveryTableAsItWas) {
 
     // One dictionary: a group code that is no single digit.
     const QString groups = path(QStringLiteral("groups.txt"));
-    writeText(groups, "1;One\r\n2;Two\r\n12;Twelve\r\n");
+    ASSERT_TRUE(writeBytes(groups, "1;One\r\n2;Two\r\n12;Twelve\r\n"));
     answer({Answer::Yes, Answer::Yes});
     EXPECT_EQ(importDictionary(db(), DictionaryTable::Groups, groups), TransferResult::Failed);
     EXPECT_EQ(lastMessage().toStdString(), std::string("Unable to append to the table _DctBDMGrps\nThe Burden groups should be "
@@ -213,7 +204,7 @@ TEST_F(DictionaryTransferTest, ABadRowMidwayLeavesEveryTableAsItWas) {
     EXPECT_EQ(dumpAll(), before);
 
     // Groups that leave a subgroup without its group fail at the end, and change nothing.
-    writeText(groups, "1;One\r\n2;Two\r\n");
+    ASSERT_TRUE(writeBytes(groups, "1;One\r\n2;Two\r\n"));
     answer({Answer::Yes, Answer::Yes});
     EXPECT_EQ(importDictionary(db(), DictionaryTable::Groups, groups), TransferResult::Failed);
     EXPECT_TRUE(lastMessage().startsWith(QStringLiteral("Unable to append to the table _DctBDMGrps\n")));
@@ -232,7 +223,7 @@ TEST_F(DictionaryTransferTest, AFileCutShortLeavesEveryTableAsItWas) {
         const qsizetype at = kind == QLatin1String("txt") ? bytes.indexOf("Malaria") + 3 : bytes.size() * 2 / 3;
         bytes.truncate(at);
         QFile::remove(file);
-        writeText(file, bytes);
+        ASSERT_TRUE(writeBytes(file, bytes));
         answer({Answer::Yes});
         EXPECT_EQ(ImpAllDct(db(), file), TransferResult::Failed) << kind.toStdString();
         EXPECT_FALSE(lastMessage().isEmpty());
@@ -246,7 +237,7 @@ TEST_F(DictionaryTransferTest, AFileCutShortLeavesEveryTableAsItWas) {
         QByteArray bytes = readBytes(file);
         bytes.truncate(bytes.size() - 12);
         QFile::remove(file);
-        writeText(file, bytes);
+        ASSERT_TRUE(writeBytes(file, bytes));
         answer({Answer::Yes, Answer::Yes});
         EXPECT_EQ(importDictionary(db(), DictionaryTable::Causes, file), TransferResult::Failed) << kind.toStdString();
         EXPECT_FALSE(lastMessage().isEmpty());

@@ -21,17 +21,7 @@ namespace t = transfer_texts;
 const QStringList kDataTables = {QStringLiteral("DatPOP"), QStringLiteral("DatASDR"), QStringLiteral("DatCSM"),
                                  QStringLiteral("DatADW"), QStringLiteral("DatDwt")};
 
-QByteArray readFile(const QString& file) {
-    QFile f(file);
-    return f.open(QIODevice::ReadOnly) ? f.readAll() : QByteArray();
-}
 
-void writeFile(const QString& file, const QByteArray& bytes) {
-    QFile::remove(file);
-    QFile f(file);
-    ASSERT_TRUE(f.open(QIODevice::WriteOnly));
-    f.write(bytes);
-}
 
 using StudyDataTransferTest = TransferTest;
 
@@ -135,8 +125,8 @@ TEST_F(StudyDataTransferTest, TextAndDbaseTablesAreFilesOfTheirOwnBesideTheChose
                              "EpiEst_KER_2020.txt", "CSMP_2020.txt"})
         EXPECT_TRUE(QFile::exists(path(QStringLiteral("out/") + QString::fromLatin1(name)))) << name;
     // A cross table in a text file names its fields on its first line.
-    EXPECT_TRUE(readFile(path(QStringLiteral("out/CSMP_CAP_2020.txt"))).startsWith("BPUID;COBCD;YEAR;"));
-    EXPECT_TRUE(readFile(path(QStringLiteral("out/CSMP_2020.txt"))).startsWith("SQLACD;SEQUELA;"));
+    EXPECT_TRUE(readBytes(path(QStringLiteral("out/CSMP_CAP_2020.txt"))).startsWith("BPUID;COBCD;YEAR;"));
+    EXPECT_TRUE(readBytes(path(QStringLiteral("out/CSMP_2020.txt"))).startsWith("SQLACD;SEQUELA;"));
     // A workbook takes every table, each named by its unit and year.
     const QString book = path(QStringLiteral("backup.xlsx"));
     ASSERT_EQ(exportStudyData(studyContext(), StudyData::Population, book), TransferResult::Done);
@@ -171,10 +161,10 @@ TEST_F(StudyDataTransferTest, ABadRowMidwayLeavesEveryTableAsItWas) {
     ASSERT_EQ(exportStudyData(studyContext(), std::nullopt, file), TransferResult::Done);
     // A rate that is no number, in the fifth unit's file: four units' rates are written before it.
     const QString rates = path(QStringLiteral("data/ASDR_HIL_2020.txt"));
-    QByteArray bytes = readFile(rates);
+    QByteArray bytes = readBytes(rates);
     const qsizetype at = bytes.indexOf("\r\n", bytes.size() / 2);
     bytes.insert(at, "x");
-    writeFile(rates, bytes);
+    ASSERT_TRUE(writeBytes(rates, bytes));
     const std::string before = dumpAll();
     answer({Answer::Yes});
     EXPECT_EQ(importStudyData(studyContext(), std::nullopt, file), TransferResult::Failed);
@@ -191,9 +181,9 @@ TEST_F(StudyDataTransferTest, AFileCutShortLeavesEveryTableAsItWas) {
         ASSERT_EQ(exportStudyData(studyContext(), std::nullopt, file), TransferResult::Done) << kind.toStdString();
         const bool own = kind == QLatin1String("txt") || kind == QLatin1String("dbf");
         const QString cut = own ? folder + QStringLiteral("/EpiEst_TAM_2020.") + kind : file;
-        QByteArray bytes = readFile(cut);
+        QByteArray bytes = readBytes(cut);
         bytes.truncate(bytes.size() * 2 / 3 + 7);
-        writeFile(cut, bytes);
+        ASSERT_TRUE(writeBytes(cut, bytes));
         answer({Answer::Yes});
         EXPECT_EQ(importStudyData(studyContext(), std::nullopt, file), TransferResult::Failed) << kind.toStdString();
         EXPECT_TRUE(lastMessage().startsWith(text(t::kDataNotImported))) << lastMessage().toStdString();

@@ -88,6 +88,17 @@ protected:
     std::unique_ptr<ScopedPromptService> installed;
 };
 
+// A file's bytes, and a file written anew with `bytes` (a test's hand-made or damaged file).
+inline QByteArray readBytes(const QString& file) {
+    QFile f(file);
+    return f.open(QIODevice::ReadOnly) ? f.readAll() : QByteArray();
+}
+inline bool writeBytes(const QString& file, const QByteArray& bytes) {
+    QFile::remove(file);
+    QFile f(file);
+    return f.open(QIODevice::WriteOnly) && f.write(bytes) == bytes.size();
+}
+
 // The kinds of file every round trip is made through.
 inline const QStringList& transferKinds() {
     static const QStringList kinds = {QStringLiteral("txt"), QStringLiteral("WK1"), QStringLiteral("xlsx"),

@@ -18,16 +18,7 @@ namespace t = transfer_texts;
 
 const QStringList kLevels = {QStringLiteral("_DctBPU"), QStringLiteral("_DctPAG1"), QStringLiteral("_DctPAG2")};
 
-void writeFile(const QString& file, const QByteArray& bytes) {
-    QFile f(file);
-    ASSERT_TRUE(f.open(QIODevice::WriteOnly));
-    f.write(bytes);
-}
 
-QByteArray readFile(const QString& file) {
-    QFile f(file);
-    return f.open(QIODevice::ReadOnly) ? f.readAll() : QByteArray();
-}
 
 using UnitTransferTest = TransferTest;
 
@@ -87,14 +78,14 @@ TEST_F(UnitTransferTest, EachLevelGoesOutAndComesBackAfterThePurgeOfTheSchema) {
 TEST_F(UnitTransferTest, OneTextFileHoldsTheThreeLevelsEachBehindALineWithItsName) {
     const QString file = path(QStringLiteral("units.txt"));
     ASSERT_EQ(exportUnits(db(), studyContext().CurBDSId, std::nullopt, file), TransferResult::Done);
-    const QString content = QString::fromUtf8(readFile(file));
+    const QString content = QString::fromUtf8(readBytes(file));
     EXPECT_TRUE(content.startsWith(QStringLiteral("[_DctBPU]\r\nCAP;Capital City;1;CEN\r\n")));
     EXPECT_TRUE(content.contains(QStringLiteral("SLO;São Lourenço;8;CST\r\n")));
     EXPECT_TRUE(content.contains(QStringLiteral("[_DctPAG1]\r\nCEN;Central Plain;N1\r\n")));
     EXPECT_TRUE(content.contains(QStringLiteral("[_DctPAG2]\r\nN1;Demonstration nation\r\n")));
     // A file written by hand: the name anywhere on its line, the levels in any order.
-    writeFile(file, "Level 2 (_DctPAG2)\r\nN1;Nation\r\n-- _DctPAG1 follows --\r\nR1;Region;N1\r\n"
-                    "_DctBPU\r\nU1;Unit one;1;R1\r\nU2;Unit two;2;R1\r\n");
+    ASSERT_TRUE(writeBytes(file, "Level 2 (_DctPAG2)\r\nN1;Nation\r\n-- _DctPAG1 follows --\r\nR1;Region;N1\r\n"
+                                 "_DctBPU\r\nU1;Unit one;1;R1\r\nU2;Unit two;2;R1\r\n"));
     answer({Answer::Yes});
     ASSERT_EQ(FnImpPopUntsAll(studyContext(), std::nullopt, file), TransferResult::Done) << lastMessage().toStdString();
     EXPECT_EQ(sorted(QStringLiteral("_DctBPU")), "DEM|U1|Unit one|1|R1\nDEM|U2|Unit two|2|R1");
@@ -118,7 +109,7 @@ TEST_F(UnitTransferTest, NoToThePurgeAbortsAndLeavesTheSchema) {
 
 TEST_F(UnitTransferTest, AMissingLevelGivesItsNotFoundMessage) {
     const QString file = path(QStringLiteral("two.txt"));
-    writeFile(file, "[_DctBPU]\r\nU1;Unit one;1;R1\r\n[_DctPAG1]\r\nR1;Region;N1\r\n");
+    ASSERT_TRUE(writeBytes(file, "[_DctBPU]\r\nU1;Unit one;1;R1\r\n[_DctPAG1]\r\nR1;Region;N1\r\n"));
     const std::string before = dumpAll();
     EXPECT_EQ(FnImpPopUntsAll(studyContext(), std::nullopt, file), TransferResult::Failed);
     EXPECT_EQ(lastMessage().toStdString(), "PAG2 not found");
@@ -170,10 +161,10 @@ TEST_F(UnitTransferTest, AFileCutShortLeavesTheSchemaAsItWas) {
         // A dBase folder holds a file a level: the units' own file is cut.
         const QString cutFile = oneFile ? file : path(QStringLiteral("_DctBPU.dbf"));
         ASSERT_EQ(exportUnits(db(), studyContext().CurBDSId, std::nullopt, file), TransferResult::Done);
-        QByteArray bytes = readFile(cutFile);
+        QByteArray bytes = readBytes(cutFile);
         bytes.truncate(kind == QLatin1String("txt") ? bytes.indexOf("Lakeside") + 4 : bytes.size() * 2 / 3);
         QFile::remove(cutFile);
-        writeFile(cutFile, bytes);
+        ASSERT_TRUE(writeBytes(cutFile, bytes));
         answer({Answer::Yes});
         EXPECT_EQ(FnImpPopUntsAll(studyContext(), std::nullopt, file), TransferResult::Failed) << kind.toStdString();
         EXPECT_FALSE(lastMessage().isEmpty());

@@ -24,13 +24,16 @@ struct Kind {
     const char* stem;   // of its file in a text or dBase export
 };
 
-const std::array<Kind, 5>& kinds() {
-    static const std::array<Kind, 5> all{{
+// The five of the menu, then the two that only an export of all study data writes.
+const std::array<Kind, 7>& kinds() {
+    static const std::array<Kind, 7> all{{
         {StudyData::Population, "mnu_exp_Pop", t::kPopulationLabel, "DatPOP", "POP", "Population"},
         {StudyData::DeathRates, "mnu_expASRD", t::kAsdrLabel, "DatASDR", "ASDR", "ASDR"},
         {StudyData::Proportions, "mnu_exp_CSMP", t::kCsmpLabel, "DatCSM", "CSMP", "CSMP"},
         {StudyData::Epi, "mnu_exp_epi", t::kEpiLabel, "DatADW", "EPI", "EpiEst"},
         {StudyData::Weights, "mnu_Dwt", t::kDwtLabel, "DatDwt", "DWT", "CSMP"},
+        {StudyData::SequelaEpi, nullptr, t::kSequelaEpiLabel, "DatADWSqla", "SEPI", "SqlaEpiEst"},
+        {StudyData::Demography, nullptr, t::kDemographyLabel, "DatDmgphyPrmtrs", "DMG", "Demography"},
     }};
     return all;
 }
@@ -43,9 +46,11 @@ bool isCrossTable(StudyData kind) {
     return kind == StudyData::Proportions || kind == StudyData::Weights;
 }
 
-bool fileIsTheTable(const QString& path) {
+// Whether each table goes to a file of its own: a text file and a dBase table are one table, and a
+// Lotus worksheet is one sheet of 8192 rows, which the data of a study outgrow.
+bool fileForEachTable(const QString& path) {
     const ForeignKind k = foreignKind(path);
-    return k == ForeignKind::Text || k == ForeignKind::Dbf;
+    return k == ForeignKind::Text || k == ForeignKind::Dbf || k == ForeignKind::Wk1;
 }
 
 void show(const QString& message, Icon icon) {
@@ -166,12 +171,18 @@ CellArray withHeads(const TableRows& t) {
     return out;
 }
 
+// The table of a slot in the file of its own: a worksheet's range is named as in a workbook.
+QString ownFileTable(const Slot& s, const QString& file) {
+    return foreignKind(file) == ForeignKind::Wk1 ? studyDataTableName(s.kind, s.bpu, s.year)
+                                                  : QFileInfo(file).completeBaseName();
+}
+
 bool writeSlot(const TableRows& rows, const Slot& s, const QString& path) {
-    if (fileIsTheTable(path)) {
+    if (fileForEachTable(path)) {
         const QString file = studyDataFilePath(s.kind, path, s.bpu, s.year);
         const bool heads = foreignKind(path) == ForeignKind::Text && isCrossTable(s.kind);
-        return writeTableFile(heads ? withHeads(rows) : rows.rows, file, QFileInfo(file).completeBaseName(),
-                              rows.fieldNames);
+        return writeTableFile(heads ? withHeads(rows) : rows.rows, file, ownFileTable(s, file), rows.fieldNames,
+                              true);
     }
     return writeTableFile(rows.rows, path, studyDataTableName(s.kind, s.bpu, s.year), rows.fieldNames);
 }
@@ -237,7 +248,7 @@ TransferResult exportStudyData(const StudyContext& context, std::optional<StudyD
                                const StudyDataScope& scope) {
     const DbConnection& db = *context.StudyDB;
     const QList<Slot> tables = slotsOf(context, kind, scope);
-    if (fileIsTheTable(path))
+    if (fileForEachTable(path))
         QDir().mkpath(QFileInfo(path).absolutePath());
     int written = 0;
     for (const Slot& s : tables) {
@@ -318,9 +329,9 @@ CellArray uncross(const CellArray& rows, const QStringList& heads, const QList<i
 // cut short; true with no rows when the export wrote no such table.
 bool readSlot(const DbConnection& db, const QString& path, const Slot& s, const QString& study, ReadSlot& out,
               QString* failure) {
-    const bool own = fileIsTheTable(path);
+    const bool own = fileForEachTable(path);
     const QString file = own ? studyDataFilePath(s.kind, path, s.bpu, s.year) : path;
-    const QString table = own ? QFileInfo(file).completeBaseName() : studyDataTableName(s.kind, s.bpu, s.year);
+    const QString table = own ? ownFileTable(s, file) : studyDataTableName(s.kind, s.bpu, s.year);
     out = ReadSlot{s, {}, {}, CellArray()};
     if (!QFileInfo::exists(file))
         return true;

@@ -2,7 +2,11 @@
 // File -> Export -> Study Data, without its Save As dialog, and the way back: the population
 // (DatPOP), the age-specific death rates (DatASDR), the cause-specific mortality proportions (DatCSM),
 // the epidemiological estimates (DatADW) and the disability weights (DatDwt) of the current study, a
-// table for each unit and year (the weights, which belong to the study, for each year).
+// table for each unit and year (the weights, which belong to the study, for each year). An export of
+// all study data also writes the sequelae's estimates (DatADWSqla) and the demographic parameters
+// (DatDmgphyPrmtrs), which have no item of their own: with them it holds every table that Zap -> All
+// Study Data empties but the results, which a computation makes again, and serves as the back-up that
+// the zap's warning speaks of.
 //
 // The population, rates and estimates go out as their rows stand. The proportions go out as a cross
 // table (the old TRANSFORM ... PIVOT, done here in code): BPUID, COBCD, YEAR and a column for each
@@ -13,10 +17,12 @@
 // in which the groups first come in the table. The stamp UpdDt of the proportions has no place in the
 // cross table and does not go out.
 //
-// Where the tables go: a worksheet, workbook or database file takes them all, named POP_<unit>_<year>,
-// ASDR_..., CSMP_..., EPI_..., DWT_<year> (short enough for a Lotus range name). Text files and dBase
-// tables are files of their own in the chosen file's folder: Population_<unit>_<year>, ASDR_...,
-// CSMP_..., EpiEst_... and CSMP_<year> for the weights (the stem the weights always had). A cross
+// Where the tables go: a workbook or database file takes them all, named POP_<unit>_<year>, ASDR_...,
+// CSMP_..., EPI_..., SEPI_..., DMG_..., DWT_<year>. Text files, dBase tables and Lotus worksheets (one
+// sheet of 8192 rows, which a study's data outgrow) are files of their own in the chosen file's
+// folder: Population_<unit>_<year>, ASDR_..., CSMP_..., EpiEst_..., SqlaEpiEst_..., Demography_...
+// and CSMP_<year> for the weights (the stem the weights always had); a worksheet's range is named as
+// the table in a workbook (short enough for a Lotus range name). A cross
 // table in a text file has its field names on its first line.
 //
 // Import (for vesk-cli import --what data) reads the tables an export of the study writes, for the
@@ -33,11 +39,11 @@
 
 namespace vesk {
 
-enum class StudyData { Population, DeathRates, Proportions, Epi, Weights };
+enum class StudyData { Population, DeathRates, Proportions, Epi, Weights, SequelaEpi, Demography };
 
-// The five in the order of the menu (mnu_expAll runs them so).
+// The five of the menu in its order (mnu_expAll runs them so, then the two without an item).
 const std::array<StudyData, 5>& studyDataKinds();
-const char* studyDataItem(StudyData kind);  // mnu_exp_Pop ...
+const char* studyDataItem(StudyData kind);  // mnu_exp_Pop ...; nullptr for the two without an item
 QString studyDataLabel(StudyData kind);     // "(Population)" ...
 QString studyDataTable(StudyData kind);     // DatPOP ...
 
@@ -55,11 +61,11 @@ struct StudyDataScope {
     std::optional<int> year;
 };
 
-// The export of one kind (or of all five, std::nullopt) for the units and years of the context.
+// The export of one kind (or of all seven, std::nullopt) for the units and years of the context.
 TransferResult exportStudyData(const StudyContext& context, std::optional<StudyData> kind, const QString& path,
                                const StudyDataScope& scope = {});
 
-// The import of what such an export wrote at `path`, for one kind or all five.
+// The import of what such an export wrote at `path`, for one kind or all seven.
 TransferResult importStudyData(const StudyContext& context, std::optional<StudyData> kind, const QString& path,
                                const StudyDataScope& scope = {});
 

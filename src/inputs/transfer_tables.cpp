@@ -202,10 +202,11 @@ bool appendRows(const DbConnection& db, const QString& table, const QStringList&
 }
 
 bool writeTableFile(const CellArray& rows, const QString& path, const QString& table,
-                    const QStringList& fieldNames) {
+                    const QStringList& fieldNames, bool replaceWhole) {
     const ForeignKind kind = foreignKind(path);
     const CellArray exact = kind == ForeignKind::Dbf ? exactForDbase(rows) : rows;
-    if ((kind == ForeignKind::Dbf || kind == ForeignKind::Text) && QFileInfo::exists(path))
+    replaceWhole = replaceWhole || kind == ForeignKind::Dbf || kind == ForeignKind::Text;
+    if (replaceWhole && QFileInfo::exists(path))
         return replaceFile(exact, path, table, fieldNames);
     return FnWriteArrFile(exact, path, table, fieldNames);
 }

@@ -57,12 +57,13 @@ bool appendRows(const DbConnection& db, const QString& table, const QStringList&
                 QSqlError* error, const QVariantList& lead = {}, const ValueConversion& convert = {});
 
 // A table written into the foreign file of `path` (FnWriteArrFile). A text file or a dBase table
-// that is there is replaced (the caller asks first); the old file stays whole until the new one is
+// that is there is replaced (the caller asks first), and so is a worksheet or database file when
+// `replaceWhole` says that it is the table's own; the old file stays whole until the new one is
 // written. In a dBase table, a column with a number that no 20-character number field holds goes
 // out as text, each number its shortest text, so that the import brings back the same doubles.
 // False with lastForeignError() telling why.
 bool writeTableFile(const CellArray& rows, const QString& path, const QString& table,
-                    const QStringList& fieldNames);
+                    const QStringList& fieldNames, bool replaceWhole = false);
 
 // A row that a text file lost the end of: the first row with fewer fields than the file's widest,
 // told as "row N has K of its M fields"; std::nullopt when every row is whole. (A text table leaves

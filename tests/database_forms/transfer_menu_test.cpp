@@ -164,7 +164,7 @@ private slots:
         s.program->prompts.fileAnswer(file);
         trigger(s, "mnu_expAll");
         QCOMPARE(s.program->prompts.shown().first().text, QStringLiteral("Save As (All Study Data)"));
-        QVERIFY(s.program->prompts.messages().last().endsWith(QStringLiteral(": 33 tables written")));
+        QVERIFY(s.program->prompts.messages().last().endsWith(QStringLiteral(": 49 tables written")));
         QVERIFY(QFile::exists(s.file(QStringLiteral("data/Population_SLO_2020.txt"))));
         s.program->prompts.clear();
         s.program->prompts.fileAnswer(std::nullopt);

@@ -18,8 +18,14 @@ namespace {
 
 namespace t = transfer_texts;
 
-const QStringList kDataTables = {QStringLiteral("DatPOP"), QStringLiteral("DatASDR"), QStringLiteral("DatCSM"),
-                                 QStringLiteral("DatADW"), QStringLiteral("DatDwt")};
+const QStringList kDataTables = {QStringLiteral("DatPOP"), QStringLiteral("DatASDR"),    QStringLiteral("DatCSM"),
+                                 QStringLiteral("DatADW"), QStringLiteral("DatDwt"),     QStringLiteral("DatADWSqla"),
+                                 QStringLiteral("DatDmgphyPrmtrs")};
+
+// The five of the menu and the two that only an export of all writes.
+const QList<StudyData> kAllKinds = {StudyData::Population, StudyData::DeathRates, StudyData::Proportions,
+                                    StudyData::Epi,        StudyData::Weights,    StudyData::SequelaEpi,
+                                    StudyData::Demography};
 
 
 
@@ -27,7 +33,7 @@ using StudyDataTransferTest = TransferTest;
 
 TEST_F(StudyDataTransferTest, EachKindGoesOutAndComesBackRowForRowThroughEveryKindOfFile) {
     for (const QString& kind : transferKinds()) {
-        for (StudyData data : studyDataKinds()) {
+        for (StudyData data : kAllKinds) {
             const QString table = studyDataTable(data);
             const std::string before = sorted(table);
             ASSERT_FALSE(before.empty());
@@ -50,21 +56,17 @@ TEST_F(StudyDataTransferTest, AllStudyDataGoesOutZapAndComesBack) {
     QMap<QString, std::string> before;
     for (const QString& table : kDataTables)
         before.insert(table, sorted(table));
-    // The demographic parameters go with the zap and have no export: a copy puts them back each time.
-    exec(QStringLiteral("CREATE TEMP TABLE KeptParameters AS SELECT * FROM DatDmgphyPrmtrs"));
     for (const QString& kind : transferKinds()) {
-        exec(QStringLiteral("DELETE FROM DatDmgphyPrmtrs"));
-        exec(QStringLiteral("INSERT INTO DatDmgphyPrmtrs SELECT * FROM KeptParameters"));
         const QString folder = path(QStringLiteral("all_") + kind);
         ASSERT_TRUE(QDir().mkpath(folder));
         const QString file = folder + QStringLiteral("/backup.") + kind;
         ASSERT_EQ(exportStudyData(studyContext(), std::nullopt, file), TransferResult::Done)
             << kind.toStdString() << ' ' << lastMessage().toStdString();
-        // Eight units for the four tables of a unit, and the weights of the year.
-        EXPECT_TRUE(lastMessage().endsWith(QStringLiteral(": 33 tables written"))) << lastMessage().toStdString();
+        // Eight units for the six tables of a unit, and the weights of the year.
+        EXPECT_TRUE(lastMessage().endsWith(QStringLiteral(": 49 tables written"))) << lastMessage().toStdString();
         answer({Answer::Yes});
         ASSERT_EQ(zapStudyData(db()), ZapResult::Purged);
-        for (const char* table : {"DatPOP", "DatASDR", "DatCSM", "DatADW"})
+        for (const char* table : {"DatPOP", "DatASDR", "DatCSM", "DatADW", "DatADWSqla", "DatDmgphyPrmtrs"})
             ASSERT_EQ(sorted(table), "");
         // The weights are the study's, not the zapped data's: their rows are replaced after the question.
         answer({Answer::Yes});
@@ -118,7 +120,7 @@ TEST_F(StudyDataTransferTest, TheWeightsKeepTheCausesWithoutSequelaeAndNameTheSe
     EXPECT_TRUE(sequela);
 }
 
-TEST_F(StudyDataTransferTest, TextAndDbaseTablesAreFilesOfTheirOwnBesideTheChosenFile) {
+TEST_F(StudyDataTransferTest, TextDbaseAndLotusTablesAreFilesOfTheirOwnBesideTheChosenFile) {
     const QString file = path(QStringLiteral("out/backup.txt"));
     ASSERT_EQ(exportStudyData(studyContext(), std::nullopt, file), TransferResult::Done) << lastMessage().toStdString();
     for (const char* name : {"Population_CAP_2020.txt", "ASDR_SLO_2020.txt", "CSMP_MER_2020.txt",
@@ -127,6 +129,13 @@ TEST_F(StudyDataTransferTest, TextAndDbaseTablesAreFilesOfTheirOwnBesideTheChose
     // A cross table in a text file names its fields on its first line.
     EXPECT_TRUE(readBytes(path(QStringLiteral("out/CSMP_CAP_2020.txt"))).startsWith("BPUID;COBCD;YEAR;"));
     EXPECT_TRUE(readBytes(path(QStringLiteral("out/CSMP_2020.txt"))).startsWith("SQLACD;SEQUELA;"));
+    // A Lotus worksheet, one sheet of 8192 rows, is a file of each table too, its range named by the
+    // unit and year.
+    ASSERT_EQ(exportStudyData(studyContext(), StudyData::SequelaEpi, path(QStringLiteral("lotus/b.WK1"))),
+              TransferResult::Done);
+    EXPECT_EQ(FnReadArrFile(path(QStringLiteral("lotus/SqlaEpiEst_TAM_2020.WK1")), QStringLiteral("SEPI_TAM_2020"))
+                  .size(0),
+              494);
     // A workbook takes every table, each named by its unit and year.
     const QString book = path(QStringLiteral("backup.xlsx"));
     ASSERT_EQ(exportStudyData(studyContext(), StudyData::Population, book), TransferResult::Done);
@@ -179,7 +188,7 @@ TEST_F(StudyDataTransferTest, AFileCutShortLeavesEveryTableAsItWas) {
         ASSERT_TRUE(QDir().mkpath(folder));
         const QString file = folder + QStringLiteral("/backup.") + kind;
         ASSERT_EQ(exportStudyData(studyContext(), std::nullopt, file), TransferResult::Done) << kind.toStdString();
-        const bool own = kind == QLatin1String("txt") || kind == QLatin1String("dbf");
+        const bool own = kind != QLatin1String("xlsx") && kind != QLatin1String("vdb");
         const QString cut = own ? folder + QStringLiteral("/EpiEst_TAM_2020.") + kind : file;
         QByteArray bytes = readBytes(cut);
         bytes.truncate(bytes.size() * 2 / 3 + 7);

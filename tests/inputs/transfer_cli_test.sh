@@ -9,7 +9,7 @@ cd "$work"
 cp "$VESK_BIN_DIR/demo.vdb" demo.vdb
 chmod u+w demo.vdb
 tables="_DctBDMGrps _DctBDMSGrps _DctBDMClstr _DctBDM _DctBDMSqla _MapBDMSqla _DctBPU _DctPAG1 _DctPAG2
-        DatPOP DatASDR DatCSM DatADW DatDwt"
+        DatPOP DatASDR DatCSM DatADW DatDwt DatADWSqla DatDmgphyPrmtrs"
 dump() { for t in $tables; do echo "== $t"; "$cli" convert demo.vdb - --table "$t" | sort; done; }
 dump > before.txt
 
@@ -25,11 +25,11 @@ for kind in txt WK1 xlsx dbf vdb; do
     dump > after.txt
     diff -q before.txt after.txt > /dev/null || { echo "$kind: the tables differ after the round trip"; diff before.txt after.txt | head; exit 1; }
 done
-grep -q 'Study data imported successfully: 14611 rows from 33 tables' log.txt
+grep -q 'Study data imported successfully: 18571 rows from 49 tables' log.txt
 
 # One unit's data alone.
 "$cli" export demo.vdb --what data --bpu SLO --year 2020 --out slo.xlsx 2>log.txt
-grep -q '(All Study Data) exported successfully: 5 tables written' log.txt
+grep -q '(All Study Data) exported successfully: 7 tables written' log.txt
 
 # A dictionaries file cut short in a row of the causes: nothing changes, exit 1, the message of the
 # table. A units file cut short in the rows of the units: the recover routine's message.

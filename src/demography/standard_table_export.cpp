@@ -73,10 +73,10 @@ bool writeUserTableText(const CellArray& rows, const QString& path) {
             values << valueText(rows(i, c));
         return values.join(u'|');
     };
-    const QByteArray bytes = (text(t::kTextTitle) + QStringLiteral("\r\n[BAI]:") + column(0) +
-                              QStringLiteral("\r\n[EXM]:") + column(2) + QStringLiteral("\r\n[EXF]:") + column(1) +
-                              QStringLiteral("\r\n"))
-                                 .toUtf8();
+    const QByteArray bytes =
+        (text(t::kTextTitle) + QStringLiteral("\r\n[BAI]:") + column(0) + QStringLiteral("\r\n[EXM]:") +
+         column(2) + QStringLiteral("\r\n[EXF]:") + column(1) + QStringLiteral("\r\n"))
+            .toUtf8();
     QSaveFile f(path);
     if (!f.open(QIODevice::WriteOnly) || f.write(bytes) != bytes.size() || !f.commit()) {
         setForeignError(engine_error::kCannotOpen, f.errorString());
@@ -116,7 +116,8 @@ StandardTableExport exportStandardTable(FixedStandardTable which, const QString&
     return StandardTableExport::Exported;
 }
 
-StandardTableExport exportUserTable(const QString& path, const VeskSettings& s, const PreferencesControls& p) {
+StandardTableExport exportUserTable(const QString& path, const VeskSettings& s,
+                                    const PreferencesControls& p) {
     const Cell table = GetUsrLifeTable(p);
     if (!table.isArray() || table.array().rank() != 2 || table.array().size(0) == 0)
         return StandardTableExport::Declined;
@@ -124,10 +125,12 @@ StandardTableExport exportUserTable(const QString& path, const VeskSettings& s, 
         prompts().ask(text(texts::kReplaceExistingFile), Buttons::YesNo, Icon::Question) != Answer::Yes)
         return StandardTableExport::Declined;
     const CellArray rows = standardTableRows(table.array());
-    const bool written = foreignKind(path) == ForeignKind::Text ? writeUserTableText(rows, path)
-                                                                : writeRows(rows, path, userTableSourceName(s));
+    const bool written = foreignKind(path) == ForeignKind::Text
+                             ? writeUserTableText(rows, path)
+                             : writeRows(rows, path, userTableSourceName(s));
     if (!written) {
-        prompts().ask(text(t::kUserNotExported) + u'\n' + lastForeignError().words, Buttons::Ok, Icon::Critical);
+        prompts().ask(text(t::kUserNotExported) + u'\n' + lastForeignError().words, Buttons::Ok,
+                      Icon::Critical);
         return StandardTableExport::Failed;
     }
     prompts().ask(text(t::kUserExported), Buttons::Ok, Icon::Information);

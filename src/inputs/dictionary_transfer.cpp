@@ -35,20 +35,20 @@ const std::array<Dictionary, 6>& dictionaries() {
          t::kGroupsTitle, t::kGroupsColumns, 2, t::kGroupsWord, t::kGroupsImported, t::kGroupsNotFound,
          t::kGroupsExported, t::kGroupsNotExported},
         {DictionaryTable::SubGroups, "_DctBDMSGrps", &VeskSettings::SGrpDctTblNm, "mnu_SubGrpsDic",
-         "mnu_ExpSGDict", t::kSubGroupsTitle, t::kSubGroupsColumns, 3, t::kSubGroupsWord, t::kSubGroupsImported,
-         t::kSubGroupsNotFound, t::kSubGroupsExported, t::kSubGroupsNotExported},
+         "mnu_ExpSGDict", t::kSubGroupsTitle, t::kSubGroupsColumns, 3, t::kSubGroupsWord,
+         t::kSubGroupsImported, t::kSubGroupsNotFound, t::kSubGroupsExported, t::kSubGroupsNotExported},
         {DictionaryTable::Clusters, "_DctBDMClstr", &VeskSettings::ClstrDctTblNm, "mnu_ClusterDic",
-         "mnu_ExpClstrDict", t::kClustersTitle, t::kClustersColumns, 3, t::kClustersWord, t::kClustersImported,
-         t::kClustersNotFound, t::kClustersExported, t::kClustersNotExported},
+         "mnu_ExpClstrDict", t::kClustersTitle, t::kClustersColumns, 3, t::kClustersWord,
+         t::kClustersImported, t::kClustersNotFound, t::kClustersExported, t::kClustersNotExported},
         {DictionaryTable::Causes, "_DctBDM", &VeskSettings::COBDctTblNm, "mnu_causeOfBurdenCodes",
          "mnu_ExpCOBDict", t::kCausesTitle, t::kCausesColumns, 4, t::kCausesWord, t::kCausesImported,
          t::kCausesNotFound, t::kCausesExported, t::kCausesNotExported},
         {DictionaryTable::Sequelae, "_DctBDMSqla", &VeskSettings::SqlaDctTblNm, "mnu_Squ_Dic",
          "mnu_ExpSqlaDict", t::kSequelaeTitle, t::kSequelaeColumns, 2, t::kSequelaeWord, t::kSequelaeImported,
          t::kSequelaeNotFound, t::kSequelaeExported, t::kSequelaeNotExported},
-        {DictionaryTable::Map, "_MapBDMSqla", &VeskSettings::MapDctTblNm, "mnu_Sql_Cobcd_map", "mnu_ExpMapDict",
-         t::kMapTitle, t::kMapColumns, 2, t::kMapWord, t::kMapImported, t::kMapNotFound, t::kMapExported,
-         t::kMapNotExported},
+        {DictionaryTable::Map, "_MapBDMSqla", &VeskSettings::MapDctTblNm, "mnu_Sql_Cobcd_map",
+         "mnu_ExpMapDict", t::kMapTitle, t::kMapColumns, 2, t::kMapWord, t::kMapImported, t::kMapNotFound,
+         t::kMapExported, t::kMapNotExported},
     }};
     return all;
 }
@@ -131,8 +131,8 @@ void show(const QString& message, Icon icon) {
 // The rows of a study table for a file: in "_DctBDM" the fourth column as "Yes" / "No".
 std::optional<TableRows> exportRows(const DbConnection& db, DictionaryTable which, QString* failure) {
     QSqlError error;
-    auto rows = selectRows(db, QStringLiteral("SELECT * FROM %1 ORDER BY rowid").arg(dictionary(which).table), {},
-                           &error);
+    auto rows = selectRows(db, QStringLiteral("SELECT * FROM %1 ORDER BY rowid").arg(dictionary(which).table),
+                           {}, &error);
     if (!rows) {
         *failure = engineDescription(error);
         return std::nullopt;
@@ -232,8 +232,9 @@ QString dictionaryLayoutQuestion(DictionaryTable which, const QString& path, con
     if (kind == ForeignKind::Text) {
         q = text(t::kTextLayout) + text(d.columns);
     } else if (isSheet(kind)) {
-        const char* count = d.columnCount == 2 ? t::kTwoColumns : d.columnCount == 3 ? t::kThreeColumns
-                                                                                      : t::kFourColumns;
+        const char* count = d.columnCount == 2   ? t::kTwoColumns
+                            : d.columnCount == 3 ? t::kThreeColumns
+                                                 : t::kFourColumns;
         q = text(t::kRangeLayout) + dictionarySourceName(which, s) + text(count) + text(d.columns);
     } else {
         q = text(t::kTableLayout) + text(d.columns);
@@ -246,7 +247,8 @@ QString dictionaryLayoutQuestion(DictionaryTable which, const QString& path, con
 TransferResult importDictionary(const DbConnection& db, DictionaryTable which, const QString& path,
                                 const VeskSettings& s) {
     const Dictionary& d = dictionary(which);
-    if (prompts().ask(dictionaryLayoutQuestion(which, path, s), Buttons::YesNo, Icon::Question) != Answer::Yes)
+    if (prompts().ask(dictionaryLayoutQuestion(which, path, s), Buttons::YesNo, Icon::Question) !=
+        Answer::Yes)
         return TransferResult::Declined;
     if (hasRows(db, QStringLiteral("SELECT 1 FROM %1 LIMIT 1").arg(d.table)) &&
         prompts().ask(text(t::kAlreadyHasData).arg(text(d.table)) + u'\n' + text(t::kZapHint) +
@@ -277,7 +279,8 @@ TransferResult importDictionary(const DbConnection& db, DictionaryTable which, c
         },
         &error);
     if (!stored) {
-        show(text(t::kUnableToAppend) + u' ' + text(d.table) + u'\n' + engineDescription(error), Icon::Critical);
+        show(text(t::kUnableToAppend) + u' ' + text(d.table) + u'\n' + engineDescription(error),
+             Icon::Critical);
         return TransferResult::Failed;
     }
     show(text(d.imported), Icon::Information);
@@ -292,7 +295,8 @@ TransferResult ImpAllDct(const DbConnection& db, const QString& path, const Vesk
     std::array<CellArray, 6> rows;
     for (const Dictionary& d : dictionaries()) {
         QString failure;
-        rows[static_cast<std::size_t>(d.which)] = readSource(path, dictionarySourceName(d.which, s), false, &failure);
+        rows[static_cast<std::size_t>(d.which)] =
+            readSource(path, dictionarySourceName(d.which, s), false, &failure);
         if (!failure.isEmpty()) {
             show(text(t::kImportError).arg(text(d.word)) + failure, Icon::Critical);
             return TransferResult::Failed;
@@ -315,8 +319,8 @@ TransferResult ImpAllDct(const DbConnection& db, const QString& path, const Vesk
                 return false;
             for (const Dictionary& d : dictionaries()) {
                 failedTable = text(d.table);
-                if (!appendRows(db, failedTable, FnGetFldNames(db, failedTable), rows[static_cast<std::size_t>(d.which)],
-                                e, {}, conversionFor(d.which)))
+                if (!appendRows(db, failedTable, FnGetFldNames(db, failedTable),
+                                rows[static_cast<std::size_t>(d.which)], e, {}, conversionFor(d.which)))
                     return false;
             }
             failedTable.clear(); // a failure now is the commit's: the keys between the tables

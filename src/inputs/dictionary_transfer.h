@@ -43,7 +43,8 @@ QString dictionaryImportTitle(DictionaryTable which);
 const char* dictionaryImportItem(DictionaryTable which);
 const char* dictionaryExportItem(DictionaryTable which);
 // The layout question asked before reading `path`.
-QString dictionaryLayoutQuestion(DictionaryTable which, const QString& path, const VeskSettings& s = settings());
+QString dictionaryLayoutQuestion(DictionaryTable which, const QString& path,
+                                 const VeskSettings& s = settings());
 
 TransferResult importDictionary(const DbConnection& db, DictionaryTable which, const QString& path,
                                 const VeskSettings& s = settings());

@@ -97,7 +97,8 @@ TableRows pivot(const Crossed& c) {
         QStringList keyText;
         for (int k = 0; k < keys; ++k)
             keyText << valueText(r[k]);
-        out.rows(keyAt.value(keyText.join(QChar(0x1F))), keys + groupAt.value(r[keys].toString())) = r[keys + 1];
+        out.rows(keyAt.value(keyText.join(QChar(0x1F))), keys + groupAt.value(r[keys].toString())) =
+            r[keys + 1];
     }
     return out;
 }
@@ -174,15 +175,15 @@ CellArray withHeads(const TableRows& t) {
 // The table of a slot in the file of its own: a worksheet's range is named as in a workbook.
 QString ownFileTable(const Slot& s, const QString& file) {
     return foreignKind(file) == ForeignKind::Wk1 ? studyDataTableName(s.kind, s.bpu, s.year)
-                                                  : QFileInfo(file).completeBaseName();
+                                                 : QFileInfo(file).completeBaseName();
 }
 
 bool writeSlot(const TableRows& rows, const Slot& s, const QString& path) {
     if (fileForEachTable(path)) {
         const QString file = studyDataFilePath(s.kind, path, s.bpu, s.year);
         const bool heads = foreignKind(path) == ForeignKind::Text && isCrossTable(s.kind);
-        return writeTableFile(heads ? withHeads(rows) : rows.rows, file, ownFileTable(s, file), rows.fieldNames,
-                              true);
+        return writeTableFile(heads ? withHeads(rows) : rows.rows, file, ownFileTable(s, file),
+                              rows.fieldNames, true);
     }
     return writeTableFile(rows.rows, path, studyDataTableName(s.kind, s.bpu, s.year), rows.fieldNames);
 }
@@ -190,8 +191,8 @@ bool writeSlot(const TableRows& rows, const Slot& s, const QString& path) {
 } // namespace
 
 const std::array<StudyData, 5>& studyDataKinds() {
-    static const std::array<StudyData, 5> all{StudyData::Population, StudyData::DeathRates, StudyData::Proportions,
-                                              StudyData::Epi, StudyData::Weights};
+    static const std::array<StudyData, 5> all{StudyData::Population, StudyData::DeathRates,
+                                              StudyData::Proportions, StudyData::Epi, StudyData::Weights};
     return all;
 }
 
@@ -211,17 +212,18 @@ std::optional<TableRows> studyDataRows(const DbConnection& db, const QString& st
                                        const QString& bpu, int year, QSqlError* error) {
     switch (kind) {
     case StudyData::Proportions:
-        return crossRows(db,
-                         QStringLiteral("SELECT BPUID, COBCd, YEAR, ASG, AVG(CSMP) FROM DatCSM WHERE BPUID = ? AND "
-                                        "YEAR = ? GROUP BY BPUID, COBCd, YEAR, ASG ORDER BY MIN(rowid)"),
-                         {bpu, year}, {QStringLiteral("BPUID"), QStringLiteral("COBCD"), QStringLiteral("YEAR")},
-                         error);
+        return crossRows(
+            db,
+            QStringLiteral("SELECT BPUID, COBCd, YEAR, ASG, AVG(CSMP) FROM DatCSM WHERE BPUID = ? AND "
+                           "YEAR = ? GROUP BY BPUID, COBCd, YEAR, ASG ORDER BY MIN(rowid)"),
+            {bpu, year}, {QStringLiteral("BPUID"), QStringLiteral("COBCD"), QStringLiteral("YEAR")}, error);
     case StudyData::Weights:
-        return crossRows(db,
-                         QStringLiteral("SELECT d.COBCd, (SELECT s.Sequela FROM _DctBDMSqla s WHERE s.SqlaCd = "
-                                        "d.COBCd ORDER BY s.rowid LIMIT 1), d.ASG, MAX(d.Dwt) FROM DatDwt d WHERE "
-                                        "d.BDSId = ? AND d.YEAR = ? GROUP BY d.COBCd, d.ASG ORDER BY MIN(d.rowid)"),
-                         {study, year}, {QStringLiteral("SQLACD"), QStringLiteral("SEQUELA")}, error);
+        return crossRows(
+            db,
+            QStringLiteral("SELECT d.COBCd, (SELECT s.Sequela FROM _DctBDMSqla s WHERE s.SqlaCd = "
+                           "d.COBCd ORDER BY s.rowid LIMIT 1), d.ASG, MAX(d.Dwt) FROM DatDwt d WHERE "
+                           "d.BDSId = ? AND d.YEAR = ? GROUP BY d.COBCd, d.ASG ORDER BY MIN(d.rowid)"),
+            {study, year}, {QStringLiteral("SQLACD"), QStringLiteral("SEQUELA")}, error);
     default:
         return selectRows(db,
                           QStringLiteral("SELECT * FROM %1 WHERE BPUID = ? AND YEAR = ? ORDER BY rowid")
@@ -239,13 +241,14 @@ QString studyDataTableName(StudyData kind, const QString& bpu, int year) {
 QString studyDataFilePath(StudyData kind, const QString& path, const QString& bpu, int year) {
     const QString stem = text(kindOf(kind).stem);
     const QString ext = QFileInfo(path).suffix();
-    const QString name = kind == StudyData::Weights ? QStringLiteral("%1_%2.%3").arg(stem).arg(year).arg(ext)
-                                                    : QStringLiteral("%1_%2_%3.%4").arg(stem, bpu).arg(year).arg(ext);
+    const QString name = kind == StudyData::Weights
+                             ? QStringLiteral("%1_%2.%3").arg(stem).arg(year).arg(ext)
+                             : QStringLiteral("%1_%2_%3.%4").arg(stem, bpu).arg(year).arg(ext);
     return QFileInfo(path).dir().filePath(name);
 }
 
-TransferResult exportStudyData(const StudyContext& context, std::optional<StudyData> kind, const QString& path,
-                               const StudyDataScope& scope) {
+TransferResult exportStudyData(const StudyContext& context, std::optional<StudyData> kind,
+                               const QString& path, const StudyDataScope& scope) {
     const DbConnection& db = *context.StudyDB;
     const QList<Slot> tables = slotsOf(context, kind, scope);
     if (fileForEachTable(path))
@@ -280,8 +283,8 @@ namespace {
 // A table of an export read back, as rows for its study table.
 struct ReadSlot {
     Slot slot;
-    QStringList fields;  // of the study table, after `lead`
-    QVariantList lead;   // values of the first fields (the weights' study and year)
+    QStringList fields; // of the study table, after `lead`
+    QVariantList lead;  // values of the first fields (the weights' study and year)
     CellArray rows;
 };
 
@@ -303,7 +306,8 @@ bool splitHeads(const QString& path, CellArray& rows, QStringList& heads) {
 }
 
 // A cross table back into rows (keys..., group, value), one for each cell that holds a value.
-CellArray uncross(const CellArray& rows, const QStringList& heads, const QList<int>& keyColumns, int firstGroup) {
+CellArray uncross(const CellArray& rows, const QStringList& heads, const QList<int>& keyColumns,
+                  int firstGroup) {
     QList<QList<Cell>> out;
     for (int i = 0; rows.rank() == 2 && i < rows.size(0); ++i)
         for (int c = firstGroup; c < rows.size(1) && c < heads.size(); ++c) {
@@ -385,8 +389,8 @@ int rowCount(const CellArray& rows) {
 
 } // namespace
 
-TransferResult importStudyData(const StudyContext& context, std::optional<StudyData> kind, const QString& path,
-                               const StudyDataScope& scope) {
+TransferResult importStudyData(const StudyContext& context, std::optional<StudyData> kind,
+                               const QString& path, const StudyDataScope& scope) {
     const DbConnection& db = *context.StudyDB;
     QList<ReadSlot> found;
     QStringList withRows;

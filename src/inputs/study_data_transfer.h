@@ -43,9 +43,9 @@ enum class StudyData { Population, DeathRates, Proportions, Epi, Weights, Sequel
 
 // The five of the menu in its order (mnu_expAll runs them so, then the two without an item).
 const std::array<StudyData, 5>& studyDataKinds();
-const char* studyDataItem(StudyData kind);  // mnu_exp_Pop ...; nullptr for the two without an item
-QString studyDataLabel(StudyData kind);     // "(Population)" ...
-QString studyDataTable(StudyData kind);     // DatPOP ...
+const char* studyDataItem(StudyData kind); // mnu_exp_Pop ...; nullptr for the two without an item
+QString studyDataLabel(StudyData kind);    // "(Population)" ...
+QString studyDataTable(StudyData kind);    // DatPOP ...
 
 // The table of a unit and year (the unit is ignored for the weights) as it goes to a file.
 std::optional<TableRows> studyDataRows(const DbConnection& db, const QString& study, StudyData kind,
@@ -62,11 +62,11 @@ struct StudyDataScope {
 };
 
 // The export of one kind (or of all seven, std::nullopt) for the units and years of the context.
-TransferResult exportStudyData(const StudyContext& context, std::optional<StudyData> kind, const QString& path,
-                               const StudyDataScope& scope = {});
+TransferResult exportStudyData(const StudyContext& context, std::optional<StudyData> kind,
+                               const QString& path, const StudyDataScope& scope = {});
 
 // The import of what such an export wrote at `path`, for one kind or all seven.
-TransferResult importStudyData(const StudyContext& context, std::optional<StudyData> kind, const QString& path,
-                               const StudyDataScope& scope = {});
+TransferResult importStudyData(const StudyContext& context, std::optional<StudyData> kind,
+                               const QString& path, const StudyDataScope& scope = {});
 
 } // namespace vesk

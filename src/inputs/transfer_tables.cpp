@@ -73,7 +73,8 @@ QString quoted(const QString& name) {
 bool replaceFile(const CellArray& rows, const QString& path, const QString& table, const QStringList& names) {
     const QFileInfo target(path);
     const QString unique = QUuid::createUuid().toString(QUuid::Id128);
-    const QString aside = target.dir().filePath(QStringLiteral(".%1.%2.aside").arg(target.fileName(), unique));
+    const QString aside =
+        target.dir().filePath(QStringLiteral(".%1.%2.aside").arg(target.fileName(), unique));
     if (!QFile::rename(path, aside)) {
         setForeignError(engine_error::kNotWritable, QStringLiteral("'%1' cannot be replaced.").arg(path));
         return false;
@@ -97,7 +98,8 @@ CellArray exactForDbase(const CellArray& rows) {
         bool tooLong = false;
         for (int i = 0; i < rows.size(0) && !tooLong; ++i) {
             const Cell& v = rows(rows.lbound(0) + i, rows.lbound(1) + c);
-            tooLong = v.isNumber() && !v.isDate() && !v.isBoolean() && shortestNumber(v.toDouble()).size() > 20;
+            tooLong =
+                v.isNumber() && !v.isDate() && !v.isBoolean() && shortestNumber(v.toDouble()).size() > 20;
         }
         for (int i = 0; i < rows.size(0) && tooLong; ++i) {
             Cell& v = out(out.lbound(0) + i, out.lbound(1) + c);
@@ -165,8 +167,9 @@ bool runStatements(const DbConnection& db, const QStringList& statements, QSqlEr
     return true;
 }
 
-bool appendRows(const DbConnection& db, const QString& table, const QStringList& fields, const CellArray& rows,
-                QSqlError* error, const QVariantList& lead, const ValueConversion& convert) {
+bool appendRows(const DbConnection& db, const QString& table, const QStringList& fields,
+                const CellArray& rows, QSqlError* error, const QVariantList& lead,
+                const ValueConversion& convert) {
     if (rows.rank() != 2 || rows.size(0) == 0)
         return true;
     const int fromArray = std::min<int>(rows.size(1), static_cast<int>(fields.size() - lead.size()));
@@ -219,7 +222,10 @@ std::optional<QString> shortTextRow(const CellArray& rows) {
         while (present > 0 && rows(rows.lbound(0) + i, rows.lbound(1) + present - 1).isEmpty())
             --present;
         if (present < rows.size(1))
-            return QStringLiteral("Row %1 of the file has %2 of its %3 fields.").arg(i + 1).arg(present).arg(rows.size(1));
+            return QStringLiteral("Row %1 of the file has %2 of its %3 fields.")
+                .arg(i + 1)
+                .arg(present)
+                .arg(rows.size(1));
     }
     return std::nullopt;
 }
@@ -290,7 +296,8 @@ std::optional<CellArray> sectionRows(const QString& text, const QString& source,
     return parseTextTable(text.mid(first, std::max<qsizetype>(stop - first, 0)), source, error);
 }
 
-std::optional<QString> firstBreakingValue(const CellArray& rows, const std::function<bool(const QString&)>& breaks) {
+std::optional<QString> firstBreakingValue(const CellArray& rows,
+                                          const std::function<bool(const QString&)>& breaks) {
     if (rows.rank() != 2)
         return std::nullopt;
     for (int i = 0; i < rows.size(0); ++i)

@@ -53,8 +53,9 @@ bool runStatements(const DbConnection& db, const QStringList& statements, QSqlEr
 // number bound to a text field as the runtime prints it (so that a code 7 read from a worksheet is
 // "7", not "7.0"). `convert`, when given, turns a value first (column index of the array, value).
 using ValueConversion = std::function<Cell(int column, const Cell& value)>;
-bool appendRows(const DbConnection& db, const QString& table, const QStringList& fields, const CellArray& rows,
-                QSqlError* error, const QVariantList& lead = {}, const ValueConversion& convert = {});
+bool appendRows(const DbConnection& db, const QString& table, const QStringList& fields,
+                const CellArray& rows, QSqlError* error, const QVariantList& lead = {},
+                const ValueConversion& convert = {});
 
 // A table written into the foreign file of `path` (FnWriteArrFile). A text file or a dBase table
 // that is there is replaced (the caller asks first), and so is a worksheet or database file when
@@ -92,6 +93,7 @@ std::optional<CellArray> sectionRows(const QString& text, const QString& source,
                                      const std::function<bool(const QString&)>& isHeading,
                                      const std::function<bool(const QString&)>& ends, QString* error);
 // A value a section would not bring back: the first text of `rows` for which `breaks` is true.
-std::optional<QString> firstBreakingValue(const CellArray& rows, const std::function<bool(const QString&)>& breaks);
+std::optional<QString> firstBreakingValue(const CellArray& rows,
+                                          const std::function<bool(const QString&)>& breaks);
 
 } // namespace vesk

@@ -60,7 +60,8 @@ std::optional<CellArray> textRows(const QString& content, const QString& path, U
     auto rows = sectionRows(
         content, path, [&](const QString& line) { return line.contains(name); },
         [&](const QString& line) {
-            return std::any_of(names.begin(), names.end(), [&](const QString& n) { return line.contains(n); });
+            return std::any_of(names.begin(), names.end(),
+                               [&](const QString& n) { return line.contains(n); });
         },
         error);
     if (!rows || rows->rank() != 2)
@@ -93,7 +94,8 @@ bool readLevels(const QString& path, std::optional<UnitLevel> level, const VeskS
     if (foreignKind(path) == ForeignKind::Text) {
         content = readTextContent(path);
         if (!content) {
-            show(text(t::kPopError) + QStringLiteral("The file '%1' cannot be read.").arg(path), Icon::Critical);
+            show(text(t::kPopError) + QStringLiteral("The file '%1' cannot be read.").arg(path),
+                 Icon::Critical);
             return false;
         }
     }
@@ -125,7 +127,8 @@ bool readLevels(const QString& path, std::optional<UnitLevel> level, const VeskS
 }
 
 QStringList purgeStatements() {
-    return {QStringLiteral("DELETE FROM _DctBPU WHERE BDSId = ?"), QStringLiteral("DELETE FROM _DctPAG1 WHERE BDSId = ?"),
+    return {QStringLiteral("DELETE FROM _DctBPU WHERE BDSId = ?"),
+            QStringLiteral("DELETE FROM _DctPAG1 WHERE BDSId = ?"),
             QStringLiteral("DELETE FROM _DctPAG2 WHERE BDSId = ?")};
 }
 
@@ -136,8 +139,9 @@ const char* importedMessage(std::optional<UnitLevel> level) {
 std::optional<TableRows> studyRows(const DbConnection& db, const QString& study, UnitLevel level,
                                    QString* failure) {
     QSqlError error;
-    auto rows = selectRows(db, QStringLiteral("SELECT * FROM %1 WHERE BDSId = ? ORDER BY rowid").arg(levelOf(level).table),
-                           {study}, &error);
+    auto rows = selectRows(
+        db, QStringLiteral("SELECT * FROM %1 WHERE BDSId = ? ORDER BY rowid").arg(levelOf(level).table),
+        {study}, &error);
     if (!rows) {
         *failure = engineDescription(error);
         return std::nullopt;
@@ -156,7 +160,8 @@ std::optional<TableRows> studyRows(const DbConnection& db, const QString& study,
 std::optional<QString> sectionFailure(const CellArray& rows, UnitLevel level, const VeskSettings& s) {
     const QStringList names = {unitSourceName(UnitLevel::Bpu, s), unitSourceName(UnitLevel::Pag1, s),
                                unitSourceName(UnitLevel::Pag2, s)};
-    const auto breaking = firstBreakingValue(rows, [](const QString& v) { return v.contains(u'\n') || v.contains(u'\r'); });
+    const auto breaking =
+        firstBreakingValue(rows, [](const QString& v) { return v.contains(u'\n') || v.contains(u'\r'); });
     if (breaking)
         return text(t::kLineBreakInSection).arg(*breaking, text(levelOf(level).table));
     for (const QString& name : names) {
@@ -227,7 +232,8 @@ TransferResult FnImpPopUntsAll(StudyContext& context, std::optional<UnitLevel> l
         return TransferResult::Failed;
     // The schema is purged when the study has one (its units) and the user says so.
     const bool purge = hasRows(db, QStringLiteral("SELECT 1 FROM _DctBPU WHERE BDSId = ?"), {study});
-    if (purge && prompts().ask(text(t::kPurgeSchema).arg(study), Buttons::YesNo, Icon::Question) != Answer::Yes) {
+    if (purge &&
+        prompts().ask(text(t::kPurgeSchema).arg(study), Buttons::YesNo, Icon::Question) != Answer::Yes) {
         show(text(t::kAbortSchema), Icon::Information);
         return TransferResult::Declined;
     }
@@ -240,7 +246,8 @@ TransferResult FnImpPopUntsAll(StudyContext& context, std::optional<UnitLevel> l
                     return false;
             for (UnitLevel l : levelsFor(level)) {
                 const QString table = unitTableName(l);
-                if (!appendRows(db, table, FnGetFldNames(db, table), rows[static_cast<std::size_t>(l)], e, {study}))
+                if (!appendRows(db, table, FnGetFldNames(db, table), rows[static_cast<std::size_t>(l)], e,
+                                {study}))
                     return false;
             }
             return true;

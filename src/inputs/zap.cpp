@@ -19,8 +19,10 @@ struct Purge {
 
 ZapResult run(const DbConnection& db, const Purge& p) {
     QSqlError error;
-    if (!inOneImport(db, [&](QSqlError* e) { return runStatements(db, p.statements, e); }, &error)) {
-        prompts().ask(text(p.error) + engineDescription(error), Buttons::Ok, Icon::Critical, text(t::kPurgeTitle));
+    if (!inOneImport(
+            db, [&](QSqlError* e) { return runStatements(db, p.statements, e); }, &error)) {
+        prompts().ask(text(p.error) + engineDescription(error), Buttons::Ok, Icon::Critical,
+                      text(t::kPurgeTitle));
         return ZapResult::Failed;
     }
     prompts().ask(text(p.purged), Buttons::Ok, Icon::Information, text(t::kPurgeTitle));
@@ -92,15 +94,14 @@ ZapResult zapDictionaries(const DbConnection& db, const QString& study) {
         QString list;
         for (const QString& u : units)
             list += QStringLiteral("\n[") + u + u']';
-        const QString warning = text(t::kLinkedUnits) + list + QStringLiteral("\n\n") + text(t::kLinkedWarning) +
-                                QStringLiteral("\n\n") + text(t::kOkToZap);
+        const QString warning = text(t::kLinkedUnits) + list + QStringLiteral("\n\n") +
+                                text(t::kLinkedWarning) + QStringLiteral("\n\n") + text(t::kOkToZap);
         if (prompts().ask(warning, Buttons::OkCancel, Icon::Warning, text(t::kPurgeTitle)) != Answer::Ok)
             return ZapResult::Declined;
     } else if (!confirmed(text(t::kPurgeDictionaries))) {
         return ZapResult::Declined;
     }
-    return run(db, {ProcImpDctRecoverStatements(), t::kDictionariesPurged,
-                    t::kDictionariesPurgeError});
+    return run(db, {ProcImpDctRecoverStatements(), t::kDictionariesPurged, t::kDictionariesPurgeError});
 }
 
 ZapResult zapStudyData(const DbConnection& db) {

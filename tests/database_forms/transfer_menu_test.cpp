@@ -48,7 +48,8 @@ private:
         s.program = std::make_unique<RunningProgram>(s.folder);
         QVERIFY(s.program->waitForFrame());
         QVERIFY(s.program->waitForChain());
-        QVERIFY2(s.program->prompts.messages().isEmpty(), qPrintable(s.program->prompts.messages().join('\n')));
+        QVERIFY2(s.program->prompts.messages().isEmpty(),
+                 qPrintable(s.program->prompts.messages().join('\n')));
     }
 
     static QStringList rows(const QString& sql) { return queryRows(*studyContext().StudyDB, sql); }
@@ -93,7 +94,8 @@ private slots:
         QVERIFY(s.program->prompts.messages().contains(QString::fromUtf8(t::kDictionariesPurged)));
         QVERIFY(rows(QStringLiteral("SELECT * FROM _DctBDM")).isEmpty());
         // The chain, loading the study again, finds none of its causes and offers the error.
-        QVERIFY(s.program->prompts.messages().join('\n').contains(QStringLiteral("The Cobcds are not declared in _DctBdm")));
+        QVERIFY(s.program->prompts.messages().join('\n').contains(
+            QStringLiteral("The Cobcds are not declared in _DctBdm")));
 
         s.program->prompts.clear();
         s.program->prompts.fileAnswer(book);
@@ -128,7 +130,8 @@ private slots:
         trigger(s, "mnu_GrpDic");
         QVERIFY(s.program->waitForChain());
         const QStringList shown = s.program->prompts.messages();
-        QVERIFY(shown.first().startsWith(QStringLiteral("Are you sure the Data in the Text File is in the Format: ")));
+        QVERIFY(shown.first().startsWith(
+            QStringLiteral("Are you sure the Data in the Text File is in the Format: ")));
         QVERIFY(shown.at(1).startsWith(QStringLiteral("The table _DctBDMGrps already has data")));
         QVERIFY(shown.contains(QString::fromUtf8(t::kGroupsImported)));
         QCOMPARE(rows(QStringLiteral("SELECT count(*) FROM _DctBDMGrps")), QStringList{QStringLiteral("3")});
@@ -169,7 +172,8 @@ private slots:
         s.program->prompts.clear();
         s.program->prompts.fileAnswer(std::nullopt);
         trigger(s, "mnu_expASRD");
-        QCOMPARE(s.program->prompts.shown().first().text, QStringLiteral("Save As (Age Spec. Disability Weights)"));
+        QCOMPARE(s.program->prompts.shown().first().text,
+                 QStringLiteral("Save As (Age Spec. Disability Weights)"));
 
         s.program->prompts.clear();
         s.program->prompts.answer(Answer::Yes);
@@ -188,7 +192,8 @@ private slots:
         QVERIFY(s.program->waitForChain());
         const QStringList shown = s.program->prompts.messages();
         QVERIFY(shown.contains(QString::fromUtf8(t::kSetupPurged)));
-        QVERIFY2(shown.contains(QStringLiteral("No entry in the Dictionary of Studies")), qPrintable(shown.join('\n')));
+        QVERIFY2(shown.contains(QStringLiteral("No entry in the Dictionary of Studies")),
+                 qPrintable(shown.join('\n')));
         QCOMPARE(setupOpened, QList<bool>{true});
     }
 

@@ -12,10 +12,12 @@ extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size) {
     const QString text = QString::fromUtf8(reinterpret_cast<const char*>(data), static_cast<qsizetype>(size));
     QString error;
     (void)vesk::sectionRows(
-        text, QStringLiteral("fuzz.txt"), [](const QString& line) { return line.toUpper() == QLatin1String("[_DCTBDM]"); },
+        text, QStringLiteral("fuzz.txt"),
+        [](const QString& line) { return line.toUpper() == QLatin1String("[_DCTBDM]"); },
         [](const QString& line) { return line.isEmpty() || line.startsWith(u'['); }, &error);
     (void)vesk::sectionRows(
-        text, QStringLiteral("fuzz.txt"), [](const QString& line) { return line.contains(QLatin1String("_DctBPU")); },
+        text, QStringLiteral("fuzz.txt"),
+        [](const QString& line) { return line.contains(QLatin1String("_DctBPU")); },
         [](const QString& line) {
             return line.contains(QLatin1String("_DctPAG1")) || line.contains(QLatin1String("_DctPAG2"));
         },

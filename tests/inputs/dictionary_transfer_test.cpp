@@ -3,12 +3,11 @@
 // name, "Yes" / "No" of the causes, and failures midway (a bad row, a file cut short) that must
 // leave every table of the study as it was.
 
-#include "transfer_fixture.h"
-
 #include "inputs/dictionary_transfer.h"
 #include "inputs/foreign_file.h"
 #include "inputs/transfer_texts.h"
 #include "inputs/zap.h"
+#include "transfer_fixture.h"
 
 #include <QFile>
 #include <QFileInfo>
@@ -19,11 +18,9 @@ namespace {
 
 namespace t = transfer_texts;
 
-const QStringList kDictionaryTables = {QStringLiteral("_DctBDMGrps"), QStringLiteral("_DctBDMSGrps"),
+const QStringList kDictionaryTables = {QStringLiteral("_DctBDMGrps"),  QStringLiteral("_DctBDMSGrps"),
                                        QStringLiteral("_DctBDMClstr"), QStringLiteral("_DctBDM"),
                                        QStringLiteral("_DctBDMSqla"),  QStringLiteral("_MapBDMSqla")};
-
-
 
 using DictionaryTransferTest = TransferTest;
 
@@ -70,8 +67,10 @@ TEST_F(DictionaryTransferTest, AllSixGoOutZapAndComeBackThroughEveryKindOfFile) 
         ASSERT_EQ(zapDictionaries(db(), studyContext().CurBDSId), ZapResult::Purged);
         for (const QString& table : kDictionaryTables)
             ASSERT_TRUE(dump(table).isEmpty()) << table.toStdString();
-        ASSERT_EQ(ImpAllDct(db(), file), TransferResult::Done) << kind.toStdString() << ' ' << lastMessage().toStdString();
-        EXPECT_EQ(lastMessage().toStdString(), std::string(kind == QLatin1String("txt") ? t::kAllUpdated : t::kAllImported));
+        ASSERT_EQ(ImpAllDct(db(), file), TransferResult::Done)
+            << kind.toStdString() << ' ' << lastMessage().toStdString();
+        EXPECT_EQ(lastMessage().toStdString(),
+                  std::string(kind == QLatin1String("txt") ? t::kAllUpdated : t::kAllImported));
         for (const QString& table : kDictionaryTables)
             EXPECT_EQ(sorted(table), before[table]) << kind.toStdString() << ' ' << table.toStdString();
     }
@@ -113,18 +112,22 @@ TEST_F(DictionaryTransferTest, TheCausesFourthColumnIsYesOrNoInATextFile) {
     // A file written by hand with "yes" / "NO" in any case stores the Boolean.
     ASSERT_TRUE(writeBytes(file, "11011;Tuberculosis;1101;yes\r\n11012;HIV/AIDS;1101;NO\r\n"));
     answer({Answer::Yes, Answer::Yes});
-    ASSERT_EQ(importDictionary(db(), DictionaryTable::Causes, file), TransferResult::Done) << lastMessage().toStdString();
-    EXPECT_EQ(sorted(QStringLiteral("_DctBDM")), "11011|Tuberculosis|1101|-1|<null>\n11012|HIV/AIDS|1101|0|<null>");
+    ASSERT_EQ(importDictionary(db(), DictionaryTable::Causes, file), TransferResult::Done)
+        << lastMessage().toStdString();
+    EXPECT_EQ(sorted(QStringLiteral("_DctBDM")),
+              "11011|Tuberculosis|1101|-1|<null>\n11012|HIV/AIDS|1101|0|<null>");
     EXPECT_EQ(lastMessage().toStdString(), std::string(t::kCausesImported));
 }
 
 TEST_F(DictionaryTransferTest, TheLayoutQuestionFollowsTheKindOfFile) {
-    EXPECT_EQ(dictionaryLayoutQuestion(DictionaryTable::Groups, QStringLiteral("g.txt")).toStdString(),
-              std::string("Are you sure the Data in the Text File is in the Format: GroupCode; Description  and "
-                             "the Group codes in the first column are single Digit Integers"));
-    EXPECT_EQ(dictionaryLayoutQuestion(DictionaryTable::SubGroups, QStringLiteral("g.WK1")).toStdString(),
-              std::string("Are you sure the Worksheet contains a Named range called _DctBDMSGrps, this range has "
-                             "the following three columns: SubGroup Code;Description;GroupCode"));
+    EXPECT_EQ(
+        dictionaryLayoutQuestion(DictionaryTable::Groups, QStringLiteral("g.txt")).toStdString(),
+        std::string("Are you sure the Data in the Text File is in the Format: GroupCode; Description  and "
+                    "the Group codes in the first column are single Digit Integers"));
+    EXPECT_EQ(
+        dictionaryLayoutQuestion(DictionaryTable::SubGroups, QStringLiteral("g.WK1")).toStdString(),
+        std::string("Are you sure the Worksheet contains a Named range called _DctBDMSGrps, this range has "
+                    "the following three columns: SubGroup Code;Description;GroupCode"));
     EXPECT_EQ(dictionaryLayoutQuestion(DictionaryTable::Map, QStringLiteral("g.dbf")).toStdString(),
               std::string("Are you sure the Data in the MDB/DBF File is in the Format: SequelaCode Cobcode"));
     // No to the layout leaves before anything is read or asked.
@@ -143,10 +146,11 @@ TEST_F(DictionaryTransferTest, NoToOverwritingLeavesTheTableAsItWas) {
     answer({Answer::Yes, Answer::No});
     EXPECT_EQ(importDictionary(db(), DictionaryTable::Groups, file), TransferResult::Declined);
     ASSERT_EQ(prompts.shown().size(), 2);
-    EXPECT_EQ(prompts.shown()[1].text.toStdString(),
-              std::string("The table _DctBDMGrps already has data . Do U want to overwrite the Data? \nYou can "
-                             "delete the already existing data from all the Tables by the menu :  File -> Zap -> "
-                             "Default Dictionaries and Maps "));
+    EXPECT_EQ(
+        prompts.shown()[1].text.toStdString(),
+        std::string("The table _DctBDMGrps already has data . Do U want to overwrite the Data? \nYou can "
+                    "delete the already existing data from all the Tables by the menu :  File -> Zap -> "
+                    "Default Dictionaries and Maps "));
     EXPECT_EQ(dumpAll(), before);
 }
 
@@ -156,7 +160,8 @@ TEST_F(DictionaryTransferTest, AWrongRangeNameGivesTheNotFoundMessageOfTheTable)
     CellArray rows{1, 2};
     rows(0, 0) = Cell(1.0);
     rows(0, 1) = Cell(QStringLiteral("One"));
-    ASSERT_TRUE(FnWriteArrFile(rows, file, QStringLiteral("Groups"), {QStringLiteral("GrpCd"), QStringLiteral("Group")}));
+    ASSERT_TRUE(FnWriteArrFile(rows, file, QStringLiteral("Groups"),
+                               {QStringLiteral("GrpCd"), QStringLiteral("Group")}));
     const auto before = dumpAll();
     answer({Answer::Yes, Answer::Yes});
     EXPECT_EQ(importDictionary(db(), DictionaryTable::Groups, file), TransferResult::Failed);
@@ -186,12 +191,14 @@ TEST_F(DictionaryTransferTest, ABadRowMidwayLeavesEveryTableAsItWas) {
     ASSERT_EQ(exportDictionary(db(), std::nullopt, file), TransferResult::Done);
     QString content = QString::fromUtf8(readBytes(file));
     // A cluster code too long for its field, in the fourth table: three are written before it fails.
-    content.replace(QStringLiteral("\r\n11011;Tuberculosis;1101;"), QStringLiteral("\r\n11011;Tuberculosis;110199;"));
+    content.replace(QStringLiteral("\r\n11011;Tuberculosis;1101;"),
+                    QStringLiteral("\r\n11011;Tuberculosis;110199;"));
     ASSERT_TRUE(writeBytes(file, content.toUtf8()));
     const auto before = dumpAll();
     answer({Answer::Yes});
     EXPECT_EQ(ImpAllDct(db(), file), TransferResult::Failed);
-    EXPECT_TRUE(lastMessage().startsWith(QStringLiteral("Unable to update the table _DctBDM\n"))) << lastMessage().toStdString();
+    EXPECT_TRUE(lastMessage().startsWith(QStringLiteral("Unable to update the table _DctBDM\n")))
+        << lastMessage().toStdString();
     EXPECT_EQ(dumpAll(), before);
 
     // One dictionary: a group code that is no single digit.
@@ -199,8 +206,9 @@ TEST_F(DictionaryTransferTest, ABadRowMidwayLeavesEveryTableAsItWas) {
     ASSERT_TRUE(writeBytes(groups, "1;One\r\n2;Two\r\n12;Twelve\r\n"));
     answer({Answer::Yes, Answer::Yes});
     EXPECT_EQ(importDictionary(db(), DictionaryTable::Groups, groups), TransferResult::Failed);
-    EXPECT_EQ(lastMessage().toStdString(), std::string("Unable to append to the table _DctBDMGrps\nThe Burden groups should be "
-                                            "single Digit Integers, you are trying to enter an invalid code for the group"));
+    EXPECT_EQ(lastMessage().toStdString(),
+              std::string("Unable to append to the table _DctBDMGrps\nThe Burden groups should be "
+                          "single Digit Integers, you are trying to enter an invalid code for the group"));
     EXPECT_EQ(dumpAll(), before);
 
     // Groups that leave a subgroup without its group fail at the end, and change nothing.
@@ -220,7 +228,8 @@ TEST_F(DictionaryTransferTest, AFileCutShortLeavesEveryTableAsItWas) {
         ASSERT_EQ(exportDictionary(db(), std::nullopt, file), TransferResult::Done) << kind.toStdString();
         QByteArray bytes = readBytes(file);
         // Cut inside the causes' rows, well past the groups.
-        const qsizetype at = kind == QLatin1String("txt") ? bytes.indexOf("Malaria") + 3 : bytes.size() * 2 / 3;
+        const qsizetype at =
+            kind == QLatin1String("txt") ? bytes.indexOf("Malaria") + 3 : bytes.size() * 2 / 3;
         bytes.truncate(at);
         QFile::remove(file);
         ASSERT_TRUE(writeBytes(file, bytes));
@@ -239,7 +248,8 @@ TEST_F(DictionaryTransferTest, AFileCutShortLeavesEveryTableAsItWas) {
         QFile::remove(file);
         ASSERT_TRUE(writeBytes(file, bytes));
         answer({Answer::Yes, Answer::Yes});
-        EXPECT_EQ(importDictionary(db(), DictionaryTable::Causes, file), TransferResult::Failed) << kind.toStdString();
+        EXPECT_EQ(importDictionary(db(), DictionaryTable::Causes, file), TransferResult::Failed)
+            << kind.toStdString();
         EXPECT_FALSE(lastMessage().isEmpty());
         EXPECT_EQ(dumpAll(), before) << kind.toStdString();
     }

@@ -2,13 +2,12 @@
 // all of them through each kind of file, zapped and read back row for row; the cross tables of the
 // proportions and weights against their rows; failures midway that leave every table as it was.
 
-#include "transfer_fixture.h"
-
 #include "inputs/foreign_file.h"
 #include "inputs/study_data_transfer.h"
 #include "inputs/text_file.h"
 #include "inputs/transfer_texts.h"
 #include "inputs/zap.h"
+#include "transfer_fixture.h"
 
 #include <QDir>
 #include <QFile>
@@ -18,16 +17,15 @@ namespace {
 
 namespace t = transfer_texts;
 
-const QStringList kDataTables = {QStringLiteral("DatPOP"), QStringLiteral("DatASDR"),    QStringLiteral("DatCSM"),
-                                 QStringLiteral("DatADW"), QStringLiteral("DatDwt"),     QStringLiteral("DatADWSqla"),
+const QStringList kDataTables = {QStringLiteral("DatPOP"),         QStringLiteral("DatASDR"),
+                                 QStringLiteral("DatCSM"),         QStringLiteral("DatADW"),
+                                 QStringLiteral("DatDwt"),         QStringLiteral("DatADWSqla"),
                                  QStringLiteral("DatDmgphyPrmtrs")};
 
 // The five of the menu and the two that only an export of all writes.
 const QList<StudyData> kAllKinds = {StudyData::Population, StudyData::DeathRates, StudyData::Proportions,
                                     StudyData::Epi,        StudyData::Weights,    StudyData::SequelaEpi,
                                     StudyData::Demography};
-
-
 
 using StudyDataTransferTest = TransferTest;
 
@@ -63,7 +61,8 @@ TEST_F(StudyDataTransferTest, AllStudyDataGoesOutZapAndComesBack) {
         ASSERT_EQ(exportStudyData(studyContext(), std::nullopt, file), TransferResult::Done)
             << kind.toStdString() << ' ' << lastMessage().toStdString();
         // Eight units for the six tables of a unit, and the weights of the year.
-        EXPECT_TRUE(lastMessage().endsWith(QStringLiteral(": 49 tables written"))) << lastMessage().toStdString();
+        EXPECT_TRUE(lastMessage().endsWith(QStringLiteral(": 49 tables written")))
+            << lastMessage().toStdString();
         answer({Answer::Yes});
         ASSERT_EQ(zapStudyData(db()), ZapResult::Purged);
         for (const char* table : {"DatPOP", "DatASDR", "DatCSM", "DatADW", "DatADWSqla", "DatDmgphyPrmtrs"})
@@ -80,21 +79,26 @@ TEST_F(StudyDataTransferTest, AllStudyDataGoesOutZapAndComesBack) {
 
 TEST_F(StudyDataTransferTest, TheProportionsGoOutAsACrossTableOfTheirAgeSexGroups) {
     QSqlError error;
-    const auto rows = studyDataRows(db(), QStringLiteral("DEM"), StudyData::Proportions, QStringLiteral("CAP"), 2020, &error);
+    const auto rows = studyDataRows(db(), QStringLiteral("DEM"), StudyData::Proportions,
+                                    QStringLiteral("CAP"), 2020, &error);
     ASSERT_TRUE(rows);
     ASSERT_GE(rows->fieldNames.size(), 4);
     EXPECT_EQ(rows->fieldNames.mid(0, 3).join(u',').toStdString(), "BPUID,COBCD,YEAR");
     // A row for each cause, a column for each group; each cell the stored proportion.
-    const QStringList causes = queryRows(db(), QStringLiteral("SELECT DISTINCT COBCd FROM DatCSM WHERE BPUID = 'CAP'"));
-    const QStringList groups = queryRows(db(), QStringLiteral("SELECT DISTINCT ASG FROM DatCSM WHERE BPUID = 'CAP'"));
+    const QStringList causes =
+        queryRows(db(), QStringLiteral("SELECT DISTINCT COBCd FROM DatCSM WHERE BPUID = 'CAP'"));
+    const QStringList groups =
+        queryRows(db(), QStringLiteral("SELECT DISTINCT ASG FROM DatCSM WHERE BPUID = 'CAP'"));
     ASSERT_EQ(rows->rowCount(), causes.size());
     ASSERT_EQ(rows->fieldNames.size(), 3 + groups.size());
     int checked = 0;
     for (int i = 0; i < rows->rowCount(); ++i)
         for (int c = 3; c < rows->fieldNames.size(); ++c) {
-            const QStringList stored = queryRows(db(), QStringLiteral("SELECT CSMP FROM DatCSM WHERE BPUID = 'CAP' AND "
-                                                                      "YEAR = 2020 AND COBCd = ? AND ASG = ?"),
-                                                 {rows->rows(i, 1).toString(), rows->fieldNames[c]});
+            const QStringList stored =
+                queryRows(db(),
+                          QStringLiteral("SELECT CSMP FROM DatCSM WHERE BPUID = 'CAP' AND "
+                                         "YEAR = 2020 AND COBCd = ? AND ASG = ?"),
+                          {rows->rows(i, 1).toString(), rows->fieldNames[c]});
             ASSERT_EQ(stored.size(), 1);
             EXPECT_EQ(rows->rows(i, c).toDouble(), stored[0].toDouble());
             ++checked;
@@ -122,7 +126,8 @@ TEST_F(StudyDataTransferTest, TheWeightsKeepTheCausesWithoutSequelaeAndNameTheSe
 
 TEST_F(StudyDataTransferTest, TextDbaseAndLotusTablesAreFilesOfTheirOwnBesideTheChosenFile) {
     const QString file = path(QStringLiteral("out/backup.txt"));
-    ASSERT_EQ(exportStudyData(studyContext(), std::nullopt, file), TransferResult::Done) << lastMessage().toStdString();
+    ASSERT_EQ(exportStudyData(studyContext(), std::nullopt, file), TransferResult::Done)
+        << lastMessage().toStdString();
     for (const char* name : {"Population_CAP_2020.txt", "ASDR_SLO_2020.txt", "CSMP_MER_2020.txt",
                              "EpiEst_KER_2020.txt", "CSMP_2020.txt"})
         EXPECT_TRUE(QFile::exists(path(QStringLiteral("out/") + QString::fromLatin1(name)))) << name;
@@ -133,9 +138,10 @@ TEST_F(StudyDataTransferTest, TextDbaseAndLotusTablesAreFilesOfTheirOwnBesideThe
     // unit and year.
     ASSERT_EQ(exportStudyData(studyContext(), StudyData::SequelaEpi, path(QStringLiteral("lotus/b.WK1"))),
               TransferResult::Done);
-    EXPECT_EQ(FnReadArrFile(path(QStringLiteral("lotus/SqlaEpiEst_TAM_2020.WK1")), QStringLiteral("SEPI_TAM_2020"))
-                  .size(0),
-              494);
+    EXPECT_EQ(
+        FnReadArrFile(path(QStringLiteral("lotus/SqlaEpiEst_TAM_2020.WK1")), QStringLiteral("SEPI_TAM_2020"))
+            .size(0),
+        494);
     // A workbook takes every table, each named by its unit and year.
     const QString book = path(QStringLiteral("backup.xlsx"));
     ASSERT_EQ(exportStudyData(studyContext(), StudyData::Population, book), TransferResult::Done);
@@ -177,7 +183,8 @@ TEST_F(StudyDataTransferTest, ABadRowMidwayLeavesEveryTableAsItWas) {
     const std::string before = dumpAll();
     answer({Answer::Yes});
     EXPECT_EQ(importStudyData(studyContext(), std::nullopt, file), TransferResult::Failed);
-    EXPECT_TRUE(lastMessage().startsWith(text(t::kDataNotImported) + QStringLiteral("DatASDR\n"))) << lastMessage().toStdString();
+    EXPECT_TRUE(lastMessage().startsWith(text(t::kDataNotImported) + QStringLiteral("DatASDR\n")))
+        << lastMessage().toStdString();
     EXPECT_EQ(dumpAll(), before);
 }
 
@@ -187,14 +194,16 @@ TEST_F(StudyDataTransferTest, AFileCutShortLeavesEveryTableAsItWas) {
         const QString folder = path(QStringLiteral("cut_") + kind);
         ASSERT_TRUE(QDir().mkpath(folder));
         const QString file = folder + QStringLiteral("/backup.") + kind;
-        ASSERT_EQ(exportStudyData(studyContext(), std::nullopt, file), TransferResult::Done) << kind.toStdString();
+        ASSERT_EQ(exportStudyData(studyContext(), std::nullopt, file), TransferResult::Done)
+            << kind.toStdString();
         const bool own = kind != QLatin1String("xlsx") && kind != QLatin1String("vdb");
         const QString cut = own ? folder + QStringLiteral("/EpiEst_TAM_2020.") + kind : file;
         QByteArray bytes = readBytes(cut);
         bytes.truncate(bytes.size() * 2 / 3 + 7);
         ASSERT_TRUE(writeBytes(cut, bytes));
         answer({Answer::Yes});
-        EXPECT_EQ(importStudyData(studyContext(), std::nullopt, file), TransferResult::Failed) << kind.toStdString();
+        EXPECT_EQ(importStudyData(studyContext(), std::nullopt, file), TransferResult::Failed)
+            << kind.toStdString();
         EXPECT_TRUE(lastMessage().startsWith(text(t::kDataNotImported))) << lastMessage().toStdString();
         EXPECT_EQ(dumpAll(), before) << kind.toStdString();
     }

@@ -2,12 +2,11 @@
 // units and the study data exported, the dictionaries and the data zapped, everything imported back,
 // and every row of every table of the study file compared with what it held before.
 
-#include "transfer_fixture.h"
-
 #include "inputs/dictionary_transfer.h"
 #include "inputs/study_data_transfer.h"
 #include "inputs/unit_transfer.h"
 #include "inputs/zap.h"
+#include "transfer_fixture.h"
 
 #include <QDir>
 
@@ -31,8 +30,10 @@ TEST_F(StudyRoundTripTest, EverythingGoesOutIsZappedAndComesBackRowForRow) {
         const QString folder = path(QStringLiteral("backup_") + kind);
         ASSERT_TRUE(QDir().mkpath(folder));
         auto file = [&](const char* stem) { return folder + u'/' + QString::fromLatin1(stem) + u'.' + kind; };
-        ASSERT_EQ(exportDictionary(db(), std::nullopt, file("dictionaries")), TransferResult::Done) << kind.toStdString();
-        ASSERT_EQ(exportUnits(db(), studyContext().CurBDSId, std::nullopt, file("units")), TransferResult::Done);
+        ASSERT_EQ(exportDictionary(db(), std::nullopt, file("dictionaries")), TransferResult::Done)
+            << kind.toStdString();
+        ASSERT_EQ(exportUnits(db(), studyContext().CurBDSId, std::nullopt, file("units")),
+                  TransferResult::Done);
         ASSERT_EQ(exportStudyData(studyContext(), std::nullopt, file("data")), TransferResult::Done)
             << kind.toStdString() << ' ' << lastMessage().toStdString();
 

@@ -53,7 +53,8 @@ protected:
     // The rows of a table in their stored order.
     QStringList dump(const QString& table) const {
         QString error;
-        const QStringList rows = queryRows(db(), QStringLiteral("SELECT * FROM \"%1\" ORDER BY rowid").arg(table), {}, &error);
+        const QStringList rows =
+            queryRows(db(), QStringLiteral("SELECT * FROM \"%1\" ORDER BY rowid").arg(table), {}, &error);
         EXPECT_TRUE(error.isEmpty()) << error.toStdString();
         return rows;
     }

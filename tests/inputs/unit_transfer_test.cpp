@@ -2,12 +2,11 @@
 // through each kind of file and back, the text file that holds the three levels, the purge question,
 // and failures midway that leave the schema as it was.
 
-#include "transfer_fixture.h"
-
 #include "inputs/foreign_file.h"
 #include "inputs/transfer_tables.h"
 #include "inputs/transfer_texts.h"
 #include "inputs/unit_transfer.h"
+#include "transfer_fixture.h"
 
 #include <QFile>
 
@@ -16,9 +15,8 @@ namespace {
 
 namespace t = transfer_texts;
 
-const QStringList kLevels = {QStringLiteral("_DctBPU"), QStringLiteral("_DctPAG1"), QStringLiteral("_DctPAG2")};
-
-
+const QStringList kLevels = {QStringLiteral("_DctBPU"), QStringLiteral("_DctPAG1"),
+                             QStringLiteral("_DctPAG2")};
 
 using UnitTransferTest = TransferTest;
 
@@ -51,23 +49,27 @@ TEST_F(UnitTransferTest, EachLevelGoesOutAndComesBackAfterThePurgeOfTheSchema) {
         // The aggregates first: an import purges the whole schema of the study when it has units, and
         // a schema without units is not asked about.
         for (UnitLevel level : {UnitLevel::Pag2, UnitLevel::Pag1, UnitLevel::Bpu}) {
-            const QString file = path(QStringLiteral("%1_%2.%3").arg(kind, unitTableName(level).mid(1), kind));
+            const QString file =
+                path(QStringLiteral("%1_%2.%3").arg(kind, unitTableName(level).mid(1), kind));
             ASSERT_EQ(exportUnits(db(), studyContext().CurBDSId, level, file), TransferResult::Done)
                 << kind.toStdString() << ' ' << lastMessage().toStdString();
         }
         answer({Answer::Yes});
-        ASSERT_EQ(FnImpPopUntsAll(studyContext(), UnitLevel::Pag2, path(QStringLiteral("%1_DctPAG2.%1").arg(kind))),
-                  TransferResult::Done)
+        ASSERT_EQ(
+            FnImpPopUntsAll(studyContext(), UnitLevel::Pag2, path(QStringLiteral("%1_DctPAG2.%1").arg(kind))),
+            TransferResult::Done)
             << kind.toStdString() << ' ' << lastMessage().toStdString();
         EXPECT_EQ(lastMessage().toStdString(), std::string(t::kPag2Imported));
         // The purge took the units and the first level with it.
         EXPECT_EQ(sorted(QStringLiteral("_DctBPU")), "");
         EXPECT_EQ(sorted(QStringLiteral("_DctPAG2")), before[QStringLiteral("_DctPAG2")]);
-        ASSERT_EQ(FnImpPopUntsAll(studyContext(), UnitLevel::Pag1, path(QStringLiteral("%1_DctPAG1.%1").arg(kind))),
-                  TransferResult::Done);
+        ASSERT_EQ(
+            FnImpPopUntsAll(studyContext(), UnitLevel::Pag1, path(QStringLiteral("%1_DctPAG1.%1").arg(kind))),
+            TransferResult::Done);
         EXPECT_EQ(lastMessage().toStdString(), std::string(t::kPag1Imported));
-        ASSERT_EQ(FnImpPopUntsAll(studyContext(), UnitLevel::Bpu, path(QStringLiteral("%1_DctBPU.%1").arg(kind))),
-                  TransferResult::Done);
+        ASSERT_EQ(
+            FnImpPopUntsAll(studyContext(), UnitLevel::Bpu, path(QStringLiteral("%1_DctBPU.%1").arg(kind))),
+            TransferResult::Done);
         EXPECT_EQ(lastMessage().toStdString(), std::string(t::kBpuImported));
         EXPECT_EQ(prompts.unanswered(), 0);
         for (const QString& table : kLevels)
@@ -84,10 +86,12 @@ TEST_F(UnitTransferTest, OneTextFileHoldsTheThreeLevelsEachBehindALineWithItsNam
     EXPECT_TRUE(content.contains(QStringLiteral("[_DctPAG1]\r\nCEN;Central Plain;N1\r\n")));
     EXPECT_TRUE(content.contains(QStringLiteral("[_DctPAG2]\r\nN1;Demonstration nation\r\n")));
     // A file written by hand: the name anywhere on its line, the levels in any order.
-    ASSERT_TRUE(writeBytes(file, "Level 2 (_DctPAG2)\r\nN1;Nation\r\n-- _DctPAG1 follows --\r\nR1;Region;N1\r\n"
-                                 "_DctBPU\r\nU1;Unit one;1;R1\r\nU2;Unit two;2;R1\r\n"));
+    ASSERT_TRUE(writeBytes(file,
+                           "Level 2 (_DctPAG2)\r\nN1;Nation\r\n-- _DctPAG1 follows --\r\nR1;Region;N1\r\n"
+                           "_DctBPU\r\nU1;Unit one;1;R1\r\nU2;Unit two;2;R1\r\n"));
     answer({Answer::Yes});
-    ASSERT_EQ(FnImpPopUntsAll(studyContext(), std::nullopt, file), TransferResult::Done) << lastMessage().toStdString();
+    ASSERT_EQ(FnImpPopUntsAll(studyContext(), std::nullopt, file), TransferResult::Done)
+        << lastMessage().toStdString();
     EXPECT_EQ(sorted(QStringLiteral("_DctBPU")), "DEM|U1|Unit one|1|R1\nDEM|U2|Unit two|2|R1");
     EXPECT_EQ(sorted(QStringLiteral("_DctPAG1")), "DEM|R1|Region|N1");
     EXPECT_EQ(sorted(QStringLiteral("_DctPAG2")), "DEM|N1|Nation");
@@ -127,8 +131,8 @@ CellArray table(const QList<QStringList>& rows) {
 
 TEST_F(UnitTransferTest, ABadRowMidwayLeavesTheSchemaAsItWas) {
     // Two good units, then one whose id is longer than its field.
-    const CellArray units = table({{"U1", "Unit one", "1", "R1"}, {"U2", "Unit two", "2", "R1"},
-                                   {"DORVA1", "Too long", "3", "R1"}});
+    const CellArray units = table(
+        {{"U1", "Unit one", "1", "R1"}, {"U2", "Unit two", "2", "R1"}, {"DORVA1", "Too long", "3", "R1"}});
     const CellArray pag1 = table({{"R1", "Region", "N1"}});
     const CellArray pag2 = table({{"N1", "Nation"}});
     const std::string before = dumpAll();
@@ -136,15 +140,19 @@ TEST_F(UnitTransferTest, ABadRowMidwayLeavesTheSchemaAsItWas) {
         const QString file = path(QStringLiteral("bad.%1").arg(kind));
         if (kind == QLatin1String("txt")) {
             QString error;
-            ASSERT_TRUE(writeSections(file, {{"[_DctPAG2]", pag2}, {"[_DctPAG1]", pag1}, {"[_DctBPU]", units}}, &error));
+            ASSERT_TRUE(writeSections(
+                file, {{"[_DctPAG2]", pag2}, {"[_DctPAG1]", pag1}, {"[_DctBPU]", units}}, &error));
         } else {
-            ASSERT_TRUE(FnWriteArrFile(pag2, tablePath(file, "_DctPAG2"), "_DctPAG2", {"PAG2Id", "PAG2Name"}));
-            ASSERT_TRUE(FnWriteArrFile(pag1, tablePath(file, "_DctPAG1"), "_DctPAG1", {"PAG1Id", "PAG1Name", "PAG2Id"}));
+            ASSERT_TRUE(
+                FnWriteArrFile(pag2, tablePath(file, "_DctPAG2"), "_DctPAG2", {"PAG2Id", "PAG2Name"}));
+            ASSERT_TRUE(FnWriteArrFile(pag1, tablePath(file, "_DctPAG1"), "_DctPAG1",
+                                       {"PAG1Id", "PAG1Name", "PAG2Id"}));
             ASSERT_TRUE(FnWriteArrFile(units, tablePath(file, "_DctBPU"), "_DctBPU",
                                        {"BPUID", "BPUName", "Prty", "PAG1Id"}));
         }
         answer({Answer::Yes});
-        EXPECT_EQ(FnImpPopUntsAll(studyContext(), std::nullopt, file), TransferResult::Failed) << kind.toStdString();
+        EXPECT_EQ(FnImpPopUntsAll(studyContext(), std::nullopt, file), TransferResult::Failed)
+            << kind.toStdString();
         EXPECT_TRUE(lastMessage().startsWith(text(t::kPopRecover) + u'\n')) << lastMessage().toStdString();
         EXPECT_EQ(dumpAll(), before) << kind.toStdString();
         if (kind == QLatin1String("dbf"))
@@ -166,7 +174,8 @@ TEST_F(UnitTransferTest, AFileCutShortLeavesTheSchemaAsItWas) {
         QFile::remove(cutFile);
         ASSERT_TRUE(writeBytes(cutFile, bytes));
         answer({Answer::Yes});
-        EXPECT_EQ(FnImpPopUntsAll(studyContext(), std::nullopt, file), TransferResult::Failed) << kind.toStdString();
+        EXPECT_EQ(FnImpPopUntsAll(studyContext(), std::nullopt, file), TransferResult::Failed)
+            << kind.toStdString();
         EXPECT_FALSE(lastMessage().isEmpty());
         EXPECT_EQ(dumpAll(), before) << kind.toStdString();
         QFile::remove(cutFile);

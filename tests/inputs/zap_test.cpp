@@ -2,10 +2,9 @@
 // their messages; the units with linked data named in brackets; the dictionary of studies emptied, so
 // that the study's loader finds no entry.
 
-#include "transfer_fixture.h"
-
 #include "inputs/transfer_texts.h"
 #include "inputs/zap.h"
+#include "transfer_fixture.h"
 
 namespace vesk::test {
 namespace {
@@ -28,7 +27,8 @@ TEST_F(ZapTest, TheDictionariesWithDataNameTheUnitsInBracketsAndAskOkOrCancel) {
     const PromptRecord& warning = prompts.shown()[0];
     EXPECT_EQ(warning.buttons, Buttons::OkCancel);
     EXPECT_EQ(warning.title.toStdString(), std::string(t::kPurgeTitle));
-    EXPECT_TRUE(warning.text.startsWith(text(t::kLinkedUnits) + QStringLiteral("\n[Capital City]\n[Merino]\n")));
+    EXPECT_TRUE(
+        warning.text.startsWith(text(t::kLinkedUnits) + QStringLiteral("\n[Capital City]\n[Merino]\n")));
     EXPECT_TRUE(warning.text.contains(QStringLiteral("\n[São Lourenço]\n")));
     EXPECT_TRUE(warning.text.contains(text(t::kLinkedWarning)));
     EXPECT_TRUE(warning.text.endsWith(text(t::kOkToZap)));
@@ -37,7 +37,8 @@ TEST_F(ZapTest, TheDictionariesWithDataNameTheUnitsInBracketsAndAskOkOrCancel) {
     answer({Answer::Ok});
     EXPECT_EQ(zapDictionaries(db(), QStringLiteral("DEM")), ZapResult::Purged);
     EXPECT_EQ(lastMessage().toStdString(), std::string(t::kDictionariesPurged));
-    for (const char* table : {"_DctBDMGrps", "_DctBDMSGrps", "_DctBDMClstr", "_DctBDM", "_DctBDMSqla", "_MapBDMSqla"})
+    for (const char* table :
+         {"_DctBDMGrps", "_DctBDMSGrps", "_DctBDMClstr", "_DctBDM", "_DctBDMSqla", "_MapBDMSqla"})
         EXPECT_EQ(count(db(), table), "0") << table;
     // The data stay; a second zap finds nothing to purge.
     EXPECT_EQ(count(db(), "DatCSM"), "7600");
@@ -62,8 +63,8 @@ TEST_F(ZapTest, AllStudyDataEmptiesTheDataAndResultTablesOnly) {
     EXPECT_EQ(zapStudyData(db()), ZapResult::Purged);
     EXPECT_EQ(prompts.shown()[0].text.toStdString(), std::string(t::kPurgeData));
     EXPECT_EQ(lastMessage().toStdString(), std::string(t::kDataPurged));
-    for (const char* table : {"DatAdw", "DatADWSqla", "DatCSM", "DatPop", "DatAsdr", "DatDmgphyPrmtrs", "RsltDALY",
-                              "RsltYLD", "RsltYLL"})
+    for (const char* table : {"DatAdw", "DatADWSqla", "DatCSM", "DatPop", "DatAsdr", "DatDmgphyPrmtrs",
+                              "RsltDALY", "RsltYLD", "RsltYLL"})
         EXPECT_EQ(count(db(), table), "0") << table;
     EXPECT_EQ(count(db(), "DatDwt"), "627");
     EXPECT_EQ(count(db(), "_DctBPU"), "8");
@@ -80,7 +81,8 @@ TEST_F(ZapTest, TheStudySetupTakesTheStudyWithIt) {
     answer({Answer::Yes});
     EXPECT_EQ(zapStudySetup(db()), ZapResult::Purged);
     EXPECT_EQ(lastMessage().toStdString(), std::string(t::kSetupPurged));
-    for (const char* table : {"_DctPAG1", "_DctPAG2", "_DfnAgeGrps", "_DfnBPUPAGDscrptrs", "DatDwt", "_DctBPU", "_DctBDS"})
+    for (const char* table :
+         {"_DctPAG1", "_DctPAG2", "_DfnAgeGrps", "_DfnBPUPAGDscrptrs", "DatDwt", "_DctBPU", "_DctBDS"})
         EXPECT_EQ(count(db(), table), "0") << table;
     // The next run of the study's loader finds no study.
     prompts.clear();
@@ -92,7 +94,8 @@ TEST_F(ZapTest, TheStudySetupTakesTheStudyWithIt) {
 
 TEST_F(ZapTest, AFailedDeleteUndoesThePurgeAndSaysWhy) {
     // A trigger that refuses the last delete of the setup: the six before it are undone.
-    exec(QStringLiteral("CREATE TRIGGER KeepStudies BEFORE DELETE ON _DctBDS BEGIN SELECT RAISE(ABORT, 'kept'); END"));
+    exec(QStringLiteral(
+        "CREATE TRIGGER KeepStudies BEFORE DELETE ON _DctBDS BEGIN SELECT RAISE(ABORT, 'kept'); END"));
     const std::string before = dumpAll();
     answer({Answer::Yes});
     EXPECT_EQ(zapStudySetup(db()), ZapResult::Failed);

@@ -177,8 +177,9 @@ const Registrar exportCommand({
                    "Writes what File -> Export writes for the current study of STUDY.vdb. --bpu and --year\n"
                    "take the study data of one unit or one year only.\n\n") +
         kWhat +
-        QStringLiteral("\nMessages go to standard error. Exit code 0 when the file was written, 1 when it was\n"
-                       "not, 2 for a command that cannot be run."),
+        QStringLiteral(
+            "\nMessages go to standard error. Exit code 0 when the file was written, 1 when it was\n"
+            "not, 2 for a command that cannot be run."),
     [](const QStringList& args) { return run(false, args); },
 });
 
@@ -193,11 +194,12 @@ int transferImport(const QStringList& args) {
 }
 
 QString transferImportUsage() {
-    return QStringLiteral("       vesk-cli import STUDY.vdb --what WHAT [--bpu ID] [--year Y] FILE [--settings FILE]\n\n"
-                          "With --what, reads back what vesk-cli export (or File -> Export) wrote, as File ->\n"
-                          "Import does, in one transaction: a bad row or a file cut short changes nothing.\n"
-                          "An import of the study data replaces the rows of each unit and year the file has.\n"
-                          "The user defined standard life table goes into the settings file.\n\n") +
+    return QStringLiteral(
+               "       vesk-cli import STUDY.vdb --what WHAT [--bpu ID] [--year Y] FILE [--settings FILE]\n\n"
+               "With --what, reads back what vesk-cli export (or File -> Export) wrote, as File ->\n"
+               "Import does, in one transaction: a bad row or a file cut short changes nothing.\n"
+               "An import of the study data replaces the rows of each unit and year the file has.\n"
+               "The user defined standard life table goes into the settings file.\n\n") +
            kWhat;
 }
 

@@ -44,7 +44,8 @@ void addDictionaryCommands(QList<TransferCommand>& out) {
     for (DictionaryTable which : dictionaryTables()) {
         out << TransferCommand{dictionaryImportItem(which), [which] {
                                    const auto db = studyFile();
-                                   const auto path = db ? openPath(dictionaryImportTitle(which)) : std::nullopt;
+                                   const auto path =
+                                       db ? openPath(dictionaryImportTitle(which)) : std::nullopt;
                                    return path && changed(importDictionary(*db, which, *path));
                                }};
         out << TransferCommand{dictionaryExportItem(which), [which] {
@@ -68,16 +69,18 @@ void addDictionaryCommands(QList<TransferCommand>& out) {
 }
 
 void addUnitCommands(QList<TransferCommand>& out) {
-    const std::array<std::pair<const char*, const char*>, 4> items{
-        {{"mnu_impbpu", "mnu_expBPU"}, {"mnu_imppag1", "mnu_expPAG1"}, {"mnu_imppag2", "mnu_expPAG2"},
-         {"mnu_popunits_all", "mnu_expPopAll"}}};
+    const std::array<std::pair<const char*, const char*>, 4> items{{{"mnu_impbpu", "mnu_expBPU"},
+                                                                    {"mnu_imppag1", "mnu_expPAG1"},
+                                                                    {"mnu_imppag2", "mnu_expPAG2"},
+                                                                    {"mnu_popunits_all", "mnu_expPopAll"}}};
     const std::array<std::optional<UnitLevel>, 4> levels{UnitLevel::Bpu, UnitLevel::Pag1, UnitLevel::Pag2,
                                                          std::nullopt};
     for (std::size_t k = 0; k < items.size(); ++k) {
         const std::optional<UnitLevel> level = levels[k];
         out << TransferCommand{items[k].first, [level] {
                                    const auto db = studyFile();
-                                   const auto path = db ? openPath(text(t::kImportPopulationTitle)) : std::nullopt;
+                                   const auto path =
+                                       db ? openPath(text(t::kImportPopulationTitle)) : std::nullopt;
                                    return path && changed(FnImpPopUntsAll(studyContext(), level, *path));
                                }};
         out << TransferCommand{items[k].second, [level] {
@@ -106,7 +109,8 @@ void addStudyDataCommands(QList<TransferCommand>& out) {
 void addZapCommands(QList<TransferCommand>& out) {
     out << TransferCommand{"Mnu_Submnu_DfltDicMps", [] {
                                const auto db = studyFile();
-                               return db && zapDictionaries(*db, studyContext().CurBDSId) == ZapResult::Purged;
+                               return db &&
+                                      zapDictionaries(*db, studyContext().CurBDSId) == ZapResult::Purged;
                            }};
     out << TransferCommand{"Mnu_Submnu_ExtStDt", [] {
                                const auto db = studyFile();

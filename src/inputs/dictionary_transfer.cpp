@@ -195,6 +195,24 @@ bool exportOne(const DbConnection& db, DictionaryTable which, const QString& pat
     return true;
 }
 
+// The six into one worksheet, workbook or database file in one writing: all of them or none.
+bool exportAllTogether(const DbConnection& db, const QString& path, const VeskSettings& s) {
+    QList<NamedTable> tables;
+    for (const Dictionary& d : dictionaries()) {
+        QString failure;
+        auto rows = exportRows(db, d.which, &failure);
+        if (!rows) {
+            show(text(d.notExported) + u'\n' + failure, Icon::Critical);
+            return false;
+        }
+        tables << NamedTable{dictionarySourceName(d.which, s), rows->fieldNames, rows->rows};
+    }
+    if (FnWriteArrTables(path, tables))
+        return true;
+    show(text(dictionary(DictionaryTable::Groups).notExported) + u'\n' + lastForeignError().words, Icon::Critical);
+    return false;
+}
+
 } // namespace
 
 const std::array<DictionaryTable, 6>& dictionaryTables() {
@@ -358,9 +376,13 @@ TransferResult exportDictionary(const DbConnection& db, std::optional<Dictionary
     }
     if (foreignKind(path) == ForeignKind::Text)
         return exportAllAsSections(db, path, s);
-    for (const Dictionary& d : dictionaries())
-        if (!exportOne(db, d.which, tablePath(path, dictionarySourceName(d.which, s)), s))
-            return TransferResult::Failed;
+    if (foreignKind(path) == ForeignKind::Dbf) {
+        for (const Dictionary& d : dictionaries())
+            if (!exportOne(db, d.which, tablePath(path, dictionarySourceName(d.which, s)), s))
+                return TransferResult::Failed;
+    } else if (!exportAllTogether(db, path, s)) {
+        return TransferResult::Failed;
+    }
     show(text(t::kAllDictionariesExported), Icon::Information);
     return TransferResult::Done;
 }

@@ -345,4 +345,83 @@ CellArray FnReadArrFile(const QString& path, const QString& tableName, QStringLi
     return t->rows;
 }
 
+namespace {
+
+// The tables through one session of the driver at `path`: each made from its values' types and
+// filled; the driver writes them out at close.
+// Every statement is read before the file is opened, so that a name the drivers refuse ends the
+// session before any table of it is made.
+bool writeTablesThroughDriver(ForeignKind kind, const QString& path, const QList<NamedTable>& tables) {
+    QList<TableDef> defs;
+    QList<CellArray> rows;
+    for (const NamedTable& t : tables) {
+        rows << preparedRows(asTable(t.rows), t.name, false);
+        CellArray types;
+        FnColTypes(rows.last(), types);
+        QString error;
+        const auto def = parseCreateTable(FnCreateTableSql(t.name, namesFor(t.fieldNames, types.size(1)), types), &error);
+        if (!def) {
+            setForeignError(engine_error::kSyntaxInCreate, error);
+            return false;
+        }
+        defs << *def;
+    }
+    auto driver = makeForeignDriver(kind);
+    if (!driver->open(path, true))
+        return false;
+    bool ok = true;
+    for (int k = 0; k < defs.size() && ok; ++k)
+        ok = driver->createTable(defs[k]) && driver->appendRows(defs[k].name, rows[k]);
+    return driver->close() && ok;
+}
+
+} // namespace
+
+bool FnWriteArrTables(const QString& path, const QList<NamedTable>& tables) {
+    clearForeignError();
+    const ForeignKind kind = foreignKind(path);
+    if (kind != ForeignKind::Wk1 && kind != ForeignKind::Xlsx && kind != ForeignKind::Database) {
+        setForeignError(engine_error::kInvalidPath,
+                        QStringLiteral("'%1' names no kind of file that holds many tables.").arg(path));
+        return false;
+    }
+    for (const NamedTable& t : tables)
+        if (!holdsEveryNumber(kind, asTable(t.rows), t.fieldNames))
+            return false;
+    if (kind == ForeignKind::Database) {
+        const bool existed = QFileInfo::exists(path);
+        const bool ok = writeTablesThroughDriver(kind, path, tables);
+        if (!ok && !existed)
+            QFile::remove(path);
+        return ok;
+    }
+    StagedFile staged(path, true);
+    return stagedReady(staged, path) && writeTablesThroughDriver(kind, staged.path(), tables) &&
+           commitStaged(staged);
+}
+
+std::optional<QList<std::optional<ForeignTable>>> FnReadArrTables(const QString& path, const QStringList& names) {
+    clearForeignError();
+    const ForeignKind kind = foreignKind(path);
+    auto driver = kind == ForeignKind::Text || kind == ForeignKind::Dbf ? nullptr : makeForeignDriver(kind);
+    if (!driver || !QFileInfo::exists(path) || !driver->open(path, false)) {
+        if (lastForeignError().number == 0)
+            setForeignError(engine_error::kCannotOpen, QStringLiteral("The file '%1' cannot be opened.").arg(path));
+        return std::nullopt;
+    }
+    QList<std::optional<ForeignTable>> out;
+    for (const QString& name : names) {
+        clearForeignError();
+        auto t = driver->readTable(name);
+        if (!t && lastForeignError().number != 0) {
+            driver->close();
+            return std::nullopt;
+        }
+        out << t;
+    }
+    driver->close();
+    clearForeignError();
+    return out;
+}
+
 } // namespace vesk

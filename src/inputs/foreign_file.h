@@ -26,6 +26,23 @@ bool FnWriteArr(const CellArray& array, int mode, const QString& fileType, const
 bool FnWriteArrFile(const CellArray& array, const QString& path, const QString& tableName,
                     const QStringList& fieldNames, const CellArray* fieldTypes = nullptr);
 
+// Several typed tables written into one worksheet, workbook or database file in one session: the
+// file is opened and written once, where a call of FnWriteArrFile a table would rewrite a workbook
+// whole for each (the square of its size). All of them or none: the file stays as it was when one
+// fails (a worksheet or workbook is staged beside it, a database file's tables go in as one
+// transaction). A table that the file holds already is a failure. False with lastForeignError().
+struct NamedTable {
+    QString name;
+    QStringList fieldNames;
+    CellArray rows; // (rows, fields)
+};
+bool FnWriteArrTables(const QString& path, const QList<NamedTable>& tables);
+
+// Several tables of one file read in one session, each in the place of its name: std::nullopt for
+// one the file does not hold. std::nullopt for the whole when the file cannot be opened or a table
+// cannot be read (lastForeignError() tells why).
+std::optional<QList<std::optional<ForeignTable>>> FnReadArrTables(const QString& path, const QStringList& names);
+
 // Reads a table into an array (records, fields); empty when the file or the table does not exist.
 // The field names go to `fieldNames` when it is given.
 CellArray FnReadArrFile(const QString& path, const QString& tableName, QStringList* fieldNames = nullptr);

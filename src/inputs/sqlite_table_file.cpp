@@ -121,8 +121,10 @@ QString SqliteTableDriver::sqliteDdl(const TableDef& def) {
 }
 
 bool SqliteTableDriver::createTable(const TableDef& def) {
-    if (!tableIsNew(def.name))
+    if (!tableIsNew(def.name)) {
+        failed_ = true; // a step of the session refused: what it made before goes too
         return false;
+    }
     QSqlQuery q(QSqlDatabase::database(connection_, false));
     if (!q.exec(sqliteDdl(def))) {
         setForeignError(engine_error::kSyntaxInCreate, q.lastError().text());

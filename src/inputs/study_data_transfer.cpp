@@ -250,26 +250,36 @@ QString studyDataFilePath(StudyData kind, const QString& path, const QString& bp
 TransferResult exportStudyData(const StudyContext& context, std::optional<StudyData> kind,
                                const QString& path, const StudyDataScope& scope) {
     const DbConnection& db = *context.StudyDB;
-    const QList<Slot> tables = slotsOf(context, kind, scope);
-    if (fileForEachTable(path))
+    const bool fileEach = fileForEachTable(path);
+    if (fileEach)
         QDir().mkpath(QFileInfo(path).absolutePath());
+    // A workbook or database file takes every table in one writing.
+    QList<NamedTable> together;
     int written = 0;
-    for (const Slot& s : tables) {
+    for (const Slot& s : slotsOf(context, kind, scope)) {
         QSqlError error;
         auto rows = studyDataRows(db, context.CurBDSId, s.kind, s.bpu, s.year, &error);
         QString failure;
         if (!rows)
             failure = engineDescription(error);
-        else if (rows->rowCount() > 0 && !writeSlot(*rows, s, path))
+        else if (rows->rowCount() > 0 && fileEach && !writeSlot(*rows, s, path))
             failure = lastForeignError().words;
         if (!failure.isEmpty()) {
             show(text(t::kDataNotExported).arg(studyDataLabel(s.kind)) + u'\n' + failure, Icon::Critical);
             return TransferResult::Failed;
         }
-        written += rows->rowCount() > 0 ? 1 : 0;
+        if (rows->rowCount() == 0)
+            continue;
+        ++written;
+        if (!fileEach)
+            together << NamedTable{studyDataTableName(s.kind, s.bpu, s.year), rows->fieldNames, rows->rows};
     }
     if (written == 0) {
         show(text(t::kDataNotExported).arg(labelOf(kind)) + u'\n' + text(t::kNoStudyData), Icon::Critical);
+        return TransferResult::Failed;
+    }
+    if (!fileEach && !FnWriteArrTables(path, together)) {
+        show(text(t::kDataNotExported).arg(labelOf(kind)) + u'\n' + lastForeignError().words, Icon::Critical);
         return TransferResult::Failed;
     }
     show(text(t::kDataExported).arg(labelOf(kind)).arg(written), Icon::Information);
@@ -329,18 +339,22 @@ CellArray uncross(const CellArray& rows, const QStringList& heads, const QList<i
     return a;
 }
 
-// Reads the table of a slot; false with `failure` when the file is there but cannot be read or is
-// cut short; true with no rows when the export wrote no such table.
-bool readSlot(const DbConnection& db, const QString& path, const Slot& s, const QString& study, ReadSlot& out,
-              QString* failure) {
-    const bool own = fileForEachTable(path);
-    const QString file = own ? studyDataFilePath(s.kind, path, s.bpu, s.year) : path;
-    const QString table = own ? ownFileTable(s, file) : studyDataTableName(s.kind, s.bpu, s.year);
-    out = ReadSlot{s, {}, {}, CellArray()};
-    if (!QFileInfo::exists(file))
-        return true;
+// A slot's table as a file gave it: its rows and field names; `found` false when the export wrote
+// none.
+struct ReadTable {
+    bool found = false;
+    QString file;
+    CellArray rows;
     QStringList heads;
-    CellArray rows = FnReadArrFile(file, table, &heads);
+};
+
+// Reads the table of a slot from its file of its own; false with `failure` when the file is there
+// but cannot be read or is cut short.
+bool readOwnFile(const QString& path, const Slot& s, ReadTable& r, QString* failure) {
+    r = ReadTable{false, studyDataFilePath(s.kind, path, s.bpu, s.year), CellArray(), {}};
+    if (!QFileInfo::exists(r.file))
+        return true;
+    r.rows = FnReadArrFile(r.file, ownFileTable(s, r.file), &r.heads);
     const RuntimeError& e = lastForeignError();
     if (e.number == engine_error::kNoSuchTable)
         return true;
@@ -348,28 +362,67 @@ bool readSlot(const DbConnection& db, const QString& path, const Slot& s, const 
         *failure = e.words;
         return false;
     }
-    if (foreignKind(file) == ForeignKind::Text)
-        if (const auto cut = shortTextRow(rows)) {
-            *failure = file + u'\n' + *cut;
+    if (foreignKind(r.file) == ForeignKind::Text)
+        if (const auto cut = shortTextRow(r.rows)) {
+            *failure = r.file + u'\n' + *cut;
             return false;
         }
+    r.found = true;
+    return true;
+}
+
+// A table read as the rows of its study table.
+ReadSlot slotRows(const DbConnection& db, const Slot& s, const QString& study, ReadTable r) {
+    ReadSlot out{s, {}, {}, CellArray()};
+    if (!r.found)
+        return out;
     if (!isCrossTable(s.kind)) {
         out.fields = FnGetFldNames(db, studyDataTable(s.kind));
-        out.rows = rows;
-        return true;
+        out.rows = r.rows;
+        return out;
     }
-    if (!splitHeads(file, rows, heads))
-        return true;
+    if (!splitHeads(r.file, r.rows, r.heads))
+        return out;
     if (s.kind == StudyData::Proportions) {
         out.fields = {QStringLiteral("BPUID"), QStringLiteral("COBCd"), QStringLiteral("YEAR"),
                       QStringLiteral("ASG"), QStringLiteral("CSMP")};
-        out.rows = uncross(rows, heads, {0, 1, 2}, 3);
+        out.rows = uncross(r.rows, r.heads, {0, 1, 2}, 3);
     } else {
         out.lead = {study, s.year};
         out.fields = {QStringLiteral("BDSId"), QStringLiteral("YEAR"), QStringLiteral("COBCd"),
                       QStringLiteral("ASG"), QStringLiteral("Dwt")};
-        out.rows = uncross(rows, heads, {0}, 2);
+        out.rows = uncross(r.rows, r.heads, {0}, 2);
     }
+    return out;
+}
+
+// The tables of the slots as a file gave them: each from its own file, or all from one workbook or
+// database file read once. False with `failure` when a file cannot be read.
+bool readTables(const QString& path, const QList<Slot>& slotList, QList<ReadTable>& out, QString* failure) {
+    out.clear();
+    if (fileForEachTable(path)) {
+        for (const Slot& s : slotList) {
+            ReadTable r;
+            if (!readOwnFile(path, s, r, failure))
+                return false;
+            out << r;
+        }
+        return true;
+    }
+    QStringList names;
+    for (const Slot& s : slotList)
+        names << studyDataTableName(s.kind, s.bpu, s.year);
+    if (!QFileInfo::exists(path)) {
+        out.resize(slotList.size());
+        return true;
+    }
+    const auto tables = FnReadArrTables(path, names);
+    if (!tables) {
+        *failure = lastForeignError().words;
+        return false;
+    }
+    for (const auto& t : *tables)
+        out << (t ? ReadTable{true, path, t->rows, t->fieldNames} : ReadTable{});
     return true;
 }
 
@@ -392,15 +445,18 @@ int rowCount(const CellArray& rows) {
 TransferResult importStudyData(const StudyContext& context, std::optional<StudyData> kind,
                                const QString& path, const StudyDataScope& scope) {
     const DbConnection& db = *context.StudyDB;
+    const QList<Slot> slotList = slotsOf(context, kind, scope);
+    QList<ReadTable> tables;
+    QString failure;
+    if (!readTables(path, slotList, tables, &failure)) {
+        show(text(t::kDataNotImported) + failure, Icon::Critical);
+        return TransferResult::Failed;
+    }
     QList<ReadSlot> found;
     QStringList withRows;
-    for (const Slot& s : slotsOf(context, kind, scope)) {
-        ReadSlot r;
-        QString failure;
-        if (!readSlot(db, path, s, context.CurBDSId, r, &failure)) {
-            show(text(t::kDataNotImported) + failure, Icon::Critical);
-            return TransferResult::Failed;
-        }
+    for (int k = 0; k < slotList.size(); ++k) {
+        const Slot& s = slotList[k];
+        const ReadSlot r = slotRows(db, s, context.CurBDSId, tables[k]);
         if (rowCount(r.rows) == 0)
             continue;
         const QString table = studyDataTable(s.kind);

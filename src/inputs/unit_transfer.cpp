@@ -269,18 +269,28 @@ TransferResult exportUnits(const DbConnection& db, const QString& study, std::op
                            const QString& path, const VeskSettings& s) {
     if (foreignKind(path) == ForeignKind::Text)
         return exportAsSections(db, study, level, path, s);
+    // The three levels go into a worksheet, workbook or database file in one writing (all or none),
+    // into a dBase folder as a file each.
+    const bool together = !level && foreignKind(path) != ForeignKind::Dbf;
+    QList<NamedTable> tables;
     for (UnitLevel l : {UnitLevel::Bpu, UnitLevel::Pag1, UnitLevel::Pag2}) {
         if (level && *level != l)
             continue;
         QString failure;
         auto rows = studyRows(db, study, l, &failure);
         const QString file = level ? path : tablePath(path, unitSourceName(l, s));
-        if (rows && !writeTableFile(rows->rows, file, unitSourceName(l, s), rows->fieldNames))
+        if (rows && together)
+            tables << NamedTable{unitSourceName(l, s), rows->fieldNames, rows->rows};
+        else if (rows && !writeTableFile(rows->rows, file, unitSourceName(l, s), rows->fieldNames))
             failure = lastForeignError().words;
         if (!failure.isEmpty()) {
             show(text(levelOf(l).notExported) + u'\n' + failure, Icon::Critical);
             return TransferResult::Failed;
         }
+    }
+    if (together && !FnWriteArrTables(path, tables)) {
+        show(text(levelOf(UnitLevel::Bpu).notExported) + u'\n' + lastForeignError().words, Icon::Critical);
+        return TransferResult::Failed;
     }
     show(text(level ? levelOf(*level).exported : t::kAllUnitsExported), Icon::Information);
     return TransferResult::Done;

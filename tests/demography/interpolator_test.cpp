@@ -50,8 +50,9 @@ TEST_F(Interpolator, RunsEachColumn) {
     ASSERT_EQ(p.singleYears.size(), 1);
     EXPECT_EQ(p.singleYears[0].size(0), 31); // 30 single years and the open group
     EXPECT_EQ(p.singleYears[0](30).toDouble(), 2000.0);
-    if (r.outcome == InterpolatorOutcome::Done)
+    if (r.outcome == InterpolatorOutcome::Done) {
         EXPECT_EQ(r.singleYears.size(), 2);
+    }
 }
 
 TEST_F(Interpolator, NoDataAndTooFewRows) {

@@ -50,6 +50,7 @@ if "$cli" import nothing.vdb --what units units.txt 2>err.txt; then echo "a miss
 grep -q 'no study file at nothing.vdb' err.txt
 "$cli" export --help | grep -q 'Usage: vesk-cli export STUDY.vdb --what WHAT'
 "$cli" import --help | grep -q 'vesk-cli import STUDY.vdb --what WHAT'
+"$cli" import --help | grep -q 'lifetable     the user defined standard life table'
 
 # The user defined standard life table: into a settings file, out of it in each kind, and back.
 cp "$VESK_BIN_DIR/Vesk.stp" Vesk.stp

@@ -150,24 +150,27 @@ int run(bool import, const QStringList& arguments) {
     return code;
 }
 
-const QString kWhat = QStringLiteral(
-    "WHAT  dictionaries  the six dictionaries of causes (groups, subgroups, clusters, causes,\n"
-    "                    sequelae, the sequela-cause map), each a table named as the settings file\n"
-    "                    names it (GrpDctTblNm= ...); a text file holds them as sections, a line\n"
-    "                    [NAME] before each table's rows\n"
-    "      units         the population units of the current study, the aggregates of level 1 and 2\n"
-    "                    (tables named BPUTblNm=, PAG1TblNm=, PAG2TblNm=; a text file holds the three,\n"
-    "                    each after a line with its name)\n"
-    "      data          the population, death rates, cause-specific mortality proportions,\n"
-    "                    epidemiological estimates, disability weights, the sequelae's estimates and\n"
-    "                    the demographic parameters of the study: a table for each unit and year\n"
-    "                    (POP_<unit>_<year>, ASDR_, CSMP_, EPI_, SEPI_, DMG_, DWT_<year>); a text,\n"
-    "                    dBase or Lotus export makes a file of each in the folder of FILE\n"
-    "                    (Population_<unit>_<year>, ASDR_, CSMP_, EpiEst_, SqlaEpiEst_, Demography_,\n"
-    "                    CSMP_<year>)\n"
-    "      lifetable     the user defined standard life table of the settings file (STUDY.vdb is\n"
-    "                    not read)\n\n"
-    "FILE  .txt, .WK1, .xlsx (.xls to read), .dbf, or a database file (.vdb, .db, .sqlite, .mdb)\n");
+// A function, not a static: vesk-cli import's help asks for it while the statics are being made.
+QString whatHelp() {
+    return QStringLiteral(
+        "WHAT  dictionaries  the six dictionaries of causes (groups, subgroups, clusters, causes,\n"
+        "                    sequelae, the sequela-cause map), each a table named as the settings file\n"
+        "                    names it (GrpDctTblNm= ...); a text file holds them as sections, a line\n"
+        "                    [NAME] before each table's rows\n"
+        "      units         the population units of the current study, the aggregates of level 1 and 2\n"
+        "                    (tables named BPUTblNm=, PAG1TblNm=, PAG2TblNm=; a text file holds the three,\n"
+        "                    each after a line with its name)\n"
+        "      data          the population, death rates, cause-specific mortality proportions,\n"
+        "                    epidemiological estimates, disability weights, the sequelae's estimates and\n"
+        "                    the demographic parameters of the study: a table for each unit and year\n"
+        "                    (POP_<unit>_<year>, ASDR_, CSMP_, EPI_, SEPI_, DMG_, DWT_<year>); a text,\n"
+        "                    dBase or Lotus export makes a file of each in the folder of FILE\n"
+        "                    (Population_<unit>_<year>, ASDR_, CSMP_, EpiEst_, SqlaEpiEst_, Demography_,\n"
+        "                    CSMP_<year>)\n"
+        "      lifetable     the user defined standard life table of the settings file (STUDY.vdb is\n"
+        "                    not read)\n\n"
+        "FILE  .txt, .WK1, .xlsx (.xls to read), .dbf, or a database file (.vdb, .db, .sqlite, .mdb)\n");
+}
 
 const Registrar exportCommand({
     QStringLiteral("export"),
@@ -176,7 +179,7 @@ const Registrar exportCommand({
                    "[--settings FILE]\n\n"
                    "Writes what File -> Export writes for the current study of STUDY.vdb. --bpu and --year\n"
                    "take the study data of one unit or one year only.\n\n") +
-        kWhat +
+        whatHelp() +
         QStringLiteral(
             "\nMessages go to standard error. Exit code 0 when the file was written, 1 when it was\n"
             "not, 2 for a command that cannot be run."),
@@ -200,7 +203,7 @@ QString transferImportUsage() {
                "Import does, in one transaction: a bad row or a file cut short changes nothing.\n"
                "An import of the study data replaces the rows of each unit and year the file has.\n"
                "The user defined standard life table goes into the settings file.\n\n") +
-           kWhat;
+           whatHelp();
 }
 
 } // namespace vesk::cli

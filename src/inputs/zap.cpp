@@ -5,19 +5,36 @@
 #include "platform/prompts.h"
 #include "platform/texts.h"
 
+#include <functional>
+
 namespace vesk {
 
 namespace {
 
 namespace t = transfer_texts;
 
+// A purge: the table whose rows say there is something to purge, the message when it has none, the
+// statements, and the messages of success and failure.
 struct Purge {
+    const char* table;
+    const char* empty;
     const QStringList& statements;
     const char* purged;
     const char* error;
 };
 
-ZapResult run(const DbConnection& db, const Purge& p) {
+bool confirmed(const QString& question) {
+    return prompts().ask(question, Buttons::YesNo, Icon::Question, text(t::kPurgeTitle)) == Answer::Yes;
+}
+
+// Nothing to purge, or the user's answer, or the statements run in one transaction.
+ZapResult purge(const DbConnection& db, const Purge& p, const std::function<bool()>& agreed) {
+    if (!hasRows(db, QStringLiteral("SELECT 1 FROM %1 LIMIT 1").arg(QLatin1String(p.table)))) {
+        prompts().ask(text(p.empty), Buttons::Ok, Icon::Information, text(t::kPurgeTitle));
+        return ZapResult::Empty;
+    }
+    if (!agreed())
+        return ZapResult::Declined;
     QSqlError error;
     if (!inOneImport(
             db, [&](QSqlError* e) { return runStatements(db, p.statements, e); }, &error)) {
@@ -29,12 +46,18 @@ ZapResult run(const DbConnection& db, const Purge& p) {
     return ZapResult::Purged;
 }
 
-bool confirmed(const QString& question) {
-    return prompts().ask(question, Buttons::YesNo, Icon::Question, text(t::kPurgeTitle)) == Answer::Yes;
-}
-
-void showEmpty(const char* message) {
-    prompts().ask(text(message), Buttons::Ok, Icon::Information, text(t::kPurgeTitle));
+// The question before the dictionaries go: with the units whose data they leave behind named, each
+// in brackets, OK / Cancel; without such units, Yes / No.
+bool dictionariesMayGo(const DbConnection& db, const QString& study) {
+    const QStringList units = unitsWithLinkedData(db, study);
+    if (units.isEmpty())
+        return confirmed(text(t::kPurgeDictionaries));
+    QString list;
+    for (const QString& u : units)
+        list += QStringLiteral("\n[") + u + u']';
+    const QString warning = text(t::kLinkedUnits) + list + QStringLiteral("\n\n") + text(t::kLinkedWarning) +
+                            QStringLiteral("\n\n") + text(t::kOkToZap);
+    return prompts().ask(warning, Buttons::OkCancel, Icon::Warning, text(t::kPurgeTitle)) == Answer::Ok;
 }
 
 } // namespace
@@ -85,43 +108,23 @@ QStringList unitsWithLinkedData(const DbConnection& db, const QString& study) {
 }
 
 ZapResult zapDictionaries(const DbConnection& db, const QString& study) {
-    if (!hasRows(db, QStringLiteral("SELECT 1 FROM _DctBDMGrps LIMIT 1"))) {
-        showEmpty(t::kDictionariesEmpty);
-        return ZapResult::Empty;
-    }
-    const QStringList units = unitsWithLinkedData(db, study);
-    if (!units.isEmpty()) {
-        QString list;
-        for (const QString& u : units)
-            list += QStringLiteral("\n[") + u + u']';
-        const QString warning = text(t::kLinkedUnits) + list + QStringLiteral("\n\n") +
-                                text(t::kLinkedWarning) + QStringLiteral("\n\n") + text(t::kOkToZap);
-        if (prompts().ask(warning, Buttons::OkCancel, Icon::Warning, text(t::kPurgeTitle)) != Answer::Ok)
-            return ZapResult::Declined;
-    } else if (!confirmed(text(t::kPurgeDictionaries))) {
-        return ZapResult::Declined;
-    }
-    return run(db, {ProcImpDctRecoverStatements(), t::kDictionariesPurged, t::kDictionariesPurgeError});
+    return purge(db,
+                 {"_DctBDMGrps", t::kDictionariesEmpty, ProcImpDctRecoverStatements(), t::kDictionariesPurged,
+                  t::kDictionariesPurgeError},
+                 [&] { return dictionariesMayGo(db, study); });
 }
 
 ZapResult zapStudyData(const DbConnection& db) {
-    if (!hasRows(db, QStringLiteral("SELECT 1 FROM DatDmgphyPrmtrs LIMIT 1"))) {
-        showEmpty(t::kDataEmpty);
-        return ZapResult::Empty;
-    }
-    if (!confirmed(text(t::kPurgeData)))
-        return ZapResult::Declined;
-    return run(db, {studyDataPurgeStatements(), t::kDataPurged, t::kDataPurgeError});
+    return purge(
+        db,
+        {"DatDmgphyPrmtrs", t::kDataEmpty, studyDataPurgeStatements(), t::kDataPurged, t::kDataPurgeError},
+        [] { return confirmed(text(t::kPurgeData)); });
 }
 
 ZapResult zapStudySetup(const DbConnection& db) {
-    if (!hasRows(db, QStringLiteral("SELECT 1 FROM _DctBPU LIMIT 1"))) {
-        showEmpty(t::kSetupEmpty);
-        return ZapResult::Empty;
-    }
-    if (!confirmed(text(t::kPurgeSetup) + u'\n' + text(t::kPurgeSetupAlso)))
-        return ZapResult::Declined;
-    return run(db, {studySetupPurgeStatements(), t::kSetupPurged, t::kSetupPurgeError});
+    return purge(
+        db, {"_DctBPU", t::kSetupEmpty, studySetupPurgeStatements(), t::kSetupPurged, t::kSetupPurgeError},
+        [] { return confirmed(text(t::kPurgeSetup) + u'\n' + text(t::kPurgeSetupAlso)); });
 }
 
 } // namespace vesk

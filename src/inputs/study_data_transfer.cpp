@@ -70,6 +70,7 @@ TableRows pivot(const Crossed& c) {
     QStringList groups;
     QHash<QString, int> groupAt, keyAt;
     QList<QList<Cell>> keyRows;
+    QList<QPair<int, int>> cellOf; // the row and column of each source row's value
     for (const auto& r : c.rows) {
         const QString g = r[keys].toString();
         if (!groupAt.contains(g)) {
@@ -84,6 +85,7 @@ TableRows pivot(const Crossed& c) {
             keyAt.insert(joined, static_cast<int>(keyRows.size()));
             keyRows << r.mid(0, keys);
         }
+        cellOf << qMakePair(keyAt.value(joined), keys + groupAt.value(g));
     }
     TableRows out;
     out.fieldNames = c.keyNames + groups;
@@ -93,13 +95,8 @@ TableRows pivot(const Crossed& c) {
     for (int i = 0; i < keyRows.size(); ++i)
         for (int k = 0; k < keys; ++k)
             out.rows(i, k) = keyRows[i][k];
-    for (const auto& r : c.rows) {
-        QStringList keyText;
-        for (int k = 0; k < keys; ++k)
-            keyText << valueText(r[k]);
-        out.rows(keyAt.value(keyText.join(QChar(0x1F))), keys + groupAt.value(r[keys].toString())) =
-            r[keys + 1];
-    }
+    for (int n = 0; n < c.rows.size(); ++n)
+        out.rows(cellOf[n].first, cellOf[n].second) = c.rows[n][keys + 1];
     return out;
 }
 

@@ -39,11 +39,18 @@ const Level& levelOf(UnitLevel level) {
     return levels()[static_cast<std::size_t>(level)];
 }
 
-// The levels an import or export of `level` takes: all three, the aggregates first, for "ALL".
+// The levels an import of `level` takes: all three, the aggregates first, for "ALL".
 QList<UnitLevel> levelsFor(std::optional<UnitLevel> level) {
     if (level)
         return {*level};
     return {UnitLevel::Pag2, UnitLevel::Pag1, UnitLevel::Bpu};
+}
+
+// The levels an export of `level` writes: all three, the units first, for "POPALL".
+QList<UnitLevel> exportedLevels(std::optional<UnitLevel> level) {
+    if (level)
+        return {*level};
+    return {UnitLevel::Bpu, UnitLevel::Pag1, UnitLevel::Pag2};
 }
 
 void show(const QString& message, Icon icon) {
@@ -175,9 +182,7 @@ std::optional<QString> sectionFailure(const CellArray& rows, UnitLevel level, co
 TransferResult exportAsSections(const DbConnection& db, const QString& study, std::optional<UnitLevel> level,
                                 const QString& path, const VeskSettings& s) {
     QList<Section> sections;
-    for (UnitLevel l : {UnitLevel::Bpu, UnitLevel::Pag1, UnitLevel::Pag2}) {
-        if (level && *level != l)
-            continue;
+    for (UnitLevel l : exportedLevels(level)) {
         QString failure;
         auto rows = studyRows(db, study, l, &failure);
         if (rows)
@@ -273,9 +278,7 @@ TransferResult exportUnits(const DbConnection& db, const QString& study, std::op
     // into a dBase folder as a file each.
     const bool together = !level && foreignKind(path) != ForeignKind::Dbf;
     QList<NamedTable> tables;
-    for (UnitLevel l : {UnitLevel::Bpu, UnitLevel::Pag1, UnitLevel::Pag2}) {
-        if (level && *level != l)
-            continue;
+    for (UnitLevel l : exportedLevels(level)) {
         QString failure;
         auto rows = studyRows(db, study, l, &failure);
         const QString file = level ? path : tablePath(path, unitSourceName(l, s));

@@ -6,10 +6,10 @@
 #include "app/cli/cmd_transfer.h"
 
 #include "app/cli/cli.h"
+#include "app/cli/study_session.h"
 #include "database/study_context.h"
 #include "demography/standard_table_export.h"
 #include "demography/user_life_table_import.h"
-#include "foundation/error_store.h"
 #include "foundation/settings.h"
 #include "foundation/settings_file.h"
 #include "inputs/dictionary_transfer.h"
@@ -40,30 +40,6 @@ std::optional<What> whatNamed(const std::optional<QString>& name) {
 
 int exitCode(TransferResult r) {
     return r == TransferResult::Done ? 0 : 1;
-}
-
-// The current study of the file as the loading chain finds it: the study, its years, its units and
-// aggregates (a study without units is opened all the same, for their import). An empty text, or why
-// it cannot be opened.
-QString openStudy(const QString& file, const QString& stp) {
-    const QFileInfo study(file);
-    if (!study.isFile())
-        return QStringLiteral("no study file at %1").arg(file);
-    setErrorLogEnabled(false);
-    if (QFileInfo(stp).isFile())
-        readSettingsFile(stp, settings(), preferences());
-    preferences().txtwklocation = study.absolutePath();
-    preferences().txtVESKObj = study.fileName();
-    StudyContext& c = studyContext();
-    QString error;
-    if (!c.ensureStudyDB(&error))
-        return error;
-    if (!c.InitBDS())
-        return QStringLiteral("the file %1 has no current study").arg(file);
-    c.InitYear();
-    c.InitBPULst(QStringLiteral("_DctBPU"));
-    c.InitPAGLst(QStringLiteral("_DctPAG1"));
-    return QString();
 }
 
 struct Scope {
@@ -105,6 +81,26 @@ int lifeTable(bool import, const QString& file, const QString& stp) {
     return Write_To_Vesk_Stp() == WriteResult::Written ? 0 : 1;
 }
 
+// What the menu item of `what` does, on the study opened.
+int transfer(What what, bool import, const QString& file, const Scope& scope) {
+    const DbConnection& db = *studyContext().StudyDB;
+    switch (what) {
+    case What::Dictionaries:
+        return exitCode(import ? ImpAllDct(db, file) : exportDictionary(db, std::nullopt, file));
+    case What::Units:
+        return exitCode(import ? FnImpPopUntsAll(studyContext(), std::nullopt, file)
+                               : exportUnits(db, studyContext().CurBDSId, std::nullopt, file));
+    case What::Data: {
+        const StudyDataScope s{scope.bpu, scope.year};
+        return exitCode(import ? importStudyData(studyContext(), std::nullopt, file, s)
+                               : exportStudyData(studyContext(), std::nullopt, file, s));
+    }
+    case What::LifeTable:
+        break;
+    }
+    return 1;
+}
+
 int run(bool import, const QStringList& arguments) {
     QStringList args = arguments;
     const auto what = whatNamed(takeOption(args, QStringLiteral("--what")));
@@ -121,33 +117,12 @@ int run(bool import, const QStringList& arguments) {
     const QString file = import ? args[1] : *outFile;
     if (*what == What::LifeTable)
         return lifeTable(import, file, stp);
-    const QString refusal = openStudy(args[0], stp);
-    int code = 1;
-    if (!refusal.isEmpty()) {
-        err(QStringLiteral("vesk-cli %1: %2").arg(command, refusal));
-    } else {
-        const DbConnection& db = *studyContext().StudyDB;
-        switch (*what) {
-        case What::Dictionaries:
-            code = exitCode(import ? ImpAllDct(db, file) : exportDictionary(db, std::nullopt, file));
-            break;
-        case What::Units:
-            code = exitCode(import ? FnImpPopUntsAll(studyContext(), std::nullopt, file)
-                                   : exportUnits(db, studyContext().CurBDSId, std::nullopt, file));
-            break;
-        case What::Data: {
-            const StudyDataScope s{scope.bpu, scope.year};
-            code = exitCode(import ? importStudyData(studyContext(), std::nullopt, file, s)
-                                   : exportStudyData(studyContext(), std::nullopt, file, s));
-            break;
-        }
-        case What::LifeTable:
-            break;
-        }
+    const OpenStudy study(args[0], stp, StudyOpening::Definitions);
+    if (!study) {
+        err(QStringLiteral("vesk-cli %1: %2").arg(command, study.error()));
+        return 1;
     }
-    // The connection goes before the program's statics do, as the frame's File -> Close lets it go.
-    studyContext() = StudyContext{};
-    return code;
+    return transfer(*what, import, file, scope);
 }
 
 // A function, not a static: vesk-cli import's help asks for it while the statics are being made.

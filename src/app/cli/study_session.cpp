@@ -58,7 +58,22 @@ void StderrProgress::setText(const QString& text) {
     err(step);
 }
 
-OpenStudy::OpenStudy(const QString& studyFile, const QString& stp) {
+namespace {
+
+// The loading chain's loaders of a study's definitions; false when the file has no current study.
+bool openDefinitions(StudyContext& c) {
+    QString error;
+    if (!c.ensureStudyDB(&error) || !c.InitBDS())
+        return false;
+    c.InitYear();
+    c.InitBPULst(QStringLiteral("_DctBPU"));
+    c.InitPAGLst(QStringLiteral("_DctPAG1"));
+    return true;
+}
+
+} // namespace
+
+OpenStudy::OpenStudy(const QString& studyFile, const QString& stp, StudyOpening opening) {
     const QFileInfo study(studyFile);
     if (!study.isFile()) {
         error_ = QStringLiteral("no study file at %1").arg(studyFile);
@@ -75,8 +90,12 @@ OpenStudy::OpenStudy(const QString& studyFile, const QString& stp) {
     settings().AppPath = QFileInfo(stp).absolutePath();
     preferences().txtwklocation = study.absolutePath();
     preferences().txtVESKObj = study.fileName();
-    if (!openComputationStudy(studyContext()))
+    if (opening == StudyOpening::Definitions) {
+        if (!openDefinitions(studyContext()))
+            error_ = QStringLiteral("the file %1 has no current study").arg(studyFile);
+    } else if (!openComputationStudy(studyContext())) {
         error_ = QStringLiteral("the study of %1 cannot be computed").arg(studyFile);
+    }
 }
 
 OpenStudy::~OpenStudy() {

@@ -40,9 +40,16 @@ private:
 // it, for the life of the object: false with error() when it could not be (a message the loaders
 // showed has gone to standard error already). The study goes with the object, before the program's
 // statics do, as File -> Close lets it go.
+//
+// Opened for its definitions alone, the study is what the loading chain finds of it before its
+// causes and inputs: the study, its years, its units and aggregates (a study without units or causes
+// opens all the same, for File -> Import and Export).
+enum class StudyOpening { ForComputation, Definitions };
+
 class OpenStudy {
 public:
-    OpenStudy(const QString& studyFile, const QString& stp);
+    OpenStudy(const QString& studyFile, const QString& stp,
+              StudyOpening opening = StudyOpening::ForComputation);
     ~OpenStudy();
     OpenStudy(const OpenStudy&) = delete;
     OpenStudy& operator=(const OpenStudy&) = delete;

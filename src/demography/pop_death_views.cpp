@@ -112,4 +112,23 @@ std::vector<UnitTable> popDeathTables(const Cell& array4D, const Cell& units, co
     return out;
 }
 
+CellArray unitTableTexts(const UnitTable& t) {
+    CellArray out({int(t.rows.size()), int(t.heads.size())});
+    for (int r = 0; r < int(t.rows.size()); ++r)
+        for (int k = 0; k < int(t.rows[std::size_t(r)].size()); ++k)
+            out(r, k) = Cell(t.rows[std::size_t(r)][std::size_t(k)]);
+    return out;
+}
+
+CellArray unitTableValues(const UnitTable& t) {
+    CellArray out({int(t.rows.size()), int(t.heads.size())});
+    for (int r = 0; r < int(t.rows.size()); ++r) {
+        out(r, 0) = Cell(t.rows[std::size_t(r)][0]);
+        out(r, 1) = Cell(t.rows[std::size_t(r)][1]);
+        for (int k = 0; k < int(t.values[std::size_t(r)].size()); ++k)
+            out(r, 2 + k) = Cell(t.values[std::size_t(r)][std::size_t(k)]);
+    }
+    return out;
+}
+
 } // namespace vesk

@@ -44,4 +44,9 @@ struct UnitTable {
 std::vector<UnitTable> popDeathTables(const Cell& array4D, const Cell& units, const std::vector<AgeInterval>& rows,
                                       const QString& sex);
 
+// A unit's table as an array (rows, heads): every cell its text, as the view shows it; or, for a
+// file, the sums as numbers after BAI and EAI as typed.
+CellArray unitTableTexts(const UnitTable& t);
+CellArray unitTableValues(const UnitTable& t);
+
 } // namespace vesk

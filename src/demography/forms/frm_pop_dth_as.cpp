@@ -61,14 +61,7 @@ frmShowRsltpopdth::frmShowRsltpopdth(std::vector<UnitTable> tables, const QStrin
         if (tables_.empty())
             return;
         const UnitTable& t = tables_[std::size_t(unit_)];
-        CellArray rows({int(t.rows.size()), int(t.heads.size())});
-        for (int r = 0; r < int(t.rows.size()); ++r) {
-            rows(r, 0) = Cell(t.rows[std::size_t(r)][0]);
-            rows(r, 1) = Cell(t.rows[std::size_t(r)][1]);
-            for (int k = 0; k < int(t.values[std::size_t(r)].size()); ++k)
-                rows(r, 2 + k) = Cell(t.values[std::size_t(r)][std::size_t(k)]);
-        }
-        saveResultsAs(rows, t.heads, QStringLiteral("Results"));
+        saveResultsAs(unitTableValues(t), t.heads, QStringLiteral("Results"));
     });
     connect(CmdPrint, &QPushButton::clicked, this, [this] { printHtml(this, gridHtml(lblUnit->text(), grid_)); });
     connect(cmdclose, &QPushButton::clicked, this, &QWidget::close);
@@ -96,11 +89,7 @@ void frmShowRsltpopdth::showUnit(int unit) {
     unit_ = std::clamp(unit, 0, int(tables_.size()) - 1);
     const UnitTable& t = tables_[std::size_t(unit_)];
     lblUnit->setText(t.unit);
-    CellArray rows({int(t.rows.size()), int(t.heads.size())});
-    for (int r = 0; r < int(t.rows.size()); ++r)
-        for (int k = 0; k < int(t.rows[std::size_t(r)].size()); ++k)
-            rows(r, k) = Cell(t.rows[std::size_t(r)][std::size_t(k)]);
-    showTable(grid_, t.heads, rows);
+    showTable(grid_, t.heads, unitTableTexts(t));
     const int last = int(tables_.size()) - 1;
     cmdNext->setEnabled(unit_ < last);
     cmdLast->setEnabled(unit_ < last);
